@@ -1,0 +1,29 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+# Installs what is missing on a Debian 12 machine; returns at once when nothing is.
+#   scripts/setup.sh        what building and running needs
+#   scripts/setup.sh test   that and what the tests and the style check need
+set -euo pipefail
+
+packages=(
+    ca-certificates ccache cmake default-jre-headless ffmpeg g++ libcurl4-gnutls-dev
+    libeasyloggingpp-dev libfontconfig-dev libjmac-java libmediainfo-dev libssl-dev libxcb1-dev
+    ninja-build pkg-config qtbase5-dev
+)
+[ "${1:-}" = test ] && packages+=(
+    clang-format-14 clang-tidy-14 fonts-noto-cjk git libcpp-httplib-dev strace util-linux xauth
+    xvfb
+)
+
+missing=()
+for package in "${packages[@]}"; do
+    status=$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null || true)
+    [ "$status" = installed ] || missing+=("$package")
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+as_root=(env DEBIAN_FRONTEND=noninteractive)
+[ "$(id -u)" -eq 0 ] || as_root=(sudo "${as_root[@]}")
+echo "Installing: ${missing[*]}" >&2
+"${as_root[@]}" apt-get update -qq
+"${as_root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+/// What the installer or the user wrote into main.ini, read once. All values are empty in a file
+/// that is missing, but for `store` and `lock`.
+struct AppConfig
+{
+    /// @param iniPath path of main.ini
+    explicit AppConfig(const QString &iniPath);
+
+    /// The one beside the program.
+    static const AppConfig &instance();
+
+    /// Distribution channel; taken from the installer's name when the file states none.
+    QString store;
+    /// Name of the single-instance lock.
+    QString lock;
+    /// Base name of the installer that was run, otherwise of the package.
+    QString installer;
+    /// Base name of the package that was downloaded.
+    QString package;
+    QString oaid;
+    QString pointCode;
+    QString om;
+    QString qhclickid;
+
+    // Addresses of the online services, as "https://host" or "https://host:port"; a service
+    // whose address is empty is never asked.
+
+    /// Batches of usage events.
+    QString serviceCollector;
+    /// Named usage events.
+    QString serviceEvents;
+    /// Conversion marks of the channel "360".
+    QString serviceMarketing;
+    QString serviceUpdate;
+    QString serviceConfiguration;
+    QString serviceUser;
+    /// 32 hexadecimal characters that the service of named events knows this program by.
+    QString serviceAppKey;
+};

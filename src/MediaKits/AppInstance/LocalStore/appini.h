@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QSettings>
+#include <QVariant>
+
+/// The settings in app.ini. QSettings writes the file by itself, at the latest when this object
+/// is destroyed.
+class AppIni
+{
+public:
+    enum class Key {
+        /// Time of the first start, ms since the epoch; 0 when it isn't known.
+        InstallTime,
+        UpdateRun,
+        UpdatePackage,
+        UpdateIsForce,
+        PreviewShowWhenAdded,
+        /// 0 to 200
+        PreviewVolume,
+        IsExitTips,
+        /// 0 to the tray, 1 out of the program
+        ExitMode,
+    };
+
+    AppIni();
+    Q_DISABLE_COPY(AppIni)
+
+    static AppIni &instance();
+
+    /// Whether the file holds the key.
+    bool contains(Key key) const;
+    /// The stored value in the type of the key's default, or that default when nothing of that
+    /// type is stored.
+    QVariant value(Key key) const;
+    void setValue(Key key, const QVariant &value);
+
+private:
+    QSettings m_settings;
+};

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/AppInstance/LocalStore/jsonfile.h"
+
+#include <QList>
+
+/// The presets used last, in EncParamData.json: read by the constructor, written by the
+/// destructor.
+class EncParamHistory
+{
+public:
+    static constexpr int maxIds = 10;
+
+    EncParamHistory();
+    ~EncParamHistory();
+    Q_DISABLE_COPY(EncParamHistory)
+
+    static EncParamHistory &instance();
+
+    /// Preset ids, most recent first, at most maxIds. The catalogue may lack some of them.
+    const QList<quint32> &ids() const { return m_ids; }
+    /// Puts the id in front.
+    void touch(quint32 id);
+    void remove(quint32 id);
+
+private:
+    JsonFile m_file;
+    QList<quint32> m_ids;
+};

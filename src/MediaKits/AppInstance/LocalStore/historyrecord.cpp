@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/AppInstance/LocalStore/historyrecord.h"
+
+#include "MediaKits/AppInstance/LocalStore/appdirs.h"
+
+#include <QJsonArray>
+
+namespace {
+
+const QLatin1String historyKey("history");
+const QLatin1String datetimeKey("datetime");
+const QLatin1String inputfileKey("inputfile");
+const QLatin1String outputfileKey("outputfile");
+
+} // namespace
+
+HistoryRecord::HistoryRecord() : m_file(dataDir() + QStringLiteral("/HistoryRecord.json"))
+{
+    const QJsonArray history = m_file.read()[historyKey].toArray();
+    for (const QJsonValue &value : history) {
+        if (!value.isObject() || m_records.size() == maxRecords)
+            continue;
+        const QJsonObject object = value.toObject();
+        m_records.append({object[datetimeKey].toString(), object[inputfileKey].toString(),
+                          object[outputfileKey].toString()});
+    }
+}
+
+HistoryRecord::~HistoryRecord()
+{
+    QJsonArray history;
+    for (const Record &record : qAsConst(m_records)) {
+        history.append(QJsonObject{{datetimeKey, record.datetime},
+                                   {inputfileKey, record.inputfile},
+                                   {outputfileKey, record.outputfile}});
+    }
+    m_file.write({{historyKey, history}}, QJsonDocument::Compact);
+}
+
+HistoryRecord &HistoryRecord::instance()
+{
+    static HistoryRecord history;
+    return history;
+}
+
+void HistoryRecord::add(const Record &record)
+{
+    m_records.prepend(record);
+    while (m_records.size() > maxRecords)
+        m_records.removeLast();
+}
+
+void HistoryRecord::clear()
+{
+    m_records.clear();
+}

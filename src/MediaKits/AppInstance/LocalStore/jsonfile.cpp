@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/AppInstance/LocalStore/jsonfile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QTextStream>
+
+namespace {
+
+bool setAside(const QString &path)
+{
+    const QString broken = path + QStringLiteral(".broken");
+    QString target = broken;
+    for (int number = 2; QFile::exists(target); ++number)
+        target = broken + QString::number(number);
+    return QFile::rename(path, target);
+}
+
+} // namespace
+
+JsonFile::JsonFile(const QString &path) : m_path(path) {}
+
+QJsonObject JsonFile::read()
+{
+    QFile file(m_path);
+    m_mustKeep = false;
+    if (!file.exists())
+        return {};
+    if (!file.open(QIODevice::ReadOnly)) {
+        m_mustKeep = true;
+        return {};
+    }
+    QTextStream stream(&file);
+    stream.setCodec("UTF-8");
+    const QByteArray text = stream.readAll().toUtf8();
+    const bool complete = file.error() == QFileDevice::NoError;
+    file.close();
+
+    const QJsonDocument document = QJsonDocument::fromJson(text);
+    if (complete && document.isObject())
+        return document.object();
+    m_mustKeep = !complete || !setAside(m_path);
+    return {};
+}
+
+bool JsonFile::write(const QJsonObject &object, QJsonDocument::JsonFormat format) const
+{
+    if (m_mustKeep || m_path.isEmpty())
+        return false;
+    QDir().mkpath(QFileInfo(m_path).path());
+    QSaveFile file(m_path);
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    // The files hold a login and the names of the user's films.
+    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+    file.write(QJsonDocument(object).toJson(format));
+    // commit() takes no notice of an error while the buffer is written out.
+    if (!file.flush())
+        file.cancelWriting();
+    return file.commit();
+}

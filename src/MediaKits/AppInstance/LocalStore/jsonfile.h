@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QString>
+
+/// One JSON file of a store. It takes care that no content is lost: what can't be understood is
+/// set aside under another name, what can't be read is never written over, and a write either
+/// replaces the whole file or leaves the old one.
+class JsonFile
+{
+public:
+    JsonFile() = default;
+    explicit JsonFile(const QString &path);
+
+    /// The file's object; empty when the file is missing, can't be read, or isn't a JSON object.
+    /// A file of the last kind is renamed to its name plus ".broken", ".broken2" and so on.
+    QJsonObject read();
+
+    /// Replaces the file, and makes its directory when that is missing; only the user may read
+    /// the result. Does nothing when the last read() found a file that has to be kept.
+    /// @return whether the file now holds the object
+    bool write(const QJsonObject &object, QJsonDocument::JsonFormat format) const;
+
+private:
+    QString m_path;
+    bool m_mustKeep = false;
+};

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/AppInstance/LocalStore/persiststore.h"
+
+#include "MediaKits/AppInstance/LocalStore/appdirs.h"
+
+#include <QDir>
+
+PersistStore::PersistStore() : m_directory(dataDir() + QStringLiteral("/Persist"))
+{
+    const QDir dir(m_directory);
+    const QFileInfoList files =
+        dir.entryInfoList({QStringLiteral("*.json")}, QDir::Files | QDir::CaseSensitive);
+    for (const QFileInfo &info : files) {
+        JsonFile file(info.filePath());
+        const QVariantMap entry = file.read().toVariantMap();
+        const QString name = info.completeBaseName();
+        m_files.insert(name, file);
+        if (!entry.isEmpty())
+            m_entries.insert(name, entry);
+    }
+}
+
+PersistStore::~PersistStore()
+{
+    for (auto it = m_entries.cbegin(); it != m_entries.cend(); ++it) {
+        const QString path = m_directory + QLatin1Char('/') + it.key() + QStringLiteral(".json");
+        const JsonFile file = m_files.value(it.key(), JsonFile(path));
+        file.write(QJsonObject::fromVariantMap(it.value()), QJsonDocument::Indented);
+    }
+}
+
+PersistStore &PersistStore::instance()
+{
+    static PersistStore store;
+    return store;
+}

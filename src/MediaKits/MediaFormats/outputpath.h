@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+/// \a path itself while nothing has that name, else the first free one of "name(2).mp4",
+/// "name(3).mp4" ... in the same folder. A link that leads nowhere has a name too.
+QString uniqueOutputPath(const QString &path);
+
+/// The file name of \a path isn't longer than the file system takes.
+bool fileNameFits(const QString &path);

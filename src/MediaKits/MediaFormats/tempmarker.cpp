@@ -1,0 +1,254 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/MediaFormats/tempmarker.h"
+
+#include "MediaKits/AppInstance/LocalStore/appdirs.h"
+#include "MediaKits/AppInstance/LocalStore/removedir.h"
+#include "platform/directorylock.h"
+#include "platform/hiddenfolder.h"
+
+#include <QCryptographicHash>
+#include <QDateTime>
+#include <QDir>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QThread>
+
+#include <map>
+
+namespace {
+// A job needs a moment between making its folder and claiming it.
+constexpr qint64 unclaimedGraceMs = 10000;
+// Another process that is just cleaning the marker is waited for this often and long.
+constexpr int lockTries = 10;
+constexpr unsigned long lockRetryMs = 10;
+
+QString cleanAbsolute(const QString &path)
+{
+    return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+}
+
+// The folder may lie on a volume that is away just now, but not for ever.
+bool isForgotten(const QFileInfo &note, const QString &marker)
+{
+    constexpr qint64 keptDays = 30;
+    return !QFileInfo(marker).dir().exists() &&
+           note.lastModified().daysTo(QDateTime::currentDateTime()) > keptDays;
+}
+
+// Markers and claims of this process. A marker is locked shared by every process that uses it, a
+// work folder exclusively by the one that claimed it; so who gets a marker exclusively knows that
+// nobody alive has anything unclaimed in it. A note in the data directory names each marker in
+// use, for a later run to clean up after a crash.
+class MarkerRegistry
+{
+public:
+    static MarkerRegistry &instance();
+    ~MarkerRegistry();
+
+    void open(const QString &marker);
+    bool claim(const QString &folder);
+    void release(const QString &folder);
+    void sweepNoted();
+
+private:
+    // Touches what the destructor needs, so that it is still there at exit.
+    MarkerRegistry()
+        : m_markerName(tempMarkerName()), m_notesDir(dataDir() + QStringLiteral("/TempMarkers"))
+    {
+    }
+
+    void lockForUse(const QString &marker);
+    void sweepContents(const QString &marker, bool alone);
+    void dropIfEmpty(const QString &marker);
+    void clean(const QString &marker);
+    QString noteFile(const QString &marker) const;
+    QString notedMarker(const QString &note) const;
+    void writeNote(const QString &marker) const;
+
+    const QString m_markerName;
+    const QString m_notesDir;
+    std::map<QString, DirectoryLock> m_markers;
+    // A folder stays here after its release, unlocked: it is still known to be this process's own.
+    std::map<QString, DirectoryLock> m_claims;
+};
+
+MarkerRegistry &MarkerRegistry::instance()
+{
+    static MarkerRegistry registry;
+    return registry;
+}
+
+MarkerRegistry::~MarkerRegistry()
+{
+    for (auto &[folder, lock] : m_claims)
+        lock = DirectoryLock();
+    for (auto &[marker, lock] : m_markers) {
+        lock = DirectoryLock();
+        clean(marker);
+    }
+}
+
+void MarkerRegistry::open(const QString &marker)
+{
+    {
+        // Once in use here, fresh folders in it may be this process's own.
+        DirectoryLock exclusive;
+        if (m_markers.count(marker) == 0)
+            exclusive = DirectoryLock::tryExclusive(marker);
+        sweepContents(marker, exclusive.isHeld());
+    }
+    lockForUse(marker);
+    hideFolder(marker);
+    writeNote(marker);
+}
+
+// Others remove an empty marker, so it is made and locked anew on each use.
+void MarkerRegistry::lockForUse(const QString &marker)
+{
+    DirectoryLock lock;
+    for (int i = 0; i < lockTries && !lock.isHeld(); ++i) {
+        if (i > 0)
+            QThread::msleep(lockRetryMs);
+        if (!QDir().mkpath(marker))
+            break;
+        lock = DirectoryLock::tryShared(marker);
+    }
+    m_markers[marker] = std::move(lock);
+}
+
+bool MarkerRegistry::claim(const QString &folder)
+{
+    DirectoryLock &lock = m_claims[folder];
+    if (!lock.isHeld())
+        lock = DirectoryLock::tryExclusive(folder);
+    const bool held = lock.isHeld();
+    if (!held)
+        m_claims.erase(folder);
+    return held;
+}
+
+void MarkerRegistry::release(const QString &folder)
+{
+    const auto claim = m_claims.find(folder);
+    if (claim == m_claims.end())
+        return;
+    claim->second = DirectoryLock();
+    if (!QFileInfo::exists(folder))
+        m_claims.erase(claim);
+}
+
+void MarkerRegistry::sweepContents(const QString &marker, bool alone)
+{
+    // A link in the marker's place leads to somebody else's files.
+    if (QFileInfo(marker).isSymLink())
+        return;
+    const QDateTime settled = QDateTime::currentDateTimeUtc().addMSecs(-unclaimedGraceMs);
+    const QDir::Filters all = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
+    for (const QFileInfo &entry : QDir(marker).entryInfoList(all)) {
+        const QString path = entry.filePath();
+        if (entry.isSymLink() || !entry.isDir()) {
+            if (alone)
+                QFile::remove(path);
+            continue;
+        }
+        const bool isOwn = m_claims.count(path) > 0;
+        if (!alone && !isOwn && entry.lastModified() > settled)
+            continue;
+        const DirectoryLock lock = DirectoryLock::tryExclusive(path);
+        if (lock.isHeld())
+            removeDirRecursively(path);
+    }
+}
+
+// The note goes first and comes back if the marker stays: the other way round, it could be the
+// note of a process that has made the marker again in between.
+void MarkerRegistry::dropIfEmpty(const QString &marker)
+{
+    QFile::remove(noteFile(marker));
+    const DirectoryLock lock = DirectoryLock::tryExclusive(marker);
+    if (lock.isHeld())
+        QDir().rmdir(marker);
+    if (QFileInfo::exists(marker))
+        writeNote(marker);
+}
+
+void MarkerRegistry::clean(const QString &marker)
+{
+    {
+        const DirectoryLock exclusive = DirectoryLock::tryExclusive(marker);
+        sweepContents(marker, exclusive.isHeld());
+    }
+    dropIfEmpty(marker);
+}
+
+void MarkerRegistry::sweepNoted()
+{
+    for (const QFileInfo &note : QDir(m_notesDir).entryInfoList(QDir::Files)) {
+        const QString marker = notedMarker(note.filePath());
+        if (marker.isEmpty() || isForgotten(note, marker))
+            QFile::remove(note.filePath());
+        else if (!QFileInfo(marker).dir().exists())
+            continue;
+        else if (m_markers.count(marker) == 0)
+            clean(marker);
+    }
+}
+
+QString MarkerRegistry::noteFile(const QString &marker) const
+{
+    const QByteArray hash = QCryptographicHash::hash(marker.toUtf8(), QCryptographicHash::Sha1);
+    return m_notesDir + QLatin1Char('/') + QString::fromLatin1(hash.toHex());
+}
+
+// Empty for a note that doesn't fit its own name or names anything but a marker: cleaning follows
+// a note by deleting.
+QString MarkerRegistry::notedMarker(const QString &note) const
+{
+    QFile file(note);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    const QString marker = QString::fromUtf8(file.readAll());
+    const bool fits = marker == cleanAbsolute(marker) &&
+                      QFileInfo(noteFile(marker)).fileName() == QFileInfo(note).fileName() &&
+                      QFileInfo(marker).fileName() == m_markerName;
+    return fits ? marker : QString();
+}
+
+void MarkerRegistry::writeNote(const QString &marker) const
+{
+    // The safe write waits for the disk; a note says the same for as long as it is there.
+    QSaveFile file(noteFile(marker));
+    if (QFileInfo::exists(file.fileName()) || !QDir().mkpath(m_notesDir) ||
+        !file.open(QIODevice::WriteOnly))
+        return;
+    file.write(marker.toUtf8());
+    file.commit();
+}
+} // namespace
+
+QString tempMarkerPath(const QString &dir)
+{
+    return QDir::cleanPath(QDir(dir).absoluteFilePath(tempMarkerName()));
+}
+
+QString createTempMarkerDir(const QString &dir)
+{
+    const QString marker = tempMarkerPath(dir);
+    MarkerRegistry::instance().open(marker);
+    return marker;
+}
+
+bool claimWorkFolder(const QString &path)
+{
+    return MarkerRegistry::instance().claim(cleanAbsolute(path));
+}
+
+void releaseWorkFolder(const QString &path)
+{
+    MarkerRegistry::instance().release(cleanAbsolute(path));
+}
+
+void sweepStaleMarkers()
+{
+    MarkerRegistry::instance().sweepNoted();
+}

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+// A marker directory stands in an output folder and holds the work folders of running jobs.
+// Several processes may share one, and each may be killed at any time: what is in use is told by
+// locks that die with their process. All of this is best effort and reports no errors.
+
+/// The path of the marker directory in \a dir; nothing is created.
+QString tempMarkerPath(const QString &dir);
+
+/// Makes the marker directory in \a dir, with its parents, and gives back its path. Work folders
+/// that dead processes have left in it are removed. At process exit this process's own work
+/// folders are removed, then the marker unless another process still uses it.
+QString createTempMarkerDir(const QString &dir);
+
+/// Declares the existing folder \a path in use by this process until releaseWorkFolder() or exit.
+/// Claim a work folder as soon as it is made: only its first 10 seconds are protected without.
+/// False when another process has it or it can't be locked, which is no reason not to use it.
+bool claimWorkFolder(const QString &path);
+
+/// Gives up a claim; the folder itself is left as it is. Unclaimed paths are ignored.
+void releaseWorkFolder(const QString &path);
+
+/// Cleans the marker directories of earlier runs that ended without cleaning up themselves. For
+/// program start.
+void sweepStaleMarkers();

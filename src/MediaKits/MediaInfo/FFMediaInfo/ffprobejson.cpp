@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/MediaInfo/FFMediaInfo/ffprobejson.h"
+
+#include <QJsonArray>
+
+#include <cmath>
+
+namespace {
+
+// ffprobe prints these numbers as texts, in bit/s.
+int kbitPerSecond(const QJsonObject &object)
+{
+    return int(object[QLatin1String("bit_rate")].toString().toLongLong() / 1000);
+}
+
+// "30000/1001" and its like.
+double quotient(const QString &text)
+{
+    const QStringList parts = text.split(QLatin1Char('/'));
+    if (parts.size() != 2 || qFuzzyIsNull(parts[1].toDouble()))
+        return 0.0;
+    return parts[0].toDouble() / parts[1].toDouble();
+}
+
+QString codecName(const QJsonObject &stream)
+{
+    return stream[QLatin1String("codec_name")].toString().toUpper();
+}
+
+void readFormat(const QJsonObject &object, MediaFormatInfo &format)
+{
+    format.duration = qint64(object[QLatin1String("duration")].toString().toDouble() * 1000);
+    format.fileSize = object[QLatin1String("size")].toString().toLongLong();
+    format.bitrate = kbitPerSecond(object);
+    format.streamCount = object[QLatin1String("nb_streams")].toInt();
+}
+
+// Older ffprobes write the angle as a tag, clockwise; newer ones as side data, counter-clockwise.
+double rotation(const QJsonObject &stream)
+{
+    // A stream without any tag counts as turned by a quarter.
+    constexpr double withoutTags = 90.0;
+    const QJsonValue tags = stream[QLatin1String("tags")];
+    if (!tags.isObject())
+        return withoutTags;
+    const QJsonValue tag = tags.toObject().value(QLatin1String("rotate"));
+    if (!tag.isUndefined())
+        return tag.toString().toDouble();
+    const QJsonArray sideData = stream[QLatin1String("side_data_list")].toArray();
+    for (const QJsonValue &entry : sideData) {
+        const QJsonValue angle = entry.toObject().value(QLatin1String("rotation"));
+        if (angle.isDouble())
+            return std::fmod(360.0 - angle.toDouble(), 360.0);
+    }
+    return 0.0;
+}
+
+QSharedPointer<VEncParam> readVideo(const QJsonObject &stream, int containerBitrate)
+{
+    auto video = QSharedPointer<VEncParam>::create();
+    video->fourCC = codecName(stream);
+    video->width = stream[QLatin1String("width")].toInt();
+    video->height = stream[QLatin1String("height")].toInt();
+    video->bitrate = kbitPerSecond(stream);
+    if (video->bitrate == 0)
+        video->bitrate = containerBitrate;
+    video->frameRate = quotient(stream[QLatin1String("r_frame_rate")].toString());
+    video->rotate = rotation(stream);
+    return video;
+}
+
+QSharedPointer<AEncParam> readAudio(const QJsonObject &stream)
+{
+    auto audio = QSharedPointer<AEncParam>::create();
+    audio->fourCC = codecName(stream);
+    audio->bitrate = kbitPerSecond(stream);
+    audio->sampleRate = stream[QLatin1String("sample_rate")].toString().toInt();
+    audio->channel = stream[QLatin1String("channels")].toInt();
+    return audio;
+}
+
+} // namespace
+
+void readProbeJson(const QJsonObject &document, MediaInfoData &data)
+{
+    const QJsonValue format = document[QLatin1String("format")];
+    if (format.isObject())
+        readFormat(format.toObject(), *data.format);
+    else
+        data.format.clear();
+
+    const int containerBitrate = data.format ? data.format->bitrate : 0;
+    const QJsonArray streams = document[QLatin1String("streams")].toArray();
+    for (const QJsonValue &value : streams) {
+        const QJsonObject stream = value.toObject();
+        const QString type = stream[QLatin1String("codec_type")].toString();
+        // Only a picture that leads the file counts: covers of songs stand further back.
+        if (type == QLatin1String("video") && stream[QLatin1String("index")].toInt() == 0)
+            data.video = readVideo(stream, containerBitrate);
+        else if (type == QLatin1String("audio"))
+            data.audios.append(readAudio(stream));
+    }
+}

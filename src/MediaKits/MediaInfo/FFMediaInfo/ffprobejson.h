@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/MediaInfo/mediainfodata.h"
+
+#include <QJsonObject>
+
+/// Fills `data` from ffprobe's "-show_format -show_streams" document; missing fields read as 0 or
+/// empty.
+/// @param data its format record stays, filled, when the document has one; otherwise it is cleared
+void readProbeJson(const QJsonObject &document, MediaInfoData &data);

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/MediaInfo/mediainfobase.h"
+
+#include <QFileInfo>
+
+MediaInfoBase::MediaInfoBase(const QString &path, QObject *parent) : QObject(parent), m_path(path)
+{
+    qRegisterMetaType<QSharedPointer<MediaInfoData>>("QSharedPointer<MediaInfoData>");
+}
+
+QSharedPointer<MediaFormatInfo> MediaInfoBase::newFormat() const
+{
+    auto format = QSharedPointer<MediaFormatInfo>::create();
+    format->formatName = QFileInfo(m_path).suffix().toUpper();
+    return format;
+}

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/MediaProcessor/ffmpegreport.h"
+
+#include <QRegExp>
+#include <QStringList>
+#include <QTime>
+
+QStringList LineSplitter::feed(const QString &text)
+{
+    QStringList lines = (m_rest + text).split(QLatin1Char('\n'));
+    m_rest = lines.takeLast();
+    return lines;
+}
+
+QVector<qint64> progressPositionsUs(const QStringList &lines)
+{
+    static const QLatin1String key("out_time_ms=");
+    QVector<qint64> positions;
+    for (const QString &line : lines) {
+        if (line.startsWith(key))
+            positions.append(line.mid(key.size()).toLongLong());
+    }
+    return positions;
+}
+
+bool lowerDurationFromReport(const QString &report, quint32 &durationMs)
+{
+    static const QRegExp pattern(QStringLiteral("([0-9]{2}\\:){2}[0-9]{2}\\.[0-9]{2}"));
+    bool seen = false;
+    const QStringList lines = report.split(QLatin1Char('\n'));
+    for (const QString &line : lines) {
+        QRegExp time(pattern);
+        if (!line.startsWith(QLatin1String("  Duration:")) || time.indexIn(line) < 0)
+            continue;
+        seen = true;
+        // The report counts hundredths; a third digit makes them milliseconds.
+        const QTime length =
+            QTime::fromString(time.cap() + QLatin1Char('0'), QStringLiteral("hh:mm:ss.zzz"));
+        const int lengthMs = length.isValid() ? QTime(0, 0).msecsTo(length) : 0;
+        if (lengthMs != 0 && durationMs > quint32(lengthMs))
+            durationMs = quint32(lengthMs);
+    }
+    return seen;
+}

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/MediaProcessor/ffprobeprocessor.h"
+
+#include "MediaKits/MediaProcessor/toolpaths.h"
+
+FFProbeProcessor::FFProbeProcessor(QObject *parent) : ToolProcessor(parent) {}
+
+QString FFProbeProcessor::output() const
+{
+    return QString::fromUtf8(m_output);
+}
+
+void FFProbeProcessor::start()
+{
+    setState(ProcessorStarted);
+    m_output.clear();
+    launch(QStringLiteral("\"%1\" %2").arg(ffprobePath(), m_arguments));
+}
+
+void FFProbeProcessor::childOutput(const QByteArray &bytes)
+{
+    const int zero = bytes.indexOf('\0');
+    m_output += zero < 0 ? bytes : bytes.left(zero);
+}
+
+void FFProbeProcessor::childFinished(int, QProcess::ExitStatus status)
+{
+    if (isFinal())
+        return;
+    drain();
+    setState(status == QProcess::NormalExit ? ProcessorFinished : ProcessorError);
+}

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/MediaProcessor/progressprocessor.h"
+
+#include "MediaKits/Logger/logger.h"
+
+void ProgressProcessor::childOutput(const QByteArray &bytes)
+{
+    const QVector<qint64> positions = progressPositionsUs(m_output.feed(toolText(bytes)));
+    for (const qint64 positionUs : positions) {
+        if (m_withProgress && m_durationMs != 0)
+            emit progressChanged(progressAt(positionUs, m_durationMs));
+    }
+    readPendingDuration();
+}
+
+void ProgressProcessor::childReport(const QByteArray &bytes)
+{
+    ToolProcessor::childReport(bytes);
+    if (m_durationPending && m_withProgress)
+        m_unreadReport += bytes;
+}
+
+// The report is looked at only when progress comes: by then every input has been told, so that
+// the shortest of several inputs counts.
+void ProgressProcessor::readPendingDuration()
+{
+    if (!m_durationPending)
+        return;
+    // A line may come in two reads; its beginning waits for its end.
+    const int wholeLines = m_unreadReport.lastIndexOf('\n') + 1;
+    if (lowerDurationFromReport(toolText(m_unreadReport.left(wholeLines)), m_durationMs))
+        m_durationPending = false;
+    m_unreadReport.remove(0, m_durationPending ? wholeLines : m_unreadReport.size());
+}
+
+void ProgressProcessor::logFailure(int exitCode) const
+{
+    CLOG(ERROR, "default") << "FFmpeg exitCode=" << exitCode;
+    CLOG(ERROR, "default") << "FFmpeg cmd:" << m_arguments;
+    CLOG(ERROR, "default") << "FFmpeg Info=" << tail().text();
+}

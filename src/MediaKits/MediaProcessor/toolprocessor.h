@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/MediaProcessor/mediaprocessor.h"
+#include "MediaKits/MediaProcessor/reporttail.h"
+#include "platform/childprocess.h"
+
+/// The one place where a tool becomes a child process: what all runners share around their
+/// `QProcess`. The child dies with the program, however the program ends.
+class ToolProcessor : public MediaProcessor
+{
+    Q_OBJECT
+
+public:
+    explicit ToolProcessor(QObject *parent = nullptr);
+    /// Kills a child that is still there.
+    ~ToolProcessor() override;
+
+    /// Asks a running child to quit and looks away from it; with `force` kills it and waits until
+    /// it is gone. The state is `ProcessorFinished` at once.
+    void stop(bool force) override;
+    void pause() override;
+    void resume() override;
+
+    /// What the tool said last, for showing why a run failed; empty before it said anything.
+    /// @param count lines at most
+    QStringList lastLines(int count) const { return m_tail.lastLines(count); }
+
+    /// Process id of the child, 0 when none runs.
+    qint64 processId() const { return m_process.processId(); }
+
+protected:
+    /// Starts `commandText`, program and arguments in one text with the quoting of
+    /// `QProcess::splitCommand`, and waits for its end when the runner is blocking.
+    void launch(const QString &commandText);
+
+    /// The same for a program and its arguments one by one.
+    void launch(const QString &program, const QStringList &arguments);
+
+    /// Handlers of the child's reports; none is called after `stop`.
+    virtual void childRunning();
+    virtual void childOutput(const QByteArray &bytes) = 0;
+    virtual void childReport(const QByteArray &bytes);
+    virtual void childFinished(int exitCode, QProcess::ExitStatus status) = 0;
+    virtual void childFailed(QProcess::ProcessError error);
+
+    /// Reads both channels to their present end.
+    void drain();
+    /// Wakes a paused child, and asks a running one to quit where it knows ffmpeg's key for that.
+    void askToQuit();
+    /// Kills the child and waits until it is gone.
+    void killChild();
+    /// Whether the letter "q" on its standard input ends the tool.
+    virtual bool knowsQuitKey() const { return true; }
+
+    const ReportTail &tail() const { return m_tail; }
+    /// Adds a line of our own to the report, for a failure that the tool could not tell.
+    void note(const QString &line) { m_tail.append(line.toUtf8() + '\n'); }
+
+private:
+    ChildProcess m_process;
+    ReportTail m_tail;
+};

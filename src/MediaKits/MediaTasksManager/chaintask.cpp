@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/MediaTasksManager/chaintask.h"
+
+#include "MediaKits/MediaFormats/outputpath.h"
+#include "MediaKits/MediaFormats/tempmarker.h"
+#include "MediaKits/MediaTasksManager/mediamovetask.h"
+#include "MediaKits/MediaTasksManager/tempdircreatetask.h"
+#include "MediaKits/MediaTasksManager/tempdirdeletetask.h"
+
+#include <QDir>
+#include <QUuid>
+
+namespace {
+
+QDir outputFolder(const QString &dir)
+{
+    return QDir(dir.isEmpty() ? QStringLiteral(".") : dir);
+}
+
+} // namespace
+
+ChainTask::~ChainTask()
+{
+    ChainTask::stop();
+    if (m_group)
+        m_group->deleteLater();
+}
+
+void ChainTask::start()
+{
+    if (!param()) {
+        failWithoutParam();
+        return;
+    }
+    if (m_group) {
+        // Without an end of its own, the old chain would leave its work folder.
+        m_group->disconnect(this);
+        m_group->stop();
+        m_group->deleteLater();
+        m_group = nullptr;
+    }
+    const QString cause = problem();
+    if (!cause.isEmpty()) {
+        setState(START);
+        failAbout({cause, {}});
+        return;
+    }
+    m_group = buildGroup();
+    connect(m_group, &MediaTask::taskStateChanged, this, &ChainTask::onGroupState,
+            Qt::DirectConnection);
+    connect(m_group, &MediaTask::taskOperateChanged, this, &ChainTask::setOperate);
+    connect(m_group, &MediaTask::taskProgress, this, &MediaTask::taskProgress);
+    connect(m_group, &MediaTask::taskCustomeMsgCome, this, &MediaTask::taskCustomeMsgCome);
+    setState(START);
+    m_group->start();
+}
+
+void ChainTask::pause()
+{
+    if (m_group && !isFinal(state()))
+        m_group->pause();
+}
+
+void ChainTask::resume()
+{
+    if (m_group && !isFinal(state()))
+        m_group->resume();
+}
+
+void ChainTask::stop()
+{
+    if (state() == STOPED)
+        return;
+    setState(STOPING);
+    if (m_group)
+        m_group->stop();
+}
+
+void ChainTask::onGroupState(State groupState)
+{
+    if (groupState == ERROR)
+        failAbout(m_group->failure());
+    else if (groupState != DESTORIED)
+        setState(groupState);
+}
+
+void ChainTask::failAbout(const TaskFailure &failure)
+{
+    fail({tr("%1：%2").arg(subject(), failure.cause), failure.report});
+}
+
+QString ChainTask::newWorkDir(const QString &outputDir)
+{
+    const QDir marker(createTempMarkerDir(outputFolder(outputDir).absolutePath()));
+    return marker.absoluteFilePath(QUuid::createUuid().toString());
+}
+
+QString ChainTask::outputPath(const QString &dir, const QString &name, const QString &format)
+{
+    return outputFolder(dir).absoluteFilePath(name + QLatin1Char('.') + format);
+}
+
+MediaTask *ChainTask::createStep(const QString &workDir)
+{
+    auto *step = new TempDirCreateTask(QStringLiteral("TempDirCreateTask"), QString());
+    step->setParam(new TempDirCreateParam(workDir));
+    return step;
+}
+
+MediaTask *ChainTask::moveStep(const QString &from, const QString &to)
+{
+    auto *step = new MediaMoveTask(QStringLiteral("MediaMoveTask"), QString());
+    step->setParam(new MediaMoveTaskParam(from, to));
+    return step;
+}
+
+MediaTask *ChainTask::deleteStep(const QString &workDir)
+{
+    auto *step = new TempDirDeleteTask(QStringLiteral("TempDirDeleteTask"), QString());
+    step->setParam(new TempDirDeleteTaskParam(workDir));
+    return step;
+}
+
+QString ChainTask::outputProblem(const QString &path)
+{
+    if (!fileNameFits(path))
+        return tr("输出文件名过长");
+    const QFileInfo dir(QFileInfo(path).path());
+    if (dir.exists() && !dir.isDir())
+        return tr("输出目录不是文件夹：%1").arg(QDir::toNativeSeparators(dir.filePath()));
+    if (dir.exists() && !dir.isWritable())
+        return tr("输出目录无法写入：%1").arg(QDir::toNativeSeparators(dir.filePath()));
+    return {};
+}

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/MediaTasksManager/groupmediatask.h"
+
+/// Base of the tasks that run a chain of steps as one task. The chain is built anew at each start,
+/// so that a task can be started again after any final state; the task's state follows the chain's.
+class ChainTask : public MediaTask
+{
+    Q_OBJECT
+
+public:
+    using MediaTask::MediaTask;
+    ~ChainTask() override;
+
+    void start() override;
+    void pause() override;
+    void stop() override;
+    void resume() override;
+
+protected:
+    /// Why the chain need not begin, in words for the user; empty when it may.
+    virtual QString problem() const = 0;
+    /// The chain for the present parameter, without a parent.
+    virtual GroupMediaTask *buildGroup() = 0;
+    /// The name that a failure is told with.
+    virtual QString subject() const = 0;
+
+    /// A path for a new work folder inside the marker directory of an output folder. The folder
+    /// itself is made by the chain's first step.
+    static QString newWorkDir(const QString &outputDir);
+    /// Where a result is wanted; an empty folder stands for the current one.
+    static QString outputPath(const QString &dir, const QString &name, const QString &format);
+
+    // The steps around the work of every chain.
+    static MediaTask *createStep(const QString &workDir);
+    static MediaTask *moveStep(const QString &from, const QString &to);
+    static MediaTask *deleteStep(const QString &workDir);
+
+    /// Why nothing can be put at this path, in words for the user; empty when nothing is known.
+    static QString outputProblem(const QString &path);
+
+private:
+    void onGroupState(State groupState);
+    void failAbout(const TaskFailure &failure);
+
+    GroupMediaTask *m_group = nullptr; ///< owned, goes by `deleteLater`
+};

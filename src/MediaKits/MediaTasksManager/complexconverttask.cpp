@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/MediaTasksManager/complexconverttask.h"
+
+#include "MediaKits/MediaFormats/toolquoting.h"
+#include "MediaKits/MediaTasksManager/converttask.h"
+#include "MediaKits/MediaTasksManager/inputcheck.h"
+#include "MediaKits/MediaTasksManager/kuxtask.h"
+#include "MediaKits/MediaTasksManager/mactask.h"
+#include "MediaKits/MediaTasksManager/qlvtask.h"
+#include "MediaKits/MediaTasksManager/qsvtask.h"
+
+#include <QDir>
+
+namespace {
+
+constexpr double folderWeight = 0.0001;
+constexpr double convertWeight = 1.0;
+constexpr double kuxWeight = 0.2;
+constexpr double rewrapWeight = 0.1;
+constexpr int qsvMode = 1;
+
+bool isApe(const QString &format)
+{
+    return format.compare(QLatin1String("APE"), Qt::CaseInsensitive) == 0;
+}
+
+} // namespace
+
+QString ComplexConvertTask::finalPath() const
+{
+    return outputPath(m_param->outputDir, m_param->outputName, m_param->format);
+}
+
+QString ComplexConvertTask::subject() const
+{
+    return QDir::toNativeSeparators(m_param->inputFile);
+}
+
+QString ComplexConvertTask::problem() const
+{
+    const QString input = inputProblem(m_param->inputFile);
+    if (!input.isEmpty())
+        return input;
+    const bool pastEnd = m_param->timeRange && m_param->durationMs > 0 &&
+                         m_param->timeRange->start >= m_param->durationMs;
+    return pastEnd ? tr("截取的开始时间超出了片长") : outputProblem(finalPath());
+}
+
+ConvertTaskParam ComplexConvertTask::convertStep(const ConvertTaskParam &param,
+                                                 const QString &source, const QString &workDir)
+{
+    ConvertTaskParam step = param;
+    step.inputFile = source;
+    step.outputDir = workDir;
+    step.outputName = QStringLiteral("convert");
+    if (isApe(param.format))
+        step.format = QStringLiteral("wav");
+    return step;
+}
+
+void ComplexConvertTask::replaceOddNames(ConvertTaskParam &step)
+{
+    step.inputFile = m_aliases.forInput(step.inputFile);
+    const QString imageKey = QStringLiteral("imagefile");
+    for (QVariant &entry : step.videoFilters) {
+        QVariantMap overlay = entry.toMap();
+        if (overlay.contains(imageKey))
+            overlay[imageKey] = m_aliases.forFilter(overlay.value(imageKey).toString());
+        entry = overlay;
+    }
+    const QString musicsKey = QStringLiteral("musics");
+    const QString pathKey = QStringLiteral("filePath");
+    for (QVariant &entry : step.audioFilters) {
+        QVariantMap dubbing = entry.toMap();
+        QVariantList musics = dubbing.value(musicsKey).toList();
+        for (QVariant &musicEntry : musics) {
+            QVariantMap music = musicEntry.toMap();
+            music[pathKey] = m_aliases.forFilter(music.value(pathKey).toString());
+            musicEntry = music;
+        }
+        dubbing[musicsKey] = musics;
+        entry = dubbing;
+    }
+}
+
+MediaTask *ComplexConvertTask::rewrapToTs(const QString &command) const
+{
+    auto *task = new FFmpegTask(QStringLiteral("TsConvertTask"), QString());
+    task->setParam(new FFmpegTaskParam(command, m_param->durationMs));
+    return task;
+}
+
+QString ComplexConvertTask::addSourceSteps(QVector<TaskItem> &items, const QDir &workDir) const
+{
+    const QString source = m_param->inputFile;
+    const QString format = m_param->inputFormat.toUpper();
+    if (format == QLatin1String("KUX")) {
+        const QString result = workDir.absoluteFilePath(QStringLiteral("kux.mp4"));
+        auto *kux = new KuxTask(QStringLiteral("ConvertTask"), QString());
+        kux->setParam(new KuxParam(source, result));
+        items.append({kux, kuxWeight});
+        return result;
+    }
+    if (format == QLatin1String("QLV")) {
+        const QString rewrapped = workDir.absoluteFilePath(QStringLiteral("qlv.mp4"));
+        const QString result = workDir.absoluteFilePath(QStringLiteral("ts.ts"));
+        auto *qlv = new QlvTask(QStringLiteral("QlvTask"), QString());
+        qlv->setParam(new QlvTaskParam(source, rewrapped));
+        items.append({qlv, rewrapWeight});
+        items.append({rewrapToTs(QStringLiteral("-y -i %1 -c copy -map 0  %2")
+                                     .arg(quoteToolPath(rewrapped), quoteToolPath(result))),
+                      rewrapWeight});
+        return result;
+    }
+    if (format == QLatin1String("QSV")) {
+        const QString rewrapped = workDir.absoluteFilePath(QStringLiteral("qsv.t"));
+        const QString result = workDir.absoluteFilePath(QStringLiteral("flv.ts"));
+        auto *qsv = new QsvTask(QStringLiteral("QsvTask"), QString());
+        qsv->setParam(new QsvTaskParam(source, rewrapped, qsvMode));
+        items.append({qsv, rewrapWeight});
+        items.append({rewrapToTs(QStringLiteral("-y -i %1 -c copy %2")
+                                     .arg(quoteToolPath(rewrapped), quoteToolPath(result))),
+                      rewrapWeight});
+        return result;
+    }
+    return source;
+}
+
+GroupMediaTask *ComplexConvertTask::buildGroup()
+{
+    m_aliases.clear();
+    const QString workDir = newWorkDir(m_param->outputDir);
+    const QDir dir(workDir);
+    QVector<TaskItem> items;
+
+    items.append({createStep(workDir), folderWeight});
+
+    const QString source = addSourceSteps(items, dir);
+    ConvertTaskParam step = convertStep(*m_param, source, workDir);
+    replaceOddNames(step);
+    auto *convert = new ConvertTask(QStringLiteral("ConvertTask"), QString());
+    convert->setParam(new ConvertTaskParam(step));
+    items.append({convert, convertWeight});
+
+    QString result = dir.absoluteFilePath(step.outputName + QLatin1Char('.') + step.format);
+    if (isApe(m_param->format)) {
+        const QString ape = workDir + QLatin1String("/m.ape");
+        auto *mac = new MacTask(QStringLiteral("MacTask"), QString());
+        mac->setParam(new MacTaskParam(result, ape));
+        items.append({mac, convertWeight});
+        result = ape;
+    }
+    items.append({moveStep(result, finalPath()), folderWeight});
+    items.append({deleteStep(workDir), folderWeight});
+    return new GroupMediaTask(items, true);
+}

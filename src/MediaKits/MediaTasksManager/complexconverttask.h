@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/MediaTasksManager/chaintask.h"
+#include "MediaKits/MediaTasksManager/converttaskparam.h"
+#include "MediaKits/MediaTasksManager/filealiases.h"
+
+class QDir;
+
+/// One output of a page: makes a private work folder inside the output folder, turns special
+/// sources into something that ffmpeg reads, converts, moves the result into place under a free
+/// name and removes the work folder whatever happens.
+class ComplexConvertTask : public ChainTask
+{
+    Q_OBJECT
+
+public:
+    using ChainTask::ChainTask;
+
+    MediaTaskParam *param() const override { return m_param.data(); }
+    void setParam(MediaTaskParam *param) override { takeParam(param, m_param); }
+
+    /// What the convert step of a chain is told.
+    /// @param source the file that the step reads
+    /// @param workDir where it writes "convert" with the output's suffix
+    static ConvertTaskParam convertStep(const ConvertTaskParam &param, const QString &source,
+                                        const QString &workDir);
+
+protected:
+    QString problem() const override;
+    GroupMediaTask *buildGroup() override;
+    QString subject() const override;
+
+private:
+    // Steps that turn a special source into one that ffmpeg reads; returns that file.
+    QString addSourceSteps(QVector<TaskItem> &items, const QDir &workDir) const;
+    MediaTask *rewrapToTs(const QString &command) const;
+    void replaceOddNames(ConvertTaskParam &step);
+    QString finalPath() const;
+
+    QSharedPointer<ConvertTaskParam> m_param;
+    FileAliases m_aliases;
+};

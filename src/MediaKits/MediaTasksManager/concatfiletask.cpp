@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/MediaTasksManager/concatfiletask.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+QString ConcatFileTask::createConcatFile() const
+{
+    QFile list(m_param->listFile);
+    if (!list.open(QIODevice::WriteOnly | QIODevice::Text))
+        return tr("无法创建合并输入文件");
+    for (const QString &part : m_param->files) {
+        const QString line = QStringLiteral("file '%1' \r\n").arg(QFileInfo(part).fileName());
+        list.write(line.toUtf8());
+    }
+    return list.flush() ? QString() : tr("无法创建合并输入文件");
+}

@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/MediaTasksManager/concattask.h"
+
+#include "MediaKits/MediaTasksManager/concatfiletask.h"
+#include "MediaKits/MediaTasksManager/converttask.h"
+#include "MediaKits/MediaTasksManager/fileconcattask.h"
+#include "MediaKits/MediaTasksManager/inputcheck.h"
+
+#include <QDir>
+
+namespace {
+
+// Weights only compare the steps with each other: a part weighs its length in ms by this number,
+// and the join a tenth of all before it.
+constexpr double msPerWeight = 600.0;
+constexpr float folderWeight = 0.00001F;
+constexpr double listWeight = 0.1;
+constexpr float joinShare = 0.1F;
+
+double partWeight(const InputFileMediaParam &input)
+{
+    const int lengthMs =
+        input.timeRange ? input.timeRange->end - input.timeRange->start : input.durationMs;
+    return lengthMs / msPerWeight;
+}
+
+} // namespace
+
+QString ConcatTask::finalPath() const
+{
+    return outputPath(m_param->outputDir, m_param->outputName, m_param->format);
+}
+
+QString ConcatTask::subject() const
+{
+    return m_param->outputName + QLatin1Char('.') + m_param->format;
+}
+
+QString ConcatTask::problem() const
+{
+    for (const auto &input : m_param->files) {
+        const QString cause = inputProblem(input->file);
+        if (!cause.isEmpty())
+            return tr("%1：%2").arg(QDir::toNativeSeparators(input->file), cause);
+    }
+    return outputProblem(finalPath());
+}
+
+ConvertTaskParam ConcatTask::partStep(int index, const QString &workDir)
+{
+    const InputFileMediaParam &input = *m_param->files[index];
+    ConvertTaskParam step;
+    step.sourceInfo = input.sourceInfo;
+    step.inputFile = m_aliases.forInput(input.file);
+    step.durationMs = input.durationMs;
+    step.inputFormat = input.format;
+    step.cropRect = input.cropRect;
+    step.timeRange = input.timeRange;
+    step.encParam = m_param->encParam;
+    step.outputDir = workDir;
+    step.outputName = QString::number(index);
+    step.format = m_param->format;
+    return step;
+}
+
+GroupMediaTask *ConcatTask::buildGroup()
+{
+    m_aliases.clear();
+    const QString workDir = newWorkDir(m_param->outputDir);
+    const QDir dir(workDir);
+    QVector<TaskItem> items;
+
+    items.append({createStep(workDir), double(folderWeight)});
+
+    float sum = folderWeight;
+    QStringList parts;
+    for (int i = 0; i < m_param->files.size(); ++i) {
+        const double weight = partWeight(*m_param->files[i]);
+        auto *part = new ConvertTask(QStringLiteral("ConvertTask"), QString());
+        part->setParam(new ConvertTaskParam(partStep(i, workDir)));
+        items.append({part, weight});
+        sum += float(weight);
+        parts += dir.absoluteFilePath(QString::number(i) + QLatin1Char('.') + m_param->format);
+    }
+
+    const QString listFile = dir.absoluteFilePath(QStringLiteral("c.txt"));
+    auto *list = new ConcatFileTask(QStringLiteral("ConcatFileTask"), QString());
+    list->setParam(new ConcatFileTaskParam(parts, listFile));
+    items.append({list, listWeight});
+
+    const QString joined = dir.absoluteFilePath(QLatin1String("concattemp.") + m_param->format);
+    auto *join = new FileConcatTask(QStringLiteral("FileConcatTask"), QString());
+    join->setParam(new FileConcatTaskParam(listFile, joined));
+    items.append({join, double(sum * joinShare)});
+
+    items.append({moveStep(joined, finalPath()), double(folderWeight)});
+    items.append({deleteStep(workDir), double(folderWeight)});
+    return new GroupMediaTask(items, true);
+}

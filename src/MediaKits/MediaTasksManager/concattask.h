@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/MediaTasksManager/chaintask.h"
+#include "MediaKits/MediaTasksManager/converttaskparam.h"
+#include "MediaKits/MediaTasksManager/filealiases.h"
+
+/// One input of a merge.
+struct InputFileMediaParam
+{
+    QString file;
+    QString format; ///< upper-cased suffix
+    int durationMs = 0;
+    QSharedPointer<TimeSpan> timeRange;
+    QSharedPointer<CropBox> cropRect;
+    QSharedPointer<MediaInfoData> sourceInfo;
+};
+
+Q_DECLARE_METATYPE(QSharedPointer<InputFileMediaParam>)
+
+struct ConcatTaskParam : MediaTaskParam
+{
+    static constexpr int paramType = 5;
+    ConcatTaskParam() : MediaTaskParam(paramType)
+    {
+        qRegisterMetaType<QSharedPointer<InputFileMediaParam>>(
+            "QSharedPointer<InputFileMediaParam>");
+    }
+
+    QList<QSharedPointer<InputFileMediaParam>> files;
+    QString outputName; ///< base name without suffix
+    QString outputDir;  ///< empty stands for "."
+    QString format;     ///< output suffix
+    QSharedPointer<EncParam> encParam;
+};
+
+/// The merge: converts every input into one common form in a work folder, joins the parts by
+/// stream copy and moves the result into place.
+class ConcatTask : public ChainTask
+{
+    Q_OBJECT
+
+public:
+    using ChainTask::ChainTask;
+
+    MediaTaskParam *param() const override { return m_param.data(); }
+    void setParam(MediaTaskParam *param) override { takeParam(param, m_param); }
+
+protected:
+    QString problem() const override;
+    GroupMediaTask *buildGroup() override;
+    QString subject() const override;
+
+private:
+    ConvertTaskParam partStep(int index, const QString &workDir);
+    QString finalPath() const;
+
+    QSharedPointer<ConcatTaskParam> m_param;
+    FileAliases m_aliases;
+};

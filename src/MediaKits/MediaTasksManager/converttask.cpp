@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/MediaTasksManager/converttask.h"
+
+#include "catalogue/encparamcatalog.h"
+#include "MediaKits/MediaFormats/mediaformats.h"
+#include "MediaKits/MediaTasksManager/convertgraph.h"
+
+#include <QDir>
+
+#include <cmath>
+
+namespace {
+
+// The encoder's "-preset" by speed index; index 0 gives no option.
+const char *const speedNames[] = {nullptr, "ultrafast", "superfast", "veryfast", "faster",
+                                  "fast",  "medium",    "slow",      "slower",   "veryslow"};
+
+// Packets that ffmpeg may hold back until every stream has begun: long silent or dark openings
+// need far more than its own default.
+const QString muxingQueueSize = QStringLiteral("34500");
+
+class OptionList
+{
+public:
+    void add(const char *name, const QVariant &value = {})
+    {
+        m_options.append(FFmpegExTask::option(QLatin1String(name), value));
+    }
+    void addIfText(const char *name, const QString &value)
+    {
+        if (!value.isEmpty())
+            add(name, value);
+    }
+    void addIfPositive(const char *name, int value, const char *unit = "")
+    {
+        if (value > 0)
+            add(name, QString::number(value) + QLatin1String(unit));
+    }
+    QVariantList list() const { return m_options; }
+
+private:
+    QVariantList m_options;
+};
+
+QString seconds(int ms)
+{
+    return QString::number(ms / 1000.0, 'g', 6);
+}
+
+QVariantList inputOptions(const ConvertTaskParam &param)
+{
+    OptionList options;
+    if (param.timeRange && param.timeRange->end > 0) {
+        const TimeSpan &span = *param.timeRange;
+        if (span.start > 0)
+            options.add("-ss", seconds(span.start));
+        options.add("-t", seconds(span.end - span.start + 1));
+    }
+    return options.list();
+}
+
+void addVideoOptions(OptionList &options, const VEncParam &video)
+{
+    options.addIfText("-c:v", EncParamCatalog::instance().encoderOf(video.fourCC));
+    if (video.width > 0 && video.height > 0) {
+        options.add("-s",
+                    QStringLiteral("%1x%2").arg(video.width / 2 * 2).arg(video.height / 2 * 2));
+    }
+    options.addIfPositive("-b:v", video.bitrate, "k");
+    if (std::abs(video.frameRate) > 1e-12)
+        options.add("-r", QString::number(video.frameRate, 'g', 6));
+}
+
+void addAudioOptions(OptionList &options, const AEncParam &audio, const QString &format)
+{
+    // Ring tones are MP4 files under a suffix that ffmpeg knows no container for.
+    if (format.compare(QLatin1String("m4r"), Qt::CaseInsensitive) == 0) {
+        options.add("-f", QStringLiteral("mp4"));
+    } else {
+        options.addIfText("-c:a", EncParamCatalog::instance().encoderOf(audio.fourCC));
+        options.addIfPositive("-ac", audio.channel);
+    }
+    options.addIfPositive("-ar", audio.sampleRate);
+    options.addIfPositive("-b:a", audio.bitrate, "k");
+}
+
+QVariantList outputOptions(const ConvertTaskParam &param)
+{
+    OptionList options;
+    if (param.encParam && param.encParam->video)
+        addVideoOptions(options, *param.encParam->video);
+    if (param.encParam && param.encParam->audio)
+        addAudioOptions(options, *param.encParam->audio, param.format);
+    const QString graph = ConvertTask::buildFilterText(param);
+    if (!graph.isEmpty())
+        options.add("-filter_complex", QLatin1Char('"') + graph + QLatin1Char('"'));
+    if (param.speed > 0 && param.speed < int(std::size(speedNames)))
+        options.add("-preset", QString(QLatin1String(speedNames[param.speed])));
+    if (isAudioFormat(param.format))
+        options.add("-vn");
+    options.add("-max_muxing_queue_size", muxingQueueSize);
+    return options.list();
+}
+
+} // namespace
+
+void ConvertTask::start()
+{
+    if (!m_convertParam) {
+        failWithoutParam();
+        return;
+    }
+    QVariantMap tree = buildOptionTree(*m_convertParam);
+    tree.insert(QStringLiteral("duration"), outputDuration(*m_convertParam));
+    FFmpegExTask::setParam(new FFmpegExTaskParam(tree));
+    setState(START);
+    FFmpegExTask::start();
+}
+
+QString ConvertTask::buildFilterText(const ConvertTaskParam &param)
+{
+    QStringList graphs{videoGraphText(param), audioGraphText(param, outputDuration(param))};
+    graphs.removeAll(QString());
+    return graphs.join(QLatin1Char(';'));
+}
+
+QVariantMap ConvertTask::buildOptionTree(const ConvertTaskParam &param)
+{
+    const QVariantMap input{
+        {QStringLiteral("inputUrl"), QDir::toNativeSeparators(param.inputFile)},
+        {QStringLiteral("options"), inputOptions(param)},
+    };
+    const QDir dir(param.outputDir.isEmpty() ? QStringLiteral(".") : param.outputDir);
+    const QVariantMap output{
+        {QStringLiteral("options"), outputOptions(param)},
+        {QStringLiteral("outputUrl"),
+         dir.absoluteFilePath(param.outputName + QLatin1Char('.') + param.format)},
+    };
+    OptionList global;
+    global.add("-hide_banner");
+    global.add("-y");
+    return {
+        {QStringLiteral("options"), global.list()},
+        {QStringLiteral("input"), QVariantMap{{QStringLiteral("inputs"), QVariantList{input}}}},
+        {QStringLiteral("output"), output},
+    };
+}
+
+int ConvertTask::outputDuration(const ConvertTaskParam &param)
+{
+    return param.timeRange ? param.timeRange->end - param.timeRange->start : param.durationMs;
+}

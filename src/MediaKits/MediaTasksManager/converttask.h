@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/MediaTasksManager/converttaskparam.h"
+#include "MediaKits/MediaTasksManager/ffmpegextask.h"
+
+/// The one place where a description of a wanted result becomes an ffmpeg command.
+class ConvertTask : public FFmpegExTask
+{
+    Q_OBJECT
+
+public:
+    using FFmpegExTask::FFmpegExTask;
+
+    void start() override;
+    MediaTaskParam *param() const override { return m_convertParam.data(); }
+    void setParam(MediaTaskParam *param) override { takeParam(param, m_convertParam); }
+
+    /// The text of "-filter_complex", possibly empty.
+    static QString buildFilterText(const ConvertTaskParam &param);
+    /// The tree of `FFmpegExTask`, without its "duration".
+    static QVariantMap buildOptionTree(const ConvertTaskParam &param);
+    /// Length in ms of what will be produced, for progress; 0 when unknown.
+    static int outputDuration(const ConvertTaskParam &param);
+
+private:
+    QSharedPointer<ConvertTaskParam> m_convertParam;
+};

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "catalogue/encparam.h"
+#include "MediaKits/MediaInfo/mediainfodata.h"
+#include "MediaKits/MediaTasksManager/mediaselection.h"
+#include "MediaKits/MediaTasksManager/mediataskparam.h"
+#include "MediaKits/MediaTasksManager/videobeautyparam.h"
+
+#include <QVariantList>
+
+/// One wanted conversion: a record with value semantics; copies share what the pointers hold.
+struct ConvertTaskParam : MediaTaskParam
+{
+    static constexpr int paramType = 4;
+    ConvertTaskParam() : MediaTaskParam(paramType) {}
+
+    QString inputFile;
+    QString inputFormat; ///< the source's format word, its suffix; chooses the chain of steps
+    QString outputName;  ///< base name without suffix
+    QString outputDir;   ///< empty stands for "."
+    QString format;      ///< output suffix, which also decides the container
+    int durationMs = 0;  ///< length of the source, 0 when unknown
+    int speed = 0;       ///< encoder speed 1 (fastest) to 9 (slowest), 0 for the encoder's own
+    QSharedPointer<EncParam> encParam;
+    QSharedPointer<TimeSpan> timeRange;
+    QSharedPointer<CropBox> cropRect;
+    QSharedPointer<VideoBeautyParam> beauty;
+    QSharedPointer<MediaInfoData> sourceInfo;
+    /// Overlays: maps with "filter" ("delogo", "drawtext" or "watermark"), "rect" (QRectF in
+    /// source pixels), "startTime" and "endTime" (ms; an end of 0 or less: the whole video) and
+    /// "font", "fontcolor", "opacity", "text", "imagefile" as the kind needs them.
+    QVariantList videoFilters;
+    /// Dubbings: maps with "filter" ("dubbing"), "musics" (maps of "filePath", "volume" as a
+    /// factor, "startTime" in ms), "videoVolume" (factor) and "isMax" (false silences the video).
+    QVariantList audioFilters;
+};

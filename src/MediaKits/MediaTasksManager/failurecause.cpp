@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/MediaTasksManager/failurecause.h"
+
+#include <QCoreApplication>
+#include <QRegularExpression>
+
+#include <algorithm>
+
+namespace {
+
+struct KnownReason
+{
+    const char *said; ///< how ffmpeg's line begins or ends
+    const char *meaning;
+};
+
+const KnownReason knownReasons[] = {
+    {"No space left on device", QT_TRANSLATE_NOOP("failureCause", "磁盘空间不足")},
+    {"File too large", QT_TRANSLATE_NOOP("failureCause", "输出文件超出了大小限制")},
+    {"Permission denied", QT_TRANSLATE_NOOP("failureCause", "没有访问权限")},
+    {"moov atom not found", QT_TRANSLATE_NOOP("failureCause", "文件不完整或不是媒体文件")},
+    {"Invalid data found when processing input",
+     QT_TRANSLATE_NOOP("failureCause", "文件已损坏或不是媒体文件")},
+    {"does not contain any stream",
+     QT_TRANSLATE_NOOP("failureCause", "源文件中没有此格式能容纳的内容")},
+    {"too many channels", QT_TRANSLATE_NOOP("failureCause", "此格式容纳不下这么多声道")},
+};
+
+// Lines that only say that something went wrong, behind the line that says what.
+bool isGeneral(const QString &line)
+{
+    static const QRegularExpression general(QStringLiteral(
+        "^Conversion failed!$|^Error initializing output stream|incorrect codec parameters"));
+    return general.match(line).hasMatch();
+}
+
+QString withoutSender(QString line)
+{
+    static const QRegularExpression sender(QStringLiteral("^\\[[^\\]]* @ 0x[0-9a-f]+\\] "));
+    return line.remove(sender);
+}
+
+QString tellingLine(const QStringList &report)
+{
+    const auto it = std::find_if_not(report.crbegin(), report.crend(), isGeneral);
+    if (it == report.crend())
+        return report.isEmpty() ? QString() : report.last();
+    return withoutSender(*it);
+}
+
+// A file's name in the report may hold the same words, but ffmpeg puts names in the middle.
+bool says(const QStringList &report, const QString &words)
+{
+    return std::any_of(report.cbegin(), report.cend(), [&words](const QString &line) {
+        return withoutSender(line).startsWith(words) || line.endsWith(words);
+    });
+}
+
+} // namespace
+
+QString failureCause(const QStringList &report)
+{
+    const QString line = tellingLine(report);
+    if (line.isEmpty())
+        return QCoreApplication::translate("failureCause", "转换工具异常退出");
+    for (const KnownReason &reason : knownReasons) {
+        if (says(report, QLatin1String(reason.said))) {
+            return QCoreApplication::translate("failureCause", "%1（%2）")
+                .arg(QCoreApplication::translate("failureCause", reason.meaning), line);
+        }
+    }
+    return line;
+}

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/MediaTasksManager/filealiases.h"
+
+#include "MediaKits/AppInstance/LocalStore/appdirs.h"
+#include "MediaKits/AppInstance/LocalStore/removedir.h"
+#include "MediaKits/MediaFormats/mediaformats.h"
+#include "MediaKits/MediaFormats/tempmarker.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QUuid>
+
+#include <algorithm>
+
+namespace {
+
+// What the reading of "movie='…'" inside a quoted command would take for its own.
+bool isFilterSyntax(QChar c)
+{
+    return QStringLiteral("='\"%\\;[]").contains(c) || c.category() == QChar::Other_Control;
+}
+
+// For all other suffixes ffmpeg may choose its reader of numbered pictures.
+bool isFilm(const QString &path)
+{
+    return mediaClassOf(QFileInfo(path).suffix()) != UnknownMediaClass;
+}
+
+} // namespace
+
+QString FileAliases::forFilter(const QString &path)
+{
+    return std::any_of(path.cbegin(), path.cend(), isFilterSyntax) ? link(path) : path;
+}
+
+QString FileAliases::forInput(const QString &path)
+{
+    return path.contains(QLatin1Char('%')) && !isFilm(path) ? link(path) : path;
+}
+
+FileAliases::~FileAliases()
+{
+    clear();
+}
+
+void FileAliases::clear()
+{
+    if (m_dir.isEmpty())
+        return;
+    removeDirRecursively(m_dir);
+    releaseWorkFolder(m_dir);
+    m_dir.clear();
+    m_count = 0;
+}
+
+QString FileAliases::link(const QString &path)
+{
+    if (m_dir.isEmpty()) {
+        const QString name = QUuid::createUuid().toString(QUuid::WithoutBraces);
+        m_dir = QDir(createTempMarkerDir(tempDir())).absoluteFilePath(name);
+        QDir().mkpath(m_dir);
+        claimWorkFolder(m_dir);
+    }
+    const QString suffix = QFileInfo(path).suffix();
+    const bool plainSuffix =
+        std::all_of(suffix.cbegin(), suffix.cend(), [](QChar c) { return c.isLetterOrNumber(); });
+    QString alias = QStringLiteral("%1/file%2").arg(m_dir, QString::number(++m_count));
+    if (plainSuffix && !suffix.isEmpty())
+        alias += QLatin1Char('.') + suffix;
+    return QFile::link(QFileInfo(path).absoluteFilePath(), alias) ? alias : path;
+}

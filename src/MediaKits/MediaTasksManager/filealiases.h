@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+/// Plain second names (links) for files whose path a tool can't take where it has to stand: a
+/// filter reads "=" and quotes as its own syntax, an image reader takes "%d" for a pattern. The
+/// links live in a claimed work folder of their own until the object goes.
+class FileAliases
+{
+public:
+    FileAliases() = default;
+    ~FileAliases();
+    Q_DISABLE_COPY(FileAliases)
+
+    /// @param path an existing file
+    /// @return `path` itself when a filter's "movie" takes it, else a link to it; `path` again when
+    ///         no link can be made
+    QString forFilter(const QString &path);
+
+    /// The same for a file that stands behind "-i".
+    QString forInput(const QString &path);
+
+    /// Removes all links.
+    void clear();
+
+private:
+    QString link(const QString &path);
+
+    QString m_dir; ///< empty while there are no links
+    int m_count = 0;
+};

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/MediaTasksManager/fileconcattask.h"
+
+#include "MediaKits/MediaFormats/toolquoting.h"
+
+#include <limits>
+
+void FileConcatTask::start()
+{
+    if (!m_concatParam) {
+        failWithoutParam();
+        return;
+    }
+    const QString command =
+        QStringLiteral("-safe 1 -hide_banner -y -f concat -i %1 -c copy -map 0  %2")
+            .arg(quoteToolPath(m_concatParam->listFile), quoteToolPath(m_concatParam->output));
+    // Copying has no length of its own to count against: its progress stays near 0.
+    FFmpegTask::setParam(new FFmpegTaskParam(command, std::numeric_limits<int>::max()));
+    FFmpegTask::start();
+}

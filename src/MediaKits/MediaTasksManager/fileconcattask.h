@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/MediaTasksManager/ffmpegtask.h"
+
+struct FileConcatTaskParam : MediaTaskParam
+{
+    static constexpr int paramType = 6;
+    FileConcatTaskParam(const QString &list, const QString &target)
+        : MediaTaskParam(paramType), listFile(list), output(target)
+    {
+    }
+
+    QString listFile;
+    QString output;
+};
+
+/// Joins the files of a concat list by copying their streams.
+class FileConcatTask : public FFmpegTask
+{
+    Q_OBJECT
+
+public:
+    using FFmpegTask::FFmpegTask;
+
+    void start() override;
+    MediaTaskParam *param() const override { return m_concatParam.data(); }
+    void setParam(MediaTaskParam *param) override { takeParam(param, m_concatParam); }
+
+private:
+    QSharedPointer<FileConcatTaskParam> m_concatParam;
+};

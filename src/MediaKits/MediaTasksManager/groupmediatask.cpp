@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/MediaTasksManager/groupmediatask.h"
+
+GroupMediaTask::GroupMediaTask(const QVector<TaskItem> &items, bool cleanupLast,
+                               const QString &name, const QString &groupId, QObject *parent)
+    : MediaTask(name, groupId, parent), m_items(items), m_cleanupLast(cleanupLast)
+{
+    for (int i = 0; i < m_items.size(); ++i) {
+        MediaTask *task = m_items[i].task;
+        task->setParent(this);
+        m_weightBefore.append(m_totalWeight);
+        m_totalWeight += m_items[i].weight;
+        // Queued, so that a task's own slot has returned before the next task starts from here.
+        connect(
+            task, &MediaTask::taskStateChanged, this,
+            [this, i](MediaTask::State state) { onItemState(i, state); }, Qt::QueuedConnection);
+        connect(
+            task, &MediaTask::taskProgress, this,
+            [this, i](double progress) { onItemProgress(i, progress); }, Qt::QueuedConnection);
+        connect(task, &MediaTask::taskCustomeMsgCome, this, &MediaTask::taskCustomeMsgCome);
+    }
+}
+
+GroupMediaTask::~GroupMediaTask()
+{
+    GroupMediaTask::stop();
+}
+
+MediaTask *GroupMediaTask::currentTask() const
+{
+    return m_currentIndex < m_items.size() ? m_items[m_currentIndex].task : nullptr;
+}
+
+void GroupMediaTask::start()
+{
+    if (isFinal(state()))
+        m_stopRequested = false;
+    setState(START);
+    MediaTask *task = currentTask();
+    if (!task)
+        setState(FINISHED);
+    else if (!m_stopRequested)
+        task->start();
+}
+
+void GroupMediaTask::pause()
+{
+    if (MediaTask *task = currentTask())
+        task->pause();
+}
+
+void GroupMediaTask::resume()
+{
+    if (MediaTask *task = currentTask())
+        task->resume();
+}
+
+void GroupMediaTask::stop()
+{
+    if (state() == STOPED)
+        return;
+    m_stopRequested = true;
+    setState(STOPING);
+    if (MediaTask *task = currentTask())
+        task->stop();
+    m_currentIndex = 0;
+}
+
+void GroupMediaTask::onItemProgress(int index, double progress)
+{
+    emit taskProgress((progress * m_items[index].weight + m_weightBefore[index]) / m_totalWeight);
+}
+
+void GroupMediaTask::onItemState(int index, State itemState)
+{
+    switch (itemState) {
+    case START:
+        m_currentIndex = index;
+        if (m_stopRequested)
+            m_items[index].task->stop();
+        break;
+    case RUNNING:
+        if (index == 0)
+            setState(RUNNING);
+        break;
+    case STOPING:
+    case PAUSED:
+    case RESUMED:
+        setState(itemState);
+        break;
+    case FINISHED:
+        onItemFinished(index);
+        break;
+    case ERROR:
+    case STOPED:
+        onItemEnded(index, itemState);
+        break;
+    case UNSTARTED:
+    case DESTORIED:
+        break;
+    }
+}
+
+void GroupMediaTask::onItemFinished(int index)
+{
+    if (index == m_items.size() - 1) {
+        emit taskProgress(1.0);
+        setState(FINISHED);
+    } else if (m_stopRequested) {
+        // The stop came while no item could take it, or the item's tool had just been started:
+        // its result may be half a file, and nothing behind it may run.
+        onItemEnded(index, STOPED);
+    } else {
+        m_items[index + 1].task->start();
+    }
+}
+
+void GroupMediaTask::onItemEnded(int index, State outcome)
+{
+    if (outcome == ERROR)
+        keepFailure(m_items[index].task->failure());
+    if (m_cleanupLast)
+        runClosingStep(outcome);
+    else
+        setState(outcome);
+}
+
+void GroupMediaTask::runClosingStep(State outcome)
+{
+    MediaTask *closing = m_items.last().task;
+    disconnect(closing, &MediaTask::taskStateChanged, this, nullptr);
+    connect(
+        closing, &MediaTask::taskStateChanged, this,
+        [this, outcome](State closingState) {
+            if (closingState == FINISHED)
+                setState(outcome);
+            else if (closingState == ERROR || closingState == STOPED)
+                setState(closingState);
+        },
+        Qt::DirectConnection);
+    closing->start();
+}

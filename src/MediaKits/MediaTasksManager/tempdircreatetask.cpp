@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/MediaTasksManager/tempdircreatetask.h"
+
+#include "MediaKits/MediaFormats/tempmarker.h"
+
+#include <QDir>
+
+QString TempDirCreateTask::perform()
+{
+    if (!QDir().mkpath(m_param->path))
+        return tr("无法在输出目录中创建文件夹：%1").arg(QDir::toNativeSeparators(m_param->path));
+    claimWorkFolder(m_param->path);
+    return {};
+}

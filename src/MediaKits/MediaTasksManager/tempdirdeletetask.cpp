@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/MediaTasksManager/tempdirdeletetask.h"
+
+#include "MediaKits/AppInstance/LocalStore/removedir.h"
+#include "MediaKits/MediaFormats/tempmarker.h"
+
+QString TempDirDeleteTask::perform()
+{
+    removeDirRecursively(m_param->dir);
+    releaseWorkFolder(m_param->dir);
+    return {};
+}

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/MediaTasksManager/tooltask.h"
+
+#include "MediaKits/MediaTasksManager/failurecause.h"
+
+namespace {
+
+constexpr int keptReportLines = 12;
+
+} // namespace
+
+ToolTask::ToolTask(ToolProcessor &runner, EndProgress endProgress, const QString &name,
+                   const QString &groupId, QObject *parent)
+    : MediaTask(name, groupId, parent), m_runner(runner), m_endProgress(endProgress)
+{
+}
+
+void ToolTask::watchRunner()
+{
+    connect(&m_runner, &MediaProcessor::stateChanged, this, &ToolTask::onRunnerState,
+            Qt::DirectConnection);
+    connect(&m_runner, &MediaProcessor::progressChanged, this, &MediaTask::taskProgress);
+}
+
+void ToolTask::pause()
+{
+    m_runner.pause();
+}
+
+void ToolTask::resume()
+{
+    m_runner.resume();
+}
+
+void ToolTask::stop()
+{
+    if (state() == STOPED)
+        return;
+    setState(STOPING);
+    m_runner.stop(true);
+}
+
+void ToolTask::onRunnerState(MediaProcessor::State runnerState)
+{
+    switch (runnerState) {
+    case MediaProcessor::ProcessorRunning:
+        setState(RUNNING);
+        break;
+    case MediaProcessor::ProcessorPaused:
+        setState(PAUSED);
+        break;
+    case MediaProcessor::ProcessorResumed:
+        setState(RESUMED);
+        break;
+    case MediaProcessor::ProcessorFinished:
+        if (m_endProgress == FullEndProgress)
+            emit taskProgress(1.0);
+        setState(FINISHED);
+        break;
+    case MediaProcessor::ProcessorError: {
+        const QStringList report = m_runner.lastLines(keptReportLines);
+        fail({failureCause(report), report});
+        break;
+    }
+    case MediaProcessor::ProcessorIdle:
+    case MediaProcessor::ProcessorStarted:
+        break;
+    }
+}

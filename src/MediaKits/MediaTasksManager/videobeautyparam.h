@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QMetaType>
+#include <QSharedPointer>
+
+/// Look, turn, speed and volume of a video, as the beauty editor leaves them.
+struct VideoBeautyParam
+{
+    float contrast = 1.0F;   ///< neutral 1
+    float brightness = 0.0F; ///< neutral 0
+    float saturation = 1.0F; ///< neutral 1
+    float red = 0.0F;        ///< colour balance of a channel, -1 to 1, neutral 0
+    float green = 0.0F;
+    float blue = 0.0F;
+    int rotate = 0;      ///< quarter turns, positive clockwise
+    float volume = 1.0F; ///< factor
+    float speed = 1.0F;  ///< factor
+    bool reverse = false;
+    bool vflip = false;
+    bool hflip = false;
+    int filterIndex = -1; ///< row of the ready-made look, -1 for none
+};
+
+Q_DECLARE_METATYPE(QSharedPointer<VideoBeautyParam>)

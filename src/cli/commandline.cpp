@@ -1,0 +1,228 @@
+// SPDX-License-Identifier: MIT
+#include "cli/commandline.h"
+
+#include "catalogue/encparamcatalog.h"
+#include "cli/textvalues.h"
+#include "MediaKits/AppInstance/LocalStore/outputdirs.h"
+
+#include <QCommandLineParser>
+#include <QDir>
+
+namespace {
+
+struct CommandRow
+{
+    const char *word;
+    Command command;
+    const char *options; ///< names of the options it takes
+};
+
+const CommandRow commandRows[] = {
+    {"categories", Command::Categories, "json"},
+    {"presets", Command::Presets, "json category"},
+    {"probe", Command::Probe, "json reader"},
+    {"convert", Command::Convert, "json preset out name from to crop speed beauty jobs dry-run"},
+    {"merge", Command::Merge, "json preset out name"},
+};
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("CommandLine", text);
+}
+
+QList<QCommandLineOption> optionsOf(const CommandRow &row)
+{
+    static const QStringList flags{QStringLiteral("json"), QStringLiteral("dry-run")};
+    QList<QCommandLineOption> options;
+    const QStringList names = QString(QLatin1String(row.options)).split(QLatin1Char(' '));
+    for (const QString &name : names) {
+        QCommandLineOption option(name);
+        if (!flags.contains(name))
+            option.setValueName(name);
+        options += option;
+    }
+    return options;
+}
+
+// Reads the options' values one by one; the first that isn't one is kept as the error.
+class ValueReader
+{
+public:
+    explicit ValueReader(const QCommandLineParser &parser) : m_parser(parser) {}
+
+    QString text(const char *name) const { return m_parser.value(QLatin1String(name)); }
+    bool isSet(const char *name) const { return m_parser.isSet(QLatin1String(name)); }
+
+    template<class T, class Parse>
+    std::optional<T> value(const char *name, Parse parse)
+    {
+        if (!isSet(name))
+            return std::nullopt;
+        const std::optional<T> result = parse(text(name));
+        if (!result) {
+            refuse(tr("--%1 的值无效：%2").arg(QLatin1String(name), text(name)));
+        }
+        return result;
+    }
+
+    int number(const char *name, int fallback, int min, int max)
+    {
+        return value<int>(name,
+                          [=](const QString &given) -> std::optional<int> {
+                              bool isNumber = false;
+                              const int result = given.toInt(&isNumber);
+                              if (!isNumber || result < min || result > max)
+                                  return std::nullopt;
+                              return result;
+                          })
+            .value_or(fallback);
+    }
+
+    void refuse(const QString &message)
+    {
+        if (m_error.isEmpty())
+            m_error = message;
+    }
+    QString error() const { return m_error; }
+
+private:
+    const QCommandLineParser &m_parser;
+    QString m_error;
+};
+
+void readFiles(CommandLine &line, const QStringList &words, ValueReader &values)
+{
+    const bool takesFiles = line.command == Command::Probe || line.command == Command::Convert ||
+                            line.command == Command::Merge;
+    if (takesFiles && words.isEmpty())
+        values.refuse(tr("没有给出文件"));
+    if (!takesFiles && !words.isEmpty())
+        values.refuse(tr("多余的参数：%1").arg(words.first()));
+    for (const QString &word : words) {
+        if (word.isEmpty())
+            values.refuse(tr("文件名为空"));
+        line.files += QDir::current().absoluteFilePath(word);
+    }
+}
+
+void readCategory(CommandLine &line, ValueReader &values)
+{
+    if (!values.isSet("category"))
+        return;
+    line.category = values.text("category").toUpper();
+    const EncParamCatalog &catalog = EncParamCatalog::instance();
+    for (const quint32 id : catalog.categoryIds()) {
+        if (catalog.category(id)->title == line.category)
+            return;
+    }
+    values.refuse(tr("未知的格式分类：%1").arg(values.text("category")));
+}
+
+void readReader(CommandLine &line, ValueReader &values)
+{
+    const QString word = values.isSet("reader") ? values.text("reader") : QStringLiteral("auto");
+    if (word == QLatin1String("ffprobe"))
+        line.reader = ProbeReader::FFProbe;
+    else if (word == QLatin1String("mediainfo"))
+        line.reader = ProbeReader::MediaInfo;
+    else if (word != QLatin1String("auto"))
+        values.refuse(tr("--reader 的值无效：%1").arg(word));
+}
+
+void readTarget(CommandLine &line, ValueReader &values)
+{
+    if (!values.isSet("preset"))
+        values.refuse(tr("没有给出预设：--preset ID"));
+    line.presetId = values.text("preset").toUInt();
+    if (!EncParamCatalog::instance().hasEncParam(line.presetId))
+        values.refuse(tr("未知的预设：%1").arg(values.text("preset")));
+    const bool merges = line.command == Command::Merge;
+    line.outputDir = values.isSet("out") ? QDir::current().absoluteFilePath(values.text("out"))
+                                         : defaultOutputDir(merges ? MergeOutput : ConvertOutput);
+    if (values.isSet("out") && values.text("out").isEmpty())
+        values.refuse(tr("输出目录为空"));
+    line.name = values.text("name");
+    const bool named = values.isSet("name");
+    if (merges && !named)
+        values.refuse(tr("没有给出合并结果的名称：--name BASE"));
+    if (named && (line.name.isEmpty() || line.name.contains(QLatin1Char('/'))))
+        values.refuse(tr("--name 的值无效：%1").arg(line.name));
+}
+
+void readConversion(CommandLine &line, ValueReader &values)
+{
+    constexpr int maxJobs = 64;
+    line.fromMs = values.value<int>("from", parseTimeMs);
+    line.toMs = values.value<int>("to", parseTimeMs);
+    if (line.toMs && *line.toMs <= line.fromMs.value_or(0))
+        values.refuse(tr("--to 必须晚于 --from"));
+    line.crop = values.value<CropBox>("crop", parseCropBox);
+    line.beauty = values.value<VideoBeautyParam>("beauty", parseBeauty);
+    line.speed = values.number("speed", 0, 0, 9);
+    line.jobs = values.number("jobs", 1, 1, maxJobs);
+    line.dryRun = values.isSet("dry-run");
+}
+
+} // namespace
+
+std::optional<CommandLine> parseCommandLine(const QStringList &words, QString &error)
+{
+    const QString word = words.value(0);
+    if (word.isEmpty() || word == QLatin1String("--help") || word == QLatin1String("-h"))
+        return CommandLine();
+    const CommandRow *row = nullptr;
+    for (const CommandRow &candidate : commandRows) {
+        if (word == QLatin1String(candidate.word))
+            row = &candidate;
+    }
+    if (!row) {
+        error = tr("未知的命令：%1").arg(word);
+        return std::nullopt;
+    }
+
+    QCommandLineParser parser;
+    parser.addOptions(optionsOf(*row));
+    const QCommandLineOption help(QStringList{QStringLiteral("h"), QStringLiteral("help")});
+    parser.addOption(help);
+    if (!parser.parse(words)) {
+        const QStringList unknown = parser.unknownOptionNames();
+        error = unknown.isEmpty() ? parser.errorText() : tr("未知的选项：%1").arg(unknown.first());
+        return std::nullopt;
+    }
+    if (parser.isSet(help))
+        return CommandLine();
+
+    CommandLine line;
+    line.command = row->command;
+    line.json = parser.isSet(QStringLiteral("json"));
+    ValueReader values(parser);
+    readFiles(line, parser.positionalArguments(), values);
+    if (line.command == Command::Presets)
+        readCategory(line, values);
+    if (line.command == Command::Probe)
+        readReader(line, values);
+    if (line.command == Command::Convert || line.command == Command::Merge)
+        readTarget(line, values);
+    if (line.command == Command::Convert)
+        readConversion(line, values);
+    error = values.error();
+    return error.isEmpty() ? std::make_optional(line) : std::nullopt;
+}
+
+QString helpText()
+{
+    return tr(
+        "用法：\n"
+        "  morvane-cli categories [--json]\n"
+        "  morvane-cli presets [--category TITLE] [--json]\n"
+        "  morvane-cli probe FILE… [--reader auto|ffprobe|mediainfo] [--json]\n"
+        "  morvane-cli convert FILE… --preset ID [--out DIR] [--name BASE] [--from T] [--to T]\n"
+        "              [--crop X,Y,W,H] [--speed 0..9] [--beauty key=value,…] [--jobs N]\n"
+        "              [--dry-run] [--json]\n"
+        "  morvane-cli merge FILE… --preset ID --name BASE [--out DIR] [--json]\n"
+        "\n"
+        "T 为秒数或 hh:mm:ss[.zzz]。--speed 1 最快，9 最慢，0 由编码器决定。\n"
+        "--beauty 的键：contrast brightness saturation red green blue rotate volume speed\n"
+        "reverse vflip hflip。以 - 开头的文件名写在 -- 之后。\n"
+        "成品路径写到标准输出，每行一个。全部完成返回 0，有失败返回 1，用法错误返回 2。\n");
+}

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/MediaTasksManager/mediaselection.h"
+#include "MediaKits/MediaTasksManager/videobeautyparam.h"
+
+#include <QStringList>
+
+#include <optional>
+
+enum class Command { Help, Categories, Presets, Probe, Convert, Merge };
+
+enum class ProbeReader { Auto, FFProbe, MediaInfo };
+
+/// What a user asked for, checked as far as it can be without looking at the files.
+struct CommandLine
+{
+    Command command = Command::Help;
+    QStringList files; ///< absolute paths
+    QString category;  ///< upper-case title, empty for all
+    ProbeReader reader = ProbeReader::Auto;
+    quint32 presetId = 0;
+    QString outputDir; ///< absolute; the function's default when none was given
+    QString name;      ///< base name of the results, empty for the sources' own
+    std::optional<int> fromMs;
+    std::optional<int> toMs;
+    std::optional<CropBox> crop;
+    std::optional<VideoBeautyParam> beauty;
+    int speed = 0;
+    int jobs = 1;
+    bool dryRun = false;
+    bool json = false;
+};
+
+/// Reads the words behind the program's name.
+/// @param error set to one line that says what is wrong when nothing comes back
+std::optional<CommandLine> parseCommandLine(const QStringList &words, QString &error);
+
+/// The text of `morvane-cli --help`.
+QString helpText();

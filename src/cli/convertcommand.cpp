@@ -1,0 +1,182 @@
+// SPDX-License-Identifier: MIT
+#include "cli/convertcommand.h"
+
+#include "catalogue/encparamcatalog.h"
+#include "cli/output.h"
+#include "cli/presetsuffix.h"
+#include "cli/probecommand.h"
+#include "MediaKits/MediaFormats/tempmarker.h"
+#include "MediaKits/MediaTasksManager/complexconverttask.h"
+#include "MediaKits/MediaTasksManager/concattask.h"
+#include "MediaKits/MediaTasksManager/converttask.h"
+#include "MediaKits/MediaTasksManager/grouptaskfactory.h"
+#include "MediaKits/MediaTasksManager/inputcheck.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QUuid>
+
+#include <limits>
+
+namespace {
+
+using Info = QSharedPointer<MediaInfoData>;
+
+int durationMs(const Info &info)
+{
+    return info ? int(std::min<qint64>(info->format->duration, std::numeric_limits<int>::max()))
+                : 0;
+}
+
+QSharedPointer<TimeSpan> timeRange(const CommandLine &line, int sourceMs)
+{
+    if (!line.fromMs && !line.toMs)
+        return {};
+    auto span = QSharedPointer<TimeSpan>::create();
+    span->start = line.fromMs.value_or(0);
+    // Without an end the source's own counts; where that is unknown, ffmpeg stops at it anyway.
+    span->end = line.toMs.value_or(sourceMs > 0 ? sourceMs : std::numeric_limits<int>::max() - 1);
+    return span;
+}
+
+// A hidden file ".mp4" has no base name, and its result shouldn't be hidden as well.
+QString baseName(const QFileInfo &source)
+{
+    const QString name = source.completeBaseName();
+    return name.isEmpty() ? source.suffix() : name;
+}
+
+ConvertTaskParam convertParam(const CommandLine &line, const QString &file, const Info &info)
+{
+    ConvertTaskParam param;
+    const QFileInfo source(file);
+    param.inputFile = file;
+    param.inputFormat = source.suffix().toLower();
+    param.outputName = line.name.isEmpty() ? baseName(source) : line.name;
+    param.outputDir = line.outputDir;
+    param.encParam = EncParamCatalog::instance().encParam(line.presetId);
+    param.format = presetSuffix(*param.encParam);
+    param.durationMs = durationMs(info);
+    param.speed = line.speed;
+    param.sourceInfo = info;
+    param.timeRange = timeRange(line, param.durationMs);
+    if (line.crop)
+        param.cropRect = QSharedPointer<CropBox>::create(*line.crop);
+    if (line.beauty)
+        param.beauty = QSharedPointer<VideoBeautyParam>::create(*line.beauty);
+    return param;
+}
+
+// A file that can't be a source isn't probed; its task will say why.
+void probeSource(const QString &file, QObject *owner,
+                 const std::function<void(const Info &)> &ready)
+{
+    if (inputProblem(file).isEmpty())
+        probeFile(file, ProbeReader::Auto, owner, ready);
+    else
+        ready({});
+}
+
+QSharedPointer<InputFileMediaParam> mergeInput(const QString &file, const Info &info)
+{
+    auto input = QSharedPointer<InputFileMediaParam>::create();
+    input->file = file;
+    input->format = QFileInfo(file).suffix().toUpper();
+    input->durationMs = durationMs(info);
+    input->sourceInfo = info;
+    return input;
+}
+
+// Probes the files one after the other, from the list's present length on.
+void probeAll(const QStringList &files, QObject *owner, const QSharedPointer<QVector<Info>> &infos,
+              const std::function<void()> &ready)
+{
+    if (infos->size() == files.size()) {
+        ready();
+        return;
+    }
+    probeSource(files[infos->size()], owner, [=](const Info &info) {
+        infos->append(info);
+        probeAll(files, owner, infos, ready);
+    });
+}
+
+MediaTask *mergeTask(const CommandLine &line, const QVector<Info> &infos)
+{
+    auto *param = new ConcatTaskParam;
+    for (int i = 0; i < line.files.size(); ++i)
+        param->files.append(mergeInput(line.files[i], infos[i]));
+    param->outputName = line.name;
+    param->outputDir = line.outputDir;
+    param->encParam = EncParamCatalog::instance().encParam(line.presetId);
+    param->format = presetSuffix(*param->encParam);
+    MediaTask *task = createGroupTask(ConcatKind);
+    task->setParam(param);
+    return task;
+}
+
+QString dryRunText(const ConvertTaskParam &param)
+{
+    const QString workDir =
+        QDir(tempMarkerPath(param.outputDir)).absoluteFilePath(QUuid::createUuid().toString());
+    const ConvertTaskParam step = ComplexConvertTask::convertStep(param, param.inputFile, workDir);
+    return FFmpegExTask::commandText(ConvertTask::buildOptionTree(step));
+}
+
+void printDryLine(const CommandLine &line, const QString &file, const QString &command)
+{
+    if (line.json)
+        printJsonLine({{QStringLiteral("input"), file}, {QStringLiteral("command"), command}});
+    else
+        printLine(command);
+}
+
+} // namespace
+
+std::vector<CliJob> convertJobs(const CommandLine &line, QObject *owner)
+{
+    std::vector<CliJob> jobs;
+    for (const QString &file : line.files) {
+        jobs.push_back({file, [=](const CliJob::Ready &ready) {
+                            probeSource(file, owner, [=](const Info &info) {
+                                MediaTask *task = createGroupTask(ComplexConvertKind);
+                                task->setParam(
+                                    new ConvertTaskParam(convertParam(line, file, info)));
+                                ready(task);
+                            });
+                        }});
+    }
+    return jobs;
+}
+
+std::vector<CliJob> mergeJobs(const CommandLine &line, QObject *owner)
+{
+    CliJob job;
+    job.input = QJsonArray::fromStringList(line.files);
+    job.prepare = [=](const CliJob::Ready &ready) {
+        const auto infos = QSharedPointer<QVector<Info>>::create();
+        probeAll(line.files, owner, infos, [=] { ready(mergeTask(line, *infos)); });
+    };
+    return {job};
+}
+
+void printDryRun(const CommandLine &line, QObject *owner, const std::function<void(int)> &done)
+{
+    const auto infos = QSharedPointer<QVector<Info>>::create();
+    probeAll(line.files, owner, infos, [=] {
+        int exitCode = 0;
+        for (int i = 0; i < line.files.size(); ++i) {
+            const QString problem = inputProblem(line.files[i]);
+            if (problem.isEmpty()) {
+                printDryLine(line, line.files[i],
+                             dryRunText(convertParam(line, line.files[i], infos->at(i))));
+            } else {
+                printMessage(line.files[i] + QStringLiteral("：") + problem);
+                exitCode = 1;
+            }
+        }
+        done(exitCode);
+    });
+}

@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+#include "cli/cataloguecommands.h"
+#include "cli/commandline.h"
+#include "cli/convertcommand.h"
+#include "cli/output.h"
+#include "cli/probecommand.h"
+#include "MediaKits/AppInstance/LocalStore/appdirs.h"
+#include "MediaKits/Logger/logger.h"
+#include "MediaKits/MediaFormats/tempmarker.h"
+#include "platform/terminationwatcher.h"
+#include "platform/utf8locale.h"
+
+#include <QCoreApplication>
+#include <QTimer>
+
+namespace {
+
+constexpr int usageExitCode = 2;
+
+int runJobs(std::vector<CliJob> jobs, const CommandLine &line)
+{
+    JobRunner runner(std::move(jobs), line.jobs, line.json);
+    TerminationWatcher watcher;
+    QObject::connect(&watcher, &TerminationWatcher::requested, &runner, &JobRunner::interrupt);
+    QObject::connect(&runner, &JobRunner::allDone, &QCoreApplication::exit);
+    QTimer::singleShot(0, &runner, &JobRunner::start);
+    return QCoreApplication::exec();
+}
+
+int runDry(const CommandLine &line)
+{
+    QObject owner;
+    QTimer::singleShot(0, &owner, [&] { printDryRun(line, &owner, &QCoreApplication::exit); });
+    return QCoreApplication::exec();
+}
+
+int run(const CommandLine &line)
+{
+    QObject owner;
+    switch (line.command) {
+    case Command::Help:
+        break;
+    case Command::Categories:
+        return listCategories(line);
+    case Command::Presets:
+        return listPresets(line);
+    case Command::Probe:
+        return probeFiles(line);
+    case Command::Convert:
+        return line.dryRun ? runDry(line) : runJobs(convertJobs(line, &owner), line);
+    case Command::Merge:
+        return runJobs(mergeJobs(line, &owner), line);
+    }
+    printLine(helpText().trimmed());
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    ensureUtf8Locale();
+    QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("morvane-cli"));
+
+    QString error;
+    const auto line = parseCommandLine(QCoreApplication::arguments().mid(1), error);
+    if (!line) {
+        printMessage(error);
+        return usageExitCode;
+    }
+    Logger::init(appDir() + QLatin1String("/log.conf"), logDir());
+    sweepStaleMarkers();
+    const int exitCode = run(*line);
+    if (allPrinted())
+        return exitCode;
+    printMessage(QStringLiteral("结果无法写到标准输出"));
+    return exitCode == 0 ? 1 : exitCode;
+}

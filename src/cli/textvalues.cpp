@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: MIT
+#include "cli/textvalues.h"
+
+#include <QRegularExpression>
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+std::optional<int> wholeMs(double seconds)
+{
+    const double ms = std::round(seconds * 1000.0);
+    if (!(ms >= 0.0) || ms > std::numeric_limits<int>::max())
+        return std::nullopt;
+    return int(ms);
+}
+
+struct FloatField
+{
+    const char *key;
+    float VideoBeautyParam::*field;
+    double min;
+    double max;
+};
+
+// The ranges that ffmpeg's eq, colorbalance, atempo and volume take.
+const FloatField floatFields[] = {
+    {"contrast", &VideoBeautyParam::contrast, -1000.0, 1000.0},
+    {"brightness", &VideoBeautyParam::brightness, -1.0, 1.0},
+    {"saturation", &VideoBeautyParam::saturation, 0.0, 3.0},
+    {"red", &VideoBeautyParam::red, -1.0, 1.0},
+    {"green", &VideoBeautyParam::green, -1.0, 1.0},
+    {"blue", &VideoBeautyParam::blue, -1.0, 1.0},
+    {"volume", &VideoBeautyParam::volume, 0.0, 100.0},
+    {"speed", &VideoBeautyParam::speed, 0.5, 100.0},
+};
+
+struct BoolField
+{
+    const char *key;
+    bool VideoBeautyParam::*field;
+};
+
+const BoolField boolFields[] = {
+    {"reverse", &VideoBeautyParam::reverse},
+    {"vflip", &VideoBeautyParam::vflip},
+    {"hflip", &VideoBeautyParam::hflip},
+};
+
+bool setField(VideoBeautyParam &beauty, const QString &key, const QString &value)
+{
+    bool isNumber = false;
+    const double number = value.toDouble(&isNumber);
+    if (!isNumber)
+        return false;
+    for (const FloatField &row : floatFields) {
+        if (key == QLatin1String(row.key)) {
+            beauty.*row.field = float(number);
+            return number >= row.min && number <= row.max;
+        }
+    }
+    for (const BoolField &row : boolFields) {
+        if (key == QLatin1String(row.key)) {
+            beauty.*row.field = value == QLatin1String("1");
+            return value == QLatin1String("0") || value == QLatin1String("1");
+        }
+    }
+    beauty.rotate = value.toInt(&isNumber);
+    return key == QLatin1String("rotate") && isNumber && beauty.rotate >= -3 && beauty.rotate <= 3;
+}
+
+} // namespace
+
+std::optional<int> parseTimeMs(const QString &text)
+{
+    static const QRegularExpression clock(
+        QStringLiteral("^(\\d{1,3}):([0-5]\\d):([0-5]\\d(?:\\.\\d{1,3})?)$"));
+    static const QRegularExpression plain(QStringLiteral("^\\d+(?:\\.\\d+)?$"));
+    const QRegularExpressionMatch match = clock.match(text);
+    if (match.hasMatch()) {
+        return wholeMs(match.captured(1).toInt() * 3600.0 + match.captured(2).toInt() * 60.0 +
+                       match.captured(3).toDouble());
+    }
+    if (plain.match(text).hasMatch())
+        return wholeMs(text.toDouble());
+    return std::nullopt;
+}
+
+std::optional<CropBox> parseCropBox(const QString &text)
+{
+    static const QRegularExpression box(
+        QStringLiteral("^(\\d{1,5}),(\\d{1,5}),(\\d{1,5}),(\\d{1,5})$"));
+    const QRegularExpressionMatch match = box.match(text);
+    const CropBox crop{match.captured(1).toInt(), match.captured(2).toInt(),
+                       match.captured(3).toInt(), match.captured(4).toInt()};
+    if (!match.hasMatch() || crop.width == 0 || crop.height == 0)
+        return std::nullopt;
+    return crop;
+}
+
+std::optional<VideoBeautyParam> parseBeauty(const QString &text)
+{
+    VideoBeautyParam beauty;
+    const QStringList settings = text.split(QLatin1Char(','));
+    for (const QString &setting : settings) {
+        const int equals = setting.indexOf(QLatin1Char('='));
+        if (equals < 1 || !setField(beauty, setting.left(equals), setting.mid(equals + 1)))
+            return std::nullopt;
+    }
+    return beauty;
+}

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/MediaTasksManager/mediaselection.h"
+#include "MediaKits/MediaTasksManager/videobeautyparam.h"
+
+#include <optional>
+
+// Values that a user types on the command line; nothing comes back for text that isn't one.
+
+/// Seconds ("12", "12.5") or "hh:mm:ss" with up to three decimals.
+/// @return ms
+std::optional<int> parseTimeMs(const QString &text);
+
+/// "X,Y,W,H" in picture pixels; the box must not be empty.
+std::optional<CropBox> parseCropBox(const QString &text);
+
+/// "key=value,…" over a neutral record. Keys: contrast, brightness, saturation, red, green, blue,
+/// rotate, volume, speed, reverse, vflip, hflip; the last three take 0 or 1.
+std::optional<VideoBeautyParam> parseBeauty(const QString &text);

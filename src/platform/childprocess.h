@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QProcess>
+
+/// A child process that dies with this program, also when this program is killed.
+///
+/// The tie has to be made in the child between fork and exec; QProcess::setupChildProcess() is
+/// the only hook that Qt 5 has there, hence the subclass. The system ties the child to the thread
+/// that forks it, so start() belongs on a thread that lives as long as the program.
+class ChildProcess : public QProcess
+{
+public:
+    /// Which processes are frozen and woken together with the child, see suspendProcess().
+    enum class Group {
+        Own,     ///< the child and what it starts itself
+        Program, ///< the child belongs to this program, as its own threads do
+    };
+
+    explicit ChildProcess(QObject *parent = nullptr, Group group = Group::Own);
+
+protected:
+    void setupChildProcess() override;
+
+private:
+    qint64 m_ownerPid;
+    Group m_group;
+};

@@ -1,0 +1,7 @@
+// SPDX-License-Identifier: MIT
+#include "platform/hiddenfolder.h"
+
+void hideFolder(const QString &path)
+{
+    Q_UNUSED(path)
+}

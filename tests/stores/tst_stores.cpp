@@ -1,0 +1,243 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/AppInstance/LocalStore/appdirs.h"
+#include "MediaKits/AppInstance/LocalStore/encparamhistory.h"
+#include "MediaKits/AppInstance/LocalStore/functionsettings.h"
+#include "MediaKits/AppInstance/LocalStore/historyrecord.h"
+#include "MediaKits/AppInstance/LocalStore/jsonwriter.h"
+#include "MediaKits/AppInstance/LocalStore/outputdirs.h"
+#include "MediaKits/AppInstance/LocalStore/persiststore.h"
+#include "MediaKits/AppInstance/LocalStore/userinfostore.h"
+#include "support/testfile.h"
+#include "support/testmedia.h"
+
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <csignal>
+#include <limits>
+#include <sys/resource.h>
+
+namespace {
+
+QString dataPath(const char *name)
+{
+    return dataDir() + QLatin1Char('/') + QString::fromLatin1(name);
+}
+
+void put(const char *name, const QByteArray &content)
+{
+    writeTestFile(dataPath(name), content);
+}
+
+// Null when there is no such file.
+QByteArray content(const char *name)
+{
+    QFile file(dataPath(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace
+
+class TestStores : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void writesJson();
+    void writesNumbers();
+    void historyKeepsTheNewest500();
+    void historyForm();
+    void presetsMostRecentFirst();
+    void presetsFromFile();
+    void settingsDefaults();
+    void settingsMerge();
+    void persistKeepsWhatItFinds();
+    void brokenFileIsSetAside();
+    void failedWriteLeavesTheOldFile();
+
+private:
+    QScopedPointer<QTemporaryDir> m_dir;
+};
+
+void TestStores::init()
+{
+    m_dir.reset(new QTemporaryDir);
+    qputenv("XDG_DATA_HOME", QFile::encodeName(m_dir->path()));
+}
+
+void TestStores::writesJson()
+{
+    // Only text beyond ASCII is left out.
+    const QByteArray source = R"({"z":[1,[],"x\u0000\b\n\u001f\u007f",null,{"k视\"":true}],)"
+                              R"("a":{"p":"C:\\x/é"},"id":123456789012345678})";
+    QByteArray json("before ");
+    JsonWriter::objectToJson(QJsonDocument::fromJson(source).object(), json);
+    QCOMPARE(json, QByteArray(R"(before {"a":{"p":"C:\\x/"},"id":123456789012345678,)"
+                              R"("z":[1,[],"x\u0000\b\n\u001f)"
+                              "\x7f"
+                              R"(",null,{"k\"":true}]})"));
+}
+
+void TestStores::writesNumbers()
+{
+    const std::pair<const char *, double> rows[] = {
+        {"1", 1.00000049},
+        {"0", 0.0000004},
+        {"-20.05", -20.05},
+        {"100000000000000000000", 1e20},
+        {"null", std::numeric_limits<double>::infinity()},
+    };
+    for (const auto &[text, value] : rows) {
+        QByteArray json;
+        JsonWriter::objectToJson({{QStringLiteral("n"), value}}, json);
+        QCOMPARE(json, QByteArray("{\"n\":") + text + '}');
+    }
+}
+
+void TestStores::historyKeepsTheNewest500()
+{
+    {
+        HistoryRecord history;
+        for (int i = 0; i <= HistoryRecord::maxRecords; ++i)
+            history.add({QString(), QString::number(i), QString()});
+    }
+    const HistoryRecord history;
+    QCOMPARE(history.records().size(), 500);
+    QCOMPARE(history.records().first().inputfile, QStringLiteral("500"));
+    QCOMPARE(history.records().last().inputfile, QStringLiteral("1"));
+}
+
+void TestStores::historyForm()
+{
+    const QByteArray text = R"({"history":[{"datetime":"2022.01.02 03:04",)"
+                            R"("inputfile":"/片/a.mp4","outputfile":"/b.mkv"}]})";
+    put("HistoryRecord.json", "\xEF\xBB\xBF" + text);
+    QCOMPARE(HistoryRecord().records().value(0).inputfile, QStringLiteral("/片/a.mp4"));
+    QCOMPARE(content("HistoryRecord.json"), text);
+    QVERIFY(!(QFile::permissions(dataPath("HistoryRecord.json")) & QFile::ReadOther));
+}
+
+void TestStores::presetsMostRecentFirst()
+{
+    EncParamHistory history;
+    for (quint32 id = 1; id <= 12; ++id)
+        history.touch(id);
+    history.touch(10);
+    QCOMPARE(history.ids(), (QList<quint32>{10, 12, 11, 9, 8, 7, 6, 5, 4, 3}));
+    history.remove(12);
+    QCOMPARE(history.ids(), (QList<quint32>{10, 11, 9, 8, 7, 6, 5, 4, 3}));
+}
+
+void TestStores::presetsFromFile()
+{
+    const std::pair<const char *, QList<quint32>> rows[] = {
+        {R"({"history":[1003001,1.5,"2",-3,4]})", {1003001, 0, 0, 0, 4}},
+        {R"({"history":1003001})", {}},
+    };
+    for (const auto &[text, ids] : rows) {
+        put("EncParamData.json", text);
+        QCOMPARE(EncParamHistory().ids(), ids);
+    }
+}
+
+void TestStores::settingsDefaults()
+{
+    const std::tuple<const char *, quint32, QString> rows[] = {
+        {"BEAUTIFER", 1003001, QStringLiteral("视频美化")},
+        {"MERGER", 1003002, QStringLiteral("视频合并")},
+        {"GIF", 0, QStringLiteral("视频转GIF")},
+        {"AUDIO_CONVERTER", 1200000, QStringLiteral("音频转换")},
+        {"SCREEN_CAP", 0, QStringLiteral("屏幕录像")},
+    };
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    // The second run reads what the first one wrote.
+    for (int run = 0; run < 2; ++run) {
+        FunctionSettings settings;
+        for (const auto &[name, preset, folder] : rows) {
+            const QLatin1String section(name);
+            QCOMPARE(settings.value(section, FunctionKey::encParamID).toUInt(), preset);
+            QCOMPARE(settings.value(section, FunctionKey::outPath).toString(),
+                     documents + QStringLiteral("/墨泉影音工坊/") + folder);
+        }
+        QCOMPARE(settings.value(FunctionSection::merger, FunctionKey::outName).toString(),
+                 QStringLiteral("合并视频"));
+    }
+}
+
+void TestStores::settingsMerge()
+{
+    put("SFunction.json", R"({"COVERTER":{"outPath":"","extra":7},"OTHER":[1],)"
+                          R"("COMPRESSOR":{"compressRate":0.5}})");
+    {
+        FunctionSettings settings;
+        const QVariantMap converter = settings.map().value(FunctionSection::converter).toMap();
+        QCOMPARE(converter.value(QStringLiteral("extra")).toInt(), 7);
+        QCOMPARE(converter.value(FunctionKey::encParamID).toUInt(), 1003001U);
+        QCOMPARE(converter.value(FunctionKey::outPath).toString(), defaultOutputDir(ConvertOutput));
+        settings.setValue(FunctionSection::cutter, FunctionKey::encParamID, 1005001U);
+    }
+    FunctionSettings settings;
+    QCOMPARE(settings.value(FunctionSection::cutter, FunctionKey::encParamID).toUInt(), 1005001U);
+    QCOMPARE(settings.value(FunctionSection::compressor, FunctionKey::compressRate).toDouble(),
+             0.5);
+    QCOMPARE(settings.map().value(QStringLiteral("OTHER")).toList(), (QVariantList{1}));
+}
+
+void TestStores::persistKeepsWhatItFinds()
+{
+    put("Persist/a.b.json", R"({"x":{"y":[1,"二"]}})");
+    {
+        PersistStore store;
+        QCOMPARE(store.entries().keys(), QStringList{QStringLiteral("a.b")});
+        store.entries()[QStringLiteral("new")] = {{QStringLiteral("k"), 1}};
+    }
+    QCOMPARE(content("Persist/new.json"), QByteArray("{\n    \"k\": 1\n}\n"));
+    QCOMPARE(content("Persist/a.b.json").simplified(),
+             QByteArray("{ \"x\": { \"y\": [ 1, \"二\" ] } }"));
+}
+
+void TestStores::brokenFileIsSetAside()
+{
+    for (const char *text : {R"({"userinfo":{"id":)", "[1]"}) {
+        init();
+        put("UserInfo.json.broken", "earlier");
+        put("UserInfo.json", text);
+        QVERIFY(UserInfoStore().id().isEmpty());
+        QCOMPARE(content("UserInfo.json.broken"), QByteArray("earlier"));
+        QCOMPARE(content("UserInfo.json.broken2"), QByteArray(text));
+    }
+}
+
+// A limit on the size of files acts like a disk that is full after a few bytes, for every user.
+void TestStores::failedWriteLeavesTheOldFile()
+{
+    const QByteArray before = R"({"userinfo":{"id":"17","token":"t"}})";
+    {
+        UserInfoStore user;
+        user.setId(QStringLiteral("17"));
+        user.setToken(QStringLiteral("t"));
+    }
+    QCOMPARE(content("UserInfo.json"), before);
+    rlimit usual{};
+    QCOMPARE(getrlimit(RLIMIT_FSIZE, &usual), 0);
+    rlimit small = usual;
+    small.rlim_cur = 8;
+    const auto usualHandler = std::signal(SIGXFSZ, SIG_IGN);
+    {
+        UserInfoStore user;
+        QCOMPARE(user.id() + user.token(), QStringLiteral("17t"));
+        user.setId(QStringLiteral("18"));
+        QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
+    }
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &usual), 0);
+    std::signal(SIGXFSZ, usualHandler);
+    QCOMPARE(content("UserInfo.json"), before);
+    QCOMPARE(entriesOf(dataDir()), QStringList{QStringLiteral("UserInfo.json")});
+}
+
+QTEST_GUILESS_MAIN(TestStores)
+#include "tst_stores.moc"

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#include "ffmpeg/adaptcommand.h"
+#include "ffmpeg/realffmpeg.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <unistd.h>
+
+namespace {
+
+constexpr int noFfmpegExitCode = 127; // the shell's code for a command that is not found
+constexpr char selfLink[] = "/proc/self/exe";
+
+std::string environmentText(const char *name)
+{
+    const char *value = std::getenv(name);
+    return value != nullptr ? value : std::string();
+}
+
+std::string realFfmpeg()
+{
+    const std::string chosen = environmentText("MORVANE_REAL_FFMPEG");
+    if (!chosen.empty())
+        return ffmpeglauncher::findRealFfmpeg(chosen, {}, selfLink);
+    return ffmpeglauncher::findRealFfmpeg(MORVANE_REAL_FFMPEG_PATH, environmentText("PATH"),
+                                          selfLink);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const std::string program = realFfmpeg();
+    if (program.empty()) {
+        std::fputs("ffmpeg launcher: no ffmpeg found, please install the package ffmpeg\n", stderr);
+        return noFfmpegExitCode;
+    }
+    const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
+    ffmpeglauncher::EncoderSupport support;
+    support.amr = MORVANE_FFMPEG_HAS_AMR;
+    const ffmpeglauncher::AdaptedCommand adapted = ffmpeglauncher::adaptCommand(arguments, support);
+    for (const std::string &note : adapted.notes)
+        std::fprintf(stderr, "ffmpeg launcher: %s\n", note.c_str());
+
+    std::vector<char *> words;
+    words.push_back(const_cast<char *>(program.c_str()));
+    for (const std::string &argument : adapted.arguments)
+        words.push_back(const_cast<char *>(argument.c_str()));
+    words.push_back(nullptr);
+    execv(program.c_str(), words.data());
+    std::fprintf(stderr, "ffmpeg launcher: cannot run %s: %s\n", program.c_str(),
+                 std::strerror(errno));
+    return noFfmpegExitCode;
+}

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+// mac IN.wav OUT.ape -cN000: encodes with level N (1 fast, 2 normal, 3 high). Exit code 0 means
+// that OUT is there and complete.
+#include "MediaKits/MediaProcessor/reporttail.h"
+#include "platform/childprocess.h"
+#include "platform/utf8locale.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+
+#include <cstdio>
+
+namespace {
+
+constexpr int usageExitCode = 2;
+
+void say(const QString &line)
+{
+    std::fprintf(stderr, "%s\n", line.toLocal8Bit().constData());
+}
+
+// The level as the library's command takes it ("c3"); empty for anything else.
+QString levelCommand(const QString &option)
+{
+    static const QRegularExpression level(QStringLiteral("^-(c[123])000$"));
+    return level.match(option).captured(1);
+}
+
+int encode(const QString &input, const QString &output, const QString &level)
+{
+    // Frozen and woken together with this tool.
+    ChildProcess child(nullptr, ChildProcess::Group::Program);
+    child.start(QStringLiteral("java"),
+                {QStringLiteral("-cp"), QStringLiteral(MORVANE_JMAC_JAR),
+                 QStringLiteral("davaguine.jmac.core.jmacu"), level, input, output},
+                QIODevice::ReadOnly);
+    child.waitForFinished(-1);
+    ReportTail report;
+    report.append(child.readAllStandardError());
+    const QString text = report.text();
+    // The library ends with 0 also when it has given up: its stack trace tells.
+    const bool gaveUp =
+        text.contains(QLatin1String("Exception")) || text.contains(QLatin1String("Error"));
+    if (child.error() == QProcess::UnknownError && child.exitStatus() == QProcess::NormalExit &&
+        child.exitCode() == 0 && !gaveUp && QFileInfo(output).size() > 0)
+        return 0;
+
+    QFile::remove(output);
+    say(text.isEmpty() ? child.errorString() : text.section(QLatin1Char('\n'), 0, 0));
+    return 1;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    ensureUtf8Locale();
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    const QString level = levelCommand(arguments.value(3));
+    if (arguments.size() != 4 || level.isEmpty()) {
+        say(QStringLiteral("mac IN.wav OUT.ape -c1000|-c2000|-c3000"));
+        return usageExitCode;
+    }
+    return encode(QFileInfo(arguments[1]).absoluteFilePath(),
+                  QFileInfo(arguments[2]).absoluteFilePath(), level);
+}
