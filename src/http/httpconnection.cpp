@@ -98,7 +98,7 @@ std::string urlWithQuery(std::string url, const std::map<std::string, std::strin
         url += '?';
     }
     for (const auto &[key, value] : params) {
-        url += '&' + key + '=' + value;
+        url.append("&").append(key).append("=").append(value);
     }
     return url;
 }

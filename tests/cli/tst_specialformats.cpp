@@ -146,8 +146,8 @@ void TestSpecialFormats::halfAnApeIsNone()
     QVERIFY(QFile::remove(ape));
     const ToolRun limited =
         runTool(QStringLiteral("bash"),
-                {QStringLiteral("-c"), QStringLiteral("ulimit -f 8; exec \"$0\" \"$1\" \"$2\" -c3000"),
-                 mac, wav, ape});
+                {QStringLiteral("-c"),
+                 QStringLiteral("ulimit -f 8; exec \"$0\" \"$1\" \"$2\" -c3000"), mac, wav, ape});
     QVERIFY(limited.exitCode != 0);
     QVERIFY(!limited.err.isEmpty());
     QVERIFY(!QFile::exists(ape));
@@ -202,9 +202,8 @@ void TestSpecialFormats::stopLeavesNothing()
 void TestSpecialFormats::toolsRefuseOtherArguments()
 {
     for (const char *tool : {"module/ffmpeg/tool", "module/ffmpeg/tool2"}) {
-        for (const QStringList &arguments :
-             {QStringList(), QStringList(QStringLiteral("/a|/b")),
-              QStringList({QStringLiteral("-i"), m_clip})}) {
+        for (const QStringList &arguments : {QStringList(), QStringList(QStringLiteral("/a|/b")),
+                                             QStringList({QStringLiteral("-i"), m_clip})}) {
             const ToolRun run = runTool(builtProgram(QLatin1String(tool)), arguments);
             QCOMPARE(run.exitCode, 2);
             QVERIFY(!run.err.isEmpty());
