@@ -3,6 +3,7 @@
 #include "support/scriptedserver.h"
 
 #include <QTcpServer>
+#include <QTcpSocket>
 #include <QTest>
 
 #include <future>
@@ -42,6 +43,40 @@ public:
 private:
     mutable std::mutex m_mutex;
     std::string m_text;
+};
+
+/// Answers one request with these bytes, whatever it is, and closes the connection.
+class RawServer
+{
+public:
+    explicit RawServer(const QByteArray &answer)
+    {
+        std::promise<quint16> promise;
+        std::future<quint16> port = promise.get_future();
+        m_thread = std::thread([answer, told = std::move(promise)]() mutable {
+            constexpr int limitMs = 20000;
+            QTcpServer server;
+            server.listen(QHostAddress::LocalHost);
+            told.set_value(server.serverPort());
+            if (!server.waitForNewConnection(limitMs))
+                return;
+            QTcpSocket *socket = server.nextPendingConnection();
+            socket->waitForReadyRead(limitMs);
+            socket->write(answer);
+            socket->disconnectFromHost();
+            if (socket->state() != QAbstractSocket::UnconnectedState)
+                socket->waitForDisconnected(limitMs);
+        });
+        m_url = "http://127.0.0.1:" + std::to_string(port.get());
+    }
+    ~RawServer() { m_thread.join(); }
+    Q_DISABLE_COPY(RawServer)
+
+    std::string url() const { return m_url; }
+
+private:
+    std::thread m_thread;
+    std::string m_url;
 };
 
 } // namespace
@@ -186,6 +221,8 @@ void TestHttpTaskManager::faultsOfServers()
     QVERIFY(silent.listen(QHostAddress::LocalHost));
     const std::string url = "http://127.0.0.1:" + std::to_string(silent.serverPort());
     const ScriptedServer breaking("");
+    const RawServer closing("");
+    const RawServer garbling("\x01\x02 no HTTP at all\r\n\r\n");
     Outcomes posted;
     Outcomes got;
     HttpTaskManager poster("poster");
@@ -194,13 +231,16 @@ void TestHttpTaskManager::faultsOfServers()
     getter.addTask(got.task(HttpGet, url + "/silent"));
     getter.addTask(got.task(HttpGet, "http://127.0.0.1:1/nobody"));
     getter.addTask(got.task(HttpGet, breaking.host() + "/breaks"));
+    getter.addTask(got.task(HttpGet, closing.url() + "/closes"));
+    getter.addTask(got.task(HttpGet, garbling.url() + "/garbage"));
     QElapsedTimer timer;
     timer.start();
     getter.stop();
     poster.stop();
     QVERIFY2(timer.elapsed() < 20000, "the time limits don't hold");
     QCOMPARE(posted.text(), QByteArray("28 silent ;"));
-    QCOMPARE(got.text(), QByteArray("28 silent ;7 nobody ;18 breaks part;"));
+    QCOMPARE(got.text(), QByteArray("28 silent ;7 nobody ;18 breaks part;"
+                                    "52 closes ;1 garbage ;"));
 }
 
 QTEST_GUILESS_MAIN(TestHttpTaskManager)
