@@ -190,9 +190,11 @@ void TestStores::settingsMerge()
 void TestStores::persistKeepsWhatItFinds()
 {
     put("Persist/a.b.json", R"({"x":{"y":[1,"二"]}})");
+    put("Persist/bare.json", "{}");
     {
         PersistStore store;
-        QCOMPARE(store.entries().keys(), QStringList{QStringLiteral("a.b")});
+        const QStringList found{QStringLiteral("a.b"), QStringLiteral("bare")};
+        QCOMPARE(store.entries().keys(), found);
         store.entries()[QStringLiteral("new")] = {{QStringLiteral("k"), 1}};
     }
     QCOMPARE(content("Persist/new.json"), QByteArray("{\n    \"k\": 1\n}\n"));

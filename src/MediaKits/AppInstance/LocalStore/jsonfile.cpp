@@ -26,6 +26,7 @@ QJsonObject JsonFile::read()
 {
     QFile file(m_path);
     m_mustKeep = false;
+    m_hasObject = false;
     if (!file.exists())
         return {};
     if (!file.open(QIODevice::ReadOnly)) {
@@ -39,7 +40,8 @@ QJsonObject JsonFile::read()
     file.close();
 
     const QJsonDocument document = QJsonDocument::fromJson(text);
-    if (complete && document.isObject())
+    m_hasObject = complete && document.isObject();
+    if (m_hasObject)
         return document.object();
     m_mustKeep = !complete || !setAside(m_path);
     return {};

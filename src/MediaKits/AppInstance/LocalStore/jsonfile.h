@@ -23,7 +23,11 @@ public:
     /// @return whether the file now holds the object
     bool write(const QJsonObject &object, QJsonDocument::JsonFormat format) const;
 
+    /// Whether the last read() found an object, be it an empty one.
+    bool hasObject() const { return m_hasObject; }
+
 private:
     QString m_path;
     bool m_mustKeep = false;
+    bool m_hasObject = false;
 };

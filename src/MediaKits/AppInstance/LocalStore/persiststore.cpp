@@ -15,7 +15,7 @@ PersistStore::PersistStore() : m_directory(dataDir() + QStringLiteral("/Persist"
         const QVariantMap entry = file.read().toVariantMap();
         const QString name = info.completeBaseName();
         m_files.insert(name, file);
-        if (!entry.isEmpty())
+        if (file.hasObject())
             m_entries.insert(name, entry);
     }
 }
