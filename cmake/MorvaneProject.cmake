@@ -9,6 +9,7 @@ set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_AUTOMOC ON)
 set(CMAKE_AUTORCC ON)
+set(CMAKE_AUTOUIC ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 # Programs lie in one folder, with module/ beside them, as when they are installed.
@@ -48,14 +49,18 @@ function(morvane_room name)
 endfunction()
 
 # morvane_test(NAME LABEL label SOURCES file... LINKS target... [TIMEOUT seconds]):
-# one Qt Test program, run by ctest.
+# one Qt Test program, run by ctest; those with the label "gui" on a display of their own.
 function(morvane_test name)
     cmake_parse_arguments(T "" "LABEL;TIMEOUT" "SOURCES;LINKS" ${ARGN})
     add_executable(${name} ${T_SOURCES})
     set_target_properties(${name} PROPERTIES
         RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
     target_link_libraries(${name} PRIVATE ${T_LINKS} test_support Qt5::Test morvane_strict)
-    add_test(NAME ${name} COMMAND ${name})
+    if(T_LABEL STREQUAL "gui")
+        add_test(NAME ${name} COMMAND "${CMAKE_SOURCE_DIR}/scripts/with-display" $<TARGET_FILE:${name}>)
+    else()
+        add_test(NAME ${name} COMMAND ${name})
+    endif()
     if(NOT T_TIMEOUT)
         set(T_TIMEOUT 120)
     endif()

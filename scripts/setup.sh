@@ -6,13 +6,14 @@
 set -euo pipefail
 
 packages=(
-    ca-certificates ccache cmake default-jre-headless ffmpeg g++ libcurl4-gnutls-dev
-    libeasyloggingpp-dev libfontconfig-dev libjmac-java libmediainfo-dev libssl-dev libxcb1-dev
-    ninja-build pkg-config qtbase5-dev
+    ca-certificates ccache cmake default-jre-headless ffmpeg fonts-noto-cjk g++ libcurl4-gnutls-dev
+    libeasyloggingpp-dev libfontconfig-dev libjmac-java libmediainfo-dev librsvg2-bin libssl-dev
+    libxcb-randr0-dev libxcb-shape0-dev libxcb1-dev mplayer mpv ninja-build pkg-config
+    qtbase5-dev qttranslations5-l10n
 )
 [ "${1:-}" = test ] && packages+=(
-    clang-format-14 clang-tidy-14 fonts-noto-cjk git libcpp-httplib-dev strace util-linux xauth
-    xvfb
+    appstream clang-format-14 clang-tidy-14 desktop-file-utils git imagemagick libcpp-httplib-dev
+    openbox picom strace util-linux x11-utils xdotool xvfb
 )
 
 missing=()

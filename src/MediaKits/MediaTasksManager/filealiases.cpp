@@ -39,6 +39,11 @@ QString FileAliases::forInput(const QString &path)
     return path.contains(QLatin1Char('%')) && !isFilm(path) ? link(path) : path;
 }
 
+QString FileAliases::forPictures(const QString &folder)
+{
+    return folder.contains(QLatin1Char('%')) ? link(folder) : folder;
+}
+
 FileAliases::~FileAliases()
 {
     clear();

@@ -21,6 +21,9 @@ public:
     /// The same for a file that stands behind "-i".
     QString forInput(const QString &path);
 
+    /// The same for a folder of numbered pictures, which may come into being later.
+    QString forPictures(const QString &folder);
+
     /// Removes all links.
     void clear();
 

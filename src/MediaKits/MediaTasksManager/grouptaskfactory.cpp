@@ -3,6 +3,7 @@
 
 #include "MediaKits/MediaTasksManager/complexconverttask.h"
 #include "MediaKits/MediaTasksManager/concattask.h"
+#include "MediaKits/MediaTasksManager/mutiimagetask.h"
 
 MediaTask *createGroupTask(int kind)
 {
@@ -11,6 +12,8 @@ MediaTask *createGroupTask(int kind)
         return new ComplexConvertTask(QStringLiteral("ComplexConvertTask"), QString());
     case ConcatKind:
         return new ConcatTask(QStringLiteral("ConcatTask"), QString());
+    case MutiImageKind:
+        return new MutiImageTask(QStringLiteral("MutiImage"), QString());
     default:
         return nullptr;
     }

@@ -7,6 +7,7 @@
 enum GroupTaskKind {
     ComplexConvertKind = 0,
     ConcatKind = 1,
+    MutiImageKind = 2,
 };
 
 /// Makes a page's top-level task, owned by the caller.

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/MediaTasksManager/videoimagepicktask.h"
+
+#include "MediaKits/MediaFormats/toolquoting.h"
+
+#include <QFileInfo>
+
+#include <limits>
+
+VideoImagePickTask::VideoImagePickTask(QObject *parent) : FFmpegTask(QString(), QString(), parent)
+{
+}
+
+QString VideoImagePickTask::commandText(const VideoImagePickTaskParam &param)
+{
+    const QString suffix = QFileInfo(param.target).suffix().toUpper();
+    QString pattern;
+    if (suffix == QLatin1String("JPG"))
+        pattern = QStringLiteral(" -ss 1 -t 0.001 -i %1 -f mjpeg -vf scale=300:-1 -y %2");
+    else if (suffix == QLatin1String("PNG"))
+        pattern = QStringLiteral(" -t 0.001 -i %1 -vframes 1  -f image2  -vf scale=300:-1 -y %2");
+    else
+        return {};
+    return pattern.arg(quoteToolPath(param.path), quoteToolPath(param.target));
+}
+
+void VideoImagePickTask::start()
+{
+    if (!m_pickParam) {
+        failWithoutParam();
+        return;
+    }
+    const QString command = commandText(*m_pickParam);
+    if (command.isEmpty()) {
+        fail(tr("不支持的图片格式：%1").arg(m_pickParam->target));
+        return;
+    }
+    FFmpegTask::setParam(new FFmpegTaskParam(command, std::numeric_limits<int>::max()));
+    setState(START);
+    FFmpegTask::start();
+}

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/MediaTasksManager/ffmpegtask.h"
+
+/// The small picture that stands for a video.
+struct VideoImagePickTaskParam : MediaTaskParam
+{
+    static constexpr int paramType = 15;
+    VideoImagePickTaskParam(const QString &video, const QString &picture)
+        : MediaTaskParam(paramType), path(video), target(picture)
+    {
+    }
+
+    QString path;   ///< the video
+    QString target; ///< ".png" gives the first frame, ".jpg" the one at one second
+};
+
+/// Writes one picture of a video, 300 pixels wide. A target with another suffix ends in `ERROR`.
+class VideoImagePickTask : public FFmpegTask
+{
+    Q_OBJECT
+
+public:
+    explicit VideoImagePickTask(QObject *parent = nullptr);
+
+    void start() override;
+    MediaTaskParam *param() const override { return m_pickParam.data(); }
+    void setParam(MediaTaskParam *param) override { takeParam(param, m_pickParam); }
+
+    /// Everything behind the program; empty for a suffix that isn't known.
+    static QString commandText(const VideoImagePickTaskParam &param);
+
+private:
+    QSharedPointer<VideoImagePickTaskParam> m_pickParam;
+};
