@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QColor>
+#include <QFont>
+#include <QWidget>
+
+/// Lines of text drawn from the upper left corner, close together as a video's text filter sets
+/// them. The widget's size clips nothing but what lies outside it.
+class TextCtrl : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit TextCtrl(QWidget *parent = nullptr);
+
+    QString text() const { return m_text; }
+    void setText(const QString &text);
+    QColor color() const { return m_color; }
+    void setColor(const QColor &color);
+    QFont textFont() const { return m_font; }
+    void setFont(const QFont &font);
+    /// From 0 to 1.
+    double opacity() const { return m_opacity; }
+    void setOpacity(double opacity);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QColor m_color;
+    QFont m_font;
+    QString m_text;
+    double m_opacity = 1.0;
+};

@@ -1,0 +1,245 @@
+// SPDX-License-Identifier: MIT
+#include "controls/atreewidget.h"
+#include "controls/complexedit.h"
+#include "controls/elidedlabel.h"
+#include "controls/filechooser.h"
+#include "controls/mainwindowlookup.h"
+#include "controls/textctrl.h"
+#include "controls/widgetbutton.h"
+#include "pointer.h"
+#include "resources/look.h"
+
+#include <QDialog>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QSignalSpy>
+
+namespace {
+
+struct MainWindow : QWidget
+{
+    Q_OBJECT
+};
+
+struct CountingTree : ATreeWidget
+{
+    int paints = 0;
+
+protected:
+    void paintEvent(QPaintEvent *event) override
+    {
+        ++paints;
+        ATreeWidget::paintEvent(event);
+    }
+};
+
+// A row with an edit, in a dialog whose default button must not hear of the edit's keys.
+struct Row
+{
+    explicit Row(int width = 300)
+    {
+        auto *layout = new QHBoxLayout(&dialog);
+        layout->addWidget(edit);
+        auto *button = new QPushButton(&dialog);
+        button->setDefault(true);
+        QObject::connect(button, &QPushButton::clicked, &dialog, &QDialog::accept);
+        layout->addWidget(button);
+        dialog.setFixedWidth(width);
+        edit->setSuffix(QStringLiteral(".mp4"));
+        edit->setText(QStringLiteral("name"));
+        dialog.show();
+    }
+    QLabel *label() const { return edit->findChild<QLabel *>(QStringLiteral("lblText")); }
+    QLineEdit *line() const { return edit->findChild<QLineEdit *>(QStringLiteral("edtText")); }
+    QPushButton *button() const
+    {
+        return edit->findChild<QPushButton *>(QStringLiteral("btnEdit"));
+    }
+    bool open()
+    {
+        if (!QTest::qWaitForWindowActive(&dialog))
+            return false;
+        QTest::mouseClick(button(), Qt::LeftButton);
+        return line()->isVisible() && line()->hasFocus() && !label()->isVisible() &&
+               !button()->isVisible();
+    }
+
+    QDialog dialog;
+    ComplexEdit *edit = new ComplexEdit(&dialog);
+};
+
+} // namespace
+
+class TestSmallControls : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QVERIFY(Look::apply()); }
+
+    void editEnds_data()
+    {
+        QTest::addColumn<int>("key"); // 0: the row goes out of sight
+        QTest::addColumn<QString>("text");
+        QTest::newRow("enter") << int(Qt::Key_Return) << QStringLiteral("new");
+        QTest::newRow("escape") << int(Qt::Key_Escape) << QStringLiteral("name");
+        QTest::newRow("tab") << int(Qt::Key_Tab) << QStringLiteral("new");
+        QTest::newRow("hidden") << 0 << QStringLiteral("new");
+    }
+    void editEnds()
+    {
+        QFETCH(int, key);
+        QFETCH(QString, text);
+        Row row;
+        QVERIFY(row.open());
+        QSignalSpy changed(row.edit, &ComplexEdit::editTextChanged);
+        QSignalSpy finished(row.edit, &ComplexEdit::editingFinished);
+        row.line()->selectAll();
+        QTest::keyClicks(row.line(), QStringLiteral("new"));
+        QCOMPARE(row.edit->text(), QStringLiteral("new"));
+        QCOMPARE(changed.last().first().toString(), QStringLiteral("new"));
+        QCOMPARE(finished.count(), 0);
+        if (key != 0) {
+            QTest::keyClick(row.line(), Qt::Key(key));
+        } else {
+            row.edit->hide();
+            row.edit->show();
+        }
+        QTRY_COMPARE(finished.count(), 1);
+        QVERIFY(!row.line()->isVisible() && row.label()->isVisible());
+        QCOMPARE(row.edit->text(), text);
+        QCOMPARE(row.label()->text(), text + QStringLiteral(".mp4"));
+        QVERIFY(row.dialog.isVisible());
+    }
+
+    void editShortensItsLabel()
+    {
+        Row row(260);
+        QVERIFY(QTest::qWaitForWindowExposed(&row.dialog));
+        const QString name = QString(60, QLatin1Char('m'));
+        row.edit->setText(name);
+        QCOMPARE(row.edit->text(), name);
+        QVERIFY(row.label()->text().contains(QChar(0x2026)));
+        QVERIFY(row.label()->text().endsWith(QLatin1String("mp4")));
+        QCOMPARE(row.label()->toolTip(), name + QStringLiteral(".mp4"));
+        QTRY_VERIFY(row.button()->geometry().right() < row.edit->width());
+        row.dialog.setFixedWidth(1500);
+        QTRY_COMPARE(row.label()->text(), name + QStringLiteral(".mp4"));
+        row.edit->setText({});
+        QCOMPARE(row.label()->text(), QStringLiteral(".mp4"));
+    }
+
+    void readOnlyEdit()
+    {
+        Row row;
+        QVERIFY(QTest::qWaitForWindowExposed(&row.dialog));
+        row.edit->setReadOnly(true);
+        QTRY_COMPARE(row.button()->width(), 0);
+        row.button()->click();
+        QVERIFY(!row.line()->isVisible());
+        row.edit->setReadOnly(false);
+        QTRY_VERIFY(row.button()->width() > 0);
+        QVERIFY(row.open());
+    }
+
+    void elidedLabel()
+    {
+        ElidedLabel label;
+        const QString text = QStringLiteral("<b>a rather long file name</b>.mp4");
+        label.setFullText(text);
+        label.resize(label.sizeHint());
+        label.show();
+        QCOMPARE(label.text(), text);
+        label.resize(label.width() / 2, label.height());
+        QVERIFY(label.text().contains(QChar(0x2026)) &&
+                label.text().startsWith(QLatin1String("<")));
+        QVERIFY(label.fontMetrics().horizontalAdvance(label.text()) <=
+                label.contentsRect().width() + 1);
+        QCOMPARE(label.toolTip(), text);
+        label.setAutoToolTips(false);
+        label.setFullText(QStringLiteral("x"));
+        QCOMPARE(label.toolTip(), text);
+    }
+
+    void buttonStates()
+    {
+        QWidget window;
+        window.setStyleSheet(QStringLiteral(
+            "QLabel { color: black; } WidgetButton[mousestate=\"hover\"] QLabel { color: red; }"
+            "WidgetButton[checked=\"true\"] QLabel { color: blue; }"));
+        WidgetButton button(&window);
+        button.setCheckable(true);
+        auto *layout = new QHBoxLayout(&button);
+        QLabel label(QStringLiteral("a label within the button"));
+        layout->addWidget(&label);
+        button.setGeometry(50, 50, 200, 40);
+        window.resize(300, 150);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QCOMPARE(button.sizeHint(), layout->sizeHint());
+        qRegisterMetaType<WidgetButton::MouseState>();
+        QSignalSpy states(&button, &WidgetButton::mouseStateChanged);
+        Pointer pointer(&button);
+        pointer.press({5, 5});
+        pointer.release();
+        QVERIFY(button.isChecked());
+        QCOMPARE(button.property("mousestate").toString(), QStringLiteral("hover"));
+        QCOMPARE(label.palette().color(QPalette::WindowText), QColor(Qt::blue));
+        pointer.press({5, 5});
+        QCOMPARE(button.property("mousestate").toString(), QStringLiteral("pressed"));
+        pointer.release();
+        QCOMPARE(label.palette().color(QPalette::WindowText), QColor(Qt::red));
+        pointer.moveBy(-50);
+        QCOMPARE(button.property("mousestate").toString(), QStringLiteral("normal"));
+        QCOMPARE(states.last().first().value<WidgetButton::MouseState>(), WidgetButton::NORMAL);
+        QCOMPARE(label.palette().color(QPalette::WindowText), QColor(Qt::black));
+    }
+
+    void treeSeesPropertiesAndRests()
+    {
+        CountingTree tree;
+        tree.setStyleSheet(QStringLiteral("ATreeWidget[full=\"true\"] { color: red; }"));
+        tree.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&tree));
+        tree.setProperty("full", true);
+        QTRY_COMPARE(tree.palette().color(QPalette::Text), QColor(Qt::red));
+        // Comes to rest: the event loop goes round without another painting.
+        int before = -1;
+        QTRY_VERIFY(std::exchange(before, tree.paints) == tree.paints);
+        QVERIFY(tree.paints < 20);
+    }
+
+    void textKeepsEmptyLines()
+    {
+        TextCtrl ctrl;
+        QFont font;
+        font.setPixelSize(20);
+        ctrl.setFont(font);
+        ctrl.setColor(Qt::red);
+        ctrl.resize(100, 80);
+        ctrl.setText(QStringLiteral("HH\n\nHH"));
+        const QImage image = ctrl.grab().toImage();
+        // Lines are 19 pixels apart.
+        const QImage first = image.copy(0, 0, 100, 19);
+        QImage blank = first;
+        blank.fill(image.pixelColor(99, 79));
+        QVERIFY(first != blank);
+        QCOMPARE(image.copy(0, 20, 100, 18), blank.copy(0, 0, 100, 18));
+        QCOMPARE(image.copy(0, 38, 100, 19), first);
+    }
+
+    void lookups()
+    {
+        for (int i = 0; i < 2; ++i) {
+            MainWindow window;
+            QCOMPARE(mainWindow(), &window);
+        }
+        QVERIFY(mainWindow() == nullptr);
+        const QStringList paths = {QStringLiteral("/a"), QStringLiteral("/b")};
+        FileChooser::setNextAnswer(paths);
+        QCOMPARE(FileChooser::chooseFiles(nullptr, {}), paths);
+    }
+};
+
+QTEST_MAIN(TestSmallControls)
+#include "tst_smallcontrols.moc"
