@@ -1,0 +1,173 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/Player/csvideoplayer.h"
+
+#include "MediaKits/Player/MPVPlayer/mpvplayer.h"
+#include "ui_csvideoplayer.h"
+
+#include <QResizeEvent>
+
+namespace {
+
+constexpr long msOfSecond = 1000;
+
+} // namespace
+
+QStringList standardPlayerArguments()
+{
+    return {
+        QStringLiteral("--no-config"),        QStringLiteral("--hidpi-window-scale"),
+        QStringLiteral("--window-scale=0.5"), QStringLiteral("--no-quiet"),
+        QStringLiteral("--terminal"),         QStringLiteral("--no-msg-color"),
+        QStringLiteral("--osd-level=0"),      QStringLiteral("--msg-level=ffmpeg/demuxer=error"),
+        QStringLiteral("--video-rotate=no"),  QStringLiteral("--loop=inf"),
+        QStringLiteral("--keep-open=always"), QStringLiteral("--keep-open-pause=no")};
+}
+
+QString soundWaveArgument()
+{
+    return QStringLiteral(
+        "--lavfi-complex=color=c=0x1a1a1a:s=748x282:r=10[color];[aid1]asplit[t1][ao];"
+        "[t1]showwaves=size=748x282:mode=cline:colors=0x939699[t2];"
+        "[color][t2]overlay=shortest=1[vo]");
+}
+
+CSVideoPlayer::CSVideoPlayer(QWidget *parent)
+    : QWidget(parent), m_ui(std::make_unique<Ui::CSVideoPlayer>()), m_player(new MPVPlayer(this))
+{
+    m_ui->setupUi(this);
+    for (QWidget *surface : {m_ui->wdtVideoContainer, static_cast<QWidget *>(m_ui->lblVideoShow)}) {
+        surface->setAttribute(Qt::WA_NativeWindow);
+        surface->setAttribute(Qt::WA_DontCreateNativeAncestors);
+    }
+    m_ui->wdtVideoContainer->installEventFilter(this);
+    connect(m_player, &MPVPlayer::started, this, &CSVideoPlayer::started);
+    connect(m_player, &MPVPlayer::finished, this, &CSVideoPlayer::finished);
+    connect(m_player, &MPVPlayer::progressChanged, this,
+            [this](float position, float total, float percent) {
+                emit progressChanged(long(position) * msOfSecond, long(total) * msOfSecond,
+                                     percent);
+            });
+}
+
+CSVideoPlayer::~CSVideoPlayer() = default;
+
+QLabel *CSVideoPlayer::videoLabel() const
+{
+    return m_ui->lblVideoShow;
+}
+
+void CSVideoPlayer::start(const QString &file, const QStringList &args)
+{
+    m_fileName = file;
+    m_player->start(uint(m_ui->lblVideoShow->winId()), file, args);
+}
+
+void CSVideoPlayer::play(bool on)
+{
+    m_player->setPause(!on);
+}
+
+void CSVideoPlayer::stop()
+{
+    m_player->stop();
+}
+
+void CSVideoPlayer::seek(int ms)
+{
+    m_player->seek(ms / 1000.0, MPVPlayer::Absolute, true);
+}
+
+bool CSVideoPlayer::isRunning() const
+{
+    return m_player->isRunning();
+}
+
+void CSVideoPlayer::setVolume(int volume)
+{
+    m_player->setVolume(volume);
+}
+
+int CSVideoPlayer::volume() const
+{
+    return m_player->volume();
+}
+
+void CSVideoPlayer::setSpeed(double speed)
+{
+    m_player->setSpeed(speed);
+}
+
+void CSVideoPlayer::setContrast(int value)
+{
+    m_player->setContrast(value);
+}
+
+void CSVideoPlayer::setBrightness(int value)
+{
+    m_player->setBrightness(value);
+}
+
+void CSVideoPlayer::setHue(int value)
+{
+    m_player->setHue(value);
+}
+
+void CSVideoPlayer::setGamma(int value)
+{
+    m_player->setGamma(value);
+}
+
+void CSVideoPlayer::setSaturation(int value)
+{
+    m_player->setSaturation(value);
+}
+
+void CSVideoPlayer::videoFilter(FilterOperation operation, const QString &name,
+                                const QVariant &value)
+{
+    m_player->videoFilter(operation, name, value);
+}
+
+void CSVideoPlayer::audioFilter(FilterOperation operation, const QString &name,
+                                const QVariant &value)
+{
+    m_player->audioFilter(operation, name, value);
+}
+
+void CSVideoPlayer::clearVideoFilters()
+{
+    m_player->clearVideoFilters();
+}
+
+void CSVideoPlayer::clearAudioFilters()
+{
+    m_player->clearAudioFilters();
+}
+
+void CSVideoPlayer::sendCommand(const QString &command)
+{
+    m_player->sendCommand(command);
+}
+
+void CSVideoPlayer::setScale(double scale)
+{
+    m_scale = scale;
+    setSurfaceSize(m_ui->wdtVideoContainer->size());
+}
+
+void CSVideoPlayer::setSurfaceSize(const QSize &size)
+{
+    m_ui->lblVideoShow->setFixedSize(qRound(size.width() * m_scale),
+                                     qRound(size.height() * m_scale));
+}
+
+bool CSVideoPlayer::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_ui->wdtVideoContainer && event->type() == QEvent::Resize) {
+        QSize size = static_cast<QResizeEvent *>(event)->size();
+        if (!m_videoSize.isEmpty())
+            size = m_videoSize.scaled(size, Qt::KeepAspectRatio);
+        setSurfaceSize(size);
+    }
+    return QWidget::eventFilter(watched, event);
+}

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/Player/playerfilter.h"
+
+#include <QSize>
+#include <QWidget>
+
+#include <memory>
+
+class MPVPlayer;
+class QLabel;
+
+namespace Ui {
+class CSVideoPlayer;
+}
+
+/// Options of every preview: no configuration of the user's, no on-screen display, a status line
+/// that can be read, endless repetition.
+QStringList standardPlayerArguments();
+
+/// Option that draws the wave of the sound in place of a picture.
+QString soundWaveArgument();
+
+/// The player of the editors and the preview: a black area that an external player draws into.
+/// Times are in ms, but positions come in whole seconds.
+class CSVideoPlayer : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit CSVideoPlayer(QWidget *parent = nullptr);
+    ~CSVideoPlayer() override;
+
+    void start(const QString &file, const QStringList &args);
+    void play(bool on);
+    void stop();
+    void seek(int ms);
+    bool isRunning() const;
+    QString fileName() const { return m_fileName; }
+
+    /// In percent of the file's own loudness.
+    void setVolume(int volume);
+    int volume() const;
+    void setSpeed(double speed);
+    void setContrast(int value);
+    void setBrightness(int value);
+    void setHue(int value);
+    void setGamma(int value);
+    void setSaturation(int value);
+    void videoFilter(FilterOperation operation, const QString &name, const QVariant &value);
+    void audioFilter(FilterOperation operation, const QString &name, const QVariant &value);
+    void clearVideoFilters();
+    void clearAudioFilters();
+    void sendCommand(const QString &command);
+
+    /// Size of the picture, which the surface keeps the shape of; without one it fills the widget.
+    void setVideoSize(const QSize &size) { m_videoSize = size; }
+    QSize videoSize() const { return m_videoSize; }
+    void setDuration(int ms) { m_duration = ms; }
+    int duration() const { return m_duration; }
+    /// A further factor on the size of the surface.
+    void setScale(double scale);
+    double scale() const { return m_scale; }
+    /// The surface itself; overlays are its children.
+    QLabel *videoLabel() const;
+
+signals:
+    /// @param position ms
+    /// @param total ms, 0 when unknown
+    void progressChanged(long position, long total, float percent);
+    void started();
+    void finished(int exitCode);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void setSurfaceSize(const QSize &size);
+
+    const std::unique_ptr<Ui::CSVideoPlayer> m_ui;
+    MPVPlayer *m_player;
+    QString m_fileName;
+    int m_duration = 0;
+    QSize m_videoSize;
+    double m_scale = 1.0;
+};

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/Player/mediapreviewitemwidget.h"
+
+#include "controls/repolish.h"
+#include "MediaKits/MediaFormats/mediaformats.h"
+#include "MediaKits/Player/thumbnail.h"
+#include "ui_mediapreviewitemwidget.h"
+
+#include <QDynamicPropertyChangeEvent>
+#include <QFileInfo>
+#include <QStackedLayout>
+
+MediaPreviewItemWidget::MediaPreviewItemWidget(const QString &path, QWidget *parent)
+    : QWidget(parent), m_ui(std::make_unique<Ui::MediaPreviewItemWidget>())
+{
+    m_ui->setupUi(this);
+    static_cast<QStackedLayout *>(m_ui->skdMain->layout())
+        ->setStackingMode(QStackedLayout::StackAll);
+    const QFileInfo file(path);
+    setToolTip(file.fileName());
+    m_ui->lblVideo->setPixmap(QPixmap(isAudioFormat(file.suffix())
+                                          ? QStringLiteral(":/drawable/media_audio.png")
+                                          : QStringLiteral(":/drawable/media_video.png")));
+    requestThumbnail(path, this, [this](const QPixmap &picture) { showPicture(picture); });
+}
+
+MediaPreviewItemWidget::~MediaPreviewItemWidget() = default;
+
+void MediaPreviewItemWidget::setPlaying(bool playing)
+{
+    setProperty("isPlaying", playing);
+}
+
+void MediaPreviewItemWidget::showPicture(const QPixmap &picture)
+{
+    if (picture.isNull())
+        return;
+    const qreal ratio = devicePixelRatioF();
+    QPixmap scaled = picture.scaled(m_ui->wdtMain->size() * ratio, Qt::KeepAspectRatio,
+                                    Qt::SmoothTransformation);
+    scaled.setDevicePixelRatio(ratio);
+    m_ui->lblVideo->setFixedSize((QSizeF(scaled.size()) / ratio).toSize());
+    m_ui->lblVideo->setPixmap(scaled);
+}
+
+bool MediaPreviewItemWidget::event(QEvent *event)
+{
+    if (event->type() == QEvent::DynamicPropertyChange &&
+        static_cast<QDynamicPropertyChangeEvent *>(event)->propertyName() == "isPlaying")
+        repolish(this);
+    return QWidget::event(event);
+}

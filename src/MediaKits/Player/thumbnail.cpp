@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/Player/thumbnail.h"
+
+#include "MediaKits/AppInstance/LocalStore/appdirs.h"
+#include "MediaKits/MediaFormats/mediaformats.h"
+#include "MediaKits/MediaTasksManager/mediatasksmanager.h"
+#include "MediaKits/MediaTasksManager/videoimagepicktask.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QUuid>
+
+namespace {
+
+constexpr int dispatchIntervalMs = 500;
+constexpr int runningLimit = 1;
+
+MediaTasksManager &thumbnailManager()
+{
+    static MediaTasksManager manager(dispatchIntervalMs, runningLimit);
+    static const bool started = (manager.startTimer(), true);
+    Q_UNUSED(started)
+    return manager;
+}
+
+} // namespace
+
+void requestThumbnail(const QString &path, QObject *context,
+                      const std::function<void(const QPixmap &)> &callback)
+{
+    const QFileInfo file(path);
+    if (!file.exists() || !isVideoFormat(file.completeSuffix())) {
+        callback({});
+        return;
+    }
+    const QString target = QStringLiteral("%1/%2.png")
+                               .arg(tempDir(), QUuid::createUuid().toString(QUuid::WithoutBraces));
+    auto *task = new VideoImagePickTask(context);
+    task->setParam(new VideoImagePickTaskParam(path, target));
+    QObject::connect(task, &MediaTask::taskStateChanged, context, [=](MediaTask::State state) {
+        if (!MediaTask::isFinal(state))
+            return;
+        QPixmap picture;
+        if (state == MediaTask::FINISHED)
+            picture.load(target);
+        task->deleteLater();
+        callback(picture);
+    });
+    QObject::connect(task, &QObject::destroyed, task, [target] { QFile::remove(target); });
+    thumbnailManager().addTask(task);
+}

@@ -1,0 +1,214 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/AppInstance/LocalStore/appini.h"
+#include "MediaKits/Player/csvideoplayer.h"
+#include "MediaKits/Player/mediapreviewitemwidget.h"
+#include "MediaKits/Player/mediapreviewwnd.h"
+#include "resources/look.h"
+#include "support/guisupport.h"
+#include "support/testmedia.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QListWidget>
+#include <QSlider>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+
+constexpr int startLimitMs = 15000;
+
+const QVariantMap &info()
+{
+    static const QVariantMap map{
+        {QStringLiteral("event"), QStringLiteral("video_preview_view")},
+        {QStringLiteral("track"),
+         QVariantMap{{QStringLiteral("pageIndex"), 1},
+                     {QStringLiteral("video_preview_mode"), QStringLiteral("自动")}}}};
+    return map;
+}
+
+QWidget *previewWindow()
+{
+    for (QWidget *widget : QApplication::topLevelWidgets()) {
+        if (widget->inherits("MediaPreviewWnd"))
+            return widget;
+    }
+    return nullptr;
+}
+
+QString toastText()
+{
+    const QWidget *toast = visibleWindow("Toast");
+    return toast ? toast->findChild<QLabel *>()->text() : QString();
+}
+
+void closeToasts()
+{
+    while (QWidget *toast = visibleWindow("Toast"))
+        delete toast;
+}
+
+} // namespace
+
+class TestPreview : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void collectsWhatIsFinished();
+    void seeksAndChangesTheVolume();
+    void missingFiles();
+    void choicesLast_data();
+    void choicesLast();
+
+private:
+    QListWidget *list() const { return child<QListWidget>(*previewWindow(), "lwIconPlaylist"); }
+    CSVideoPlayer *player() const { return previewWindow()->findChild<CSVideoPlayer *>(); }
+    bool isMarked(int entry) const
+    {
+        return list()->itemWidget(list()->item(entry))->property("isPlaying").toBool();
+    }
+
+    QTemporaryDir m_media;
+    QString m_clip = m_media.filePath(QStringLiteral("a.mp4"));
+    QString m_other = m_media.filePath(QStringLiteral("b.mp4"));
+    QString m_sound = m_media.filePath(QStringLiteral("c.mp3"));
+};
+
+void TestPreview::initTestCase()
+{
+    Look::apply();
+    ClipPlan plan;
+    plan.seconds = 10;
+    makeClip(m_clip, plan);
+    makeClip(m_other, plan);
+    plan.width = 0;
+    makeClip(m_sound, plan);
+}
+
+void TestPreview::init()
+{
+    AppIni::instance().setValue(AppIni::Key::PreviewShowWhenAdded, true);
+    AppIni::instance().setValue(AppIni::Key::PreviewVolume, 10);
+}
+
+void TestPreview::cleanup()
+{
+    closeToasts();
+    delete previewWindow();
+}
+
+void TestPreview::collectsWhatIsFinished()
+{
+    MediaPreviewWnd::addFinished(m_clip, info());
+    QVERIFY(QTest::qWaitForWindowExposed(previewWindow()));
+    QTRY_COMPARE(toastText(), QStringLiteral("当前音量:10"));
+    closeToasts();
+    QTRY_VERIFY_WITH_TIMEOUT(player()->isRunning(), startLimitMs);
+    QCOMPARE(player()->fileName(), m_clip);
+    QVERIFY(isMarked(0));
+    QTRY_COMPARE_WITH_TIMEOUT(child<QSlider>(*previewWindow(), "sliderProgress")->maximum(), 10000,
+                              startLimitMs);
+
+    // A second one waits in the list; finished again, it still has one entry.
+    MediaPreviewWnd::addFinished(m_sound, info());
+    MediaPreviewWnd::addFinished(m_other, info());
+    MediaPreviewWnd::addFinished(m_sound, info());
+    QCOMPARE(list()->count(), 3);
+    QCOMPARE(player()->fileName(), m_clip);
+    QVERIFY(!isMarked(1));
+    QTest::qWait(800);
+    shoot(*previewWindow(), "preview");
+
+    MediaPreviewWnd::showFile(m_sound, info());
+    QTRY_COMPARE(player()->fileName(), m_sound);
+    QVERIFY(isMarked(2) && !isMarked(0));
+    QTRY_VERIFY_WITH_TIMEOUT(player()->isRunning(), startLimitMs);
+
+    press(*previewWindow(), "btnClose");
+    QVERIFY(!previewWindow()->isVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(!player()->isRunning(), startLimitMs);
+    QCOMPARE(list()->count(), 3);
+    QCOMPARE(list()->currentItem(), nullptr);
+    // Without an entry, the window opens and nothing plays.
+    MediaPreviewWnd::showFile(m_media.filePath(QStringLiteral("a.mp4")) + QLatin1String("/.."),
+                              info());
+    QVERIFY(previewWindow()->isVisible());
+    QVERIFY(!player()->isRunning());
+}
+
+void TestPreview::seeksAndChangesTheVolume()
+{
+    MediaPreviewWnd::addFinished(m_clip, info());
+    QVERIFY(QTest::qWaitForWindowExposed(previewWindow()));
+    auto *slider = child<QSlider>(*previewWindow(), "sliderProgress");
+    QTRY_COMPARE_WITH_TIMEOUT(slider->maximum(), 10000, startLimitMs);
+    QTRY_VERIFY(!toastText().isEmpty());
+    closeToasts();
+    QTest::mouseClick(child(*previewWindow(), "btnPlay"), Qt::LeftButton); // pause
+    emit slider->sliderMoved(7000);
+    QCOMPARE(child<QLabel>(*previewWindow(), "lblPos")->text(), QStringLiteral("00:00:07"));
+    QTRY_COMPARE_WITH_TIMEOUT(slider->value(), 7000, startLimitMs);
+
+    press(*previewWindow(), "btnVolume");
+    QWidget *popup = nullptr;
+    QTRY_VERIFY((popup = visibleWindow("VolumeDialog")));
+    shoot(*popup, "volume");
+    auto *volume = child<QSlider>(*popup, "sliderVolume");
+    QCOMPARE(volume->maximum(), 200);
+    volume->setValue(140);
+    QCOMPARE(child<QLabel>(*popup, "lblVolume")->text(), QStringLiteral("140%"));
+    QCOMPARE(player()->volume(), 140);
+    QCOMPARE(AppIni::instance().value(AppIni::Key::PreviewVolume).toInt(), 10);
+    delete previewWindow();
+    QCOMPARE(AppIni::instance().value(AppIni::Key::PreviewVolume).toInt(), 140);
+}
+
+void TestPreview::missingFiles()
+{
+    const QString gone = m_media.filePath(QStringLiteral("gone.mp4"));
+    QFile::copy(m_clip, gone);
+    MediaPreviewWnd::addFinished(gone, info());
+    MediaPreviewWnd::addFinished(m_other, info());
+    QVERIFY(QTest::qWaitForWindowExposed(previewWindow()));
+    closeToasts();
+    list()->setCurrentItem(list()->item(1));
+    QFile::remove(gone);
+    list()->setCurrentItem(list()->item(0));
+    QTRY_COMPARE(toastText(), QStringLiteral("当前播放文件不存在"));
+    closeToasts();
+    QTRY_COMPARE(list()->count(), 1);
+}
+
+void TestPreview::choicesLast_data()
+{
+    QTest::addColumn<int>("choice");
+    QTest::addColumn<bool>("opensLater");
+    QTest::newRow("allow") << 0 << true;
+    QTest::newRow("not this time") << 1 << true;
+    QTest::newRow("off") << 2 << false;
+}
+
+void TestPreview::choicesLast()
+{
+    QFETCH(int, choice);
+    QFETCH(bool, opensLater);
+    MediaPreviewWnd::showFile(m_clip, info());
+    child<QComboBox>(*previewWindow(), "comboBox")->setCurrentIndex(choice);
+    press(*previewWindow(), "btnClose");
+    MediaPreviewWnd::addFinished(m_clip, info());
+    QCOMPARE(previewWindow()->isVisible(), choice == 0);
+    QCOMPARE(list()->count(), 1);
+    delete previewWindow();
+    MediaPreviewWnd::addFinished(m_other, info());
+    QCOMPARE(previewWindow()->isVisible(), opensLater);
+    QCOMPARE(child<QComboBox>(*previewWindow(), "comboBox")->currentIndex(), opensLater ? 0 : 2);
+}
+
+QTEST_MAIN(TestPreview)
+#include "tst_preview.moc"
