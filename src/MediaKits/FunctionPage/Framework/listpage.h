@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/FunctionPage/Framework/fileaddtype.h"
+#include "MediaKits/FunctionPage/Framework/taskrowswidget.h"
+
+#include <QWidget>
+
+#include <memory>
+
+namespace Ui {
+class ListPage;
+}
+
+/// Base of the pages that hold a list or a tree of rows: intake of files, output folder, and the
+/// button that starts everything. Nothing of it is built before the page is first shown or given
+/// files.
+class ListPage : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// What tells one page from another.
+    struct Kind
+    {
+        /// Number of the page in usage tracking.
+        int page;
+        /// Name of its section in the function settings.
+        QLatin1String section;
+        /// Classes of suffixes that its dialogs offer: a sum of `FormatClass`.
+        int formatClasses;
+        /// Suffixes of what may be dropped.
+        const QStringList &(*dropSuffixes)();
+    };
+
+    ListPage(const Kind &kind, QWidget *parent);
+    ~ListPage() override;
+
+    void addFiles(const QStringList &files);
+    void clear();
+
+public slots:
+    void on_btnChangePath_clicked();
+    void on_btnConvertAll_clicked();
+    void on_ledtCustomPath_textChanged(const QString &arg1);
+
+protected:
+    virtual TaskRowsWidget *createRows(QWidget *parent) = 0;
+    /// Fills the left of the bottom bar and reads the page's own settings.
+    virtual void setUpChoices(QWidget *choices) = 0;
+
+    QVariant setting(QLatin1String key) const;
+    void storeSetting(QLatin1String key, const QVariant &value);
+    /// Once built.
+    TaskRowsWidget &rows() const { return *m_rows; }
+    void showEvent(QShowEvent *event) override;
+
+private:
+    void ensureBuilt();
+    void setUpIntake();
+    void takeFiles(const QStringList &files, FileAddType type);
+    void showGroupState(TaskRowsWidget::TaskGrpState state);
+
+    const Kind m_kind;
+    std::unique_ptr<Ui::ListPage> m_ui;
+    TaskRowsWidget *m_rows = nullptr;
+};

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/Framework/mediafactswidget.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QVariant>
+
+MediaFactsWidget::MediaFactsWidget(QWidget *parent) : QWidget(parent)
+{
+    auto *grid = new QGridLayout(this);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setHorizontalSpacing(12);
+    grid->setVerticalSpacing(4);
+    grid->setColumnStretch(1, 1);
+    m_format = addLabel(0, 0, tr("格式"));
+    m_detail = addLabel(0, 1, QString());
+    m_duration = addLabel(1, 0, tr("时长"));
+    m_size = addLabel(1, 1, tr("大小"));
+}
+
+QLabel *MediaFactsWidget::addLabel(int row, int column, const QString &toolTip)
+{
+    auto *label = new QLabel(this);
+    label->setProperty("cls", QStringLiteral("sub"));
+    label->setToolTip(toolTip);
+    label->setTextFormat(Qt::PlainText);
+    static_cast<QGridLayout *>(layout())->addWidget(label, row, column);
+    return label;
+}
+
+void MediaFactsWidget::setNames(QLatin1String side, QLatin1String detailName)
+{
+    const QString prefix = QLatin1String("lbl") + side;
+    m_format->setObjectName(prefix + QLatin1String("Format"));
+    m_detail->setObjectName(prefix + detailName);
+    m_duration->setObjectName(prefix + QLatin1String("Duration"));
+    m_size->setObjectName(prefix + QLatin1String("Size"));
+}
+
+void MediaFactsWidget::showFacts(const MediaFacts &facts)
+{
+    m_format->setText(facts.format);
+    m_detail->setText(facts.detail);
+    m_duration->setText(facts.duration);
+    m_size->setText(facts.size);
+}

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "controls/dialogframe.h"
+
+#include <memory>
+
+namespace Ui {
+class MediaMessageBox;
+}
+
+/// A title, a text and the button "确定". The title is "提示" until set.
+class MediaMessageBox : public DialogFrame
+{
+    Q_OBJECT
+
+public:
+    explicit MediaMessageBox(QWidget *parent = nullptr);
+    ~MediaMessageBox() override;
+
+    /// Plain text; long lines wrap.
+    void setText(const QString &text);
+    QString text() const;
+
+    /// Shows a message modally and returns when the user closed it.
+    static void showMessage(const QString &title, const QString &text, QWidget *parent);
+
+private slots:
+    void on_btnOK_clicked();
+
+private:
+    const std::unique_ptr<Ui::MediaMessageBox> m_ui;
+};

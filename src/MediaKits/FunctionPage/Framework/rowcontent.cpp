@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/Framework/rowcontent.h"
+
+#include "MediaKits/MediaFormats/mediatexts.h"
+
+#include <algorithm>
+#include <limits>
+
+void MediaFacts::takeFile(const MediaFormatInfo &file)
+{
+    constexpr qint64 longestMs = std::numeric_limits<int>::max();
+    duration = timeText(int(std::clamp<qint64>(file.duration, 0, longestMs)));
+    size = sizeText(file.fileSize);
+}
+
+QString MediaFacts::sizeInPixels(int width, int height)
+{
+    return width > 0 && height > 0 ? QStringLiteral("%1x%2").arg(width).arg(height) : QString();
+}

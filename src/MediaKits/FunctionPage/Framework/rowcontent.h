@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/MediaInfo/mediainfodata.h"
+
+#include <QPixmap>
+#include <QString>
+
+/// What a row tells about one file.
+struct MediaFacts
+{
+    /// Takes length and size of the file.
+    void takeFile(const MediaFormatInfo &file);
+
+    /// "1280x720"; empty unless both are above 0.
+    static QString sizeInPixels(int width, int height);
+
+    QString format;
+    QString detail; ///< what the row's page is about: picture size or bitrate
+    QString duration;
+    QString size;
+};
+
+/// Everything that a row shows, apart from the widgets that show it: these exist only while the row
+/// is in sight.
+struct RowContent
+{
+    enum Page { IdlePage, WorkingPage, DonePage };
+
+    QString inputName;
+    MediaFacts in;
+    MediaFacts out;
+    QPixmap picture; ///< null while there is none
+
+    QString outputName;
+    QString outputSuffix; ///< with its dot
+    bool nameReadOnly = false;
+
+    QString settings;  ///< text of the button that opens the row's choices; empty hides it
+    int speedType = 0; ///< chooses the start button's text, from 1; 0 hides the speed button
+    bool editorEnabled = true;
+
+    Page page = IdlePage;
+    int progress = -1; ///< percent; -1 draws nothing
+    QString progressText;
+    QString remainingText;
+    bool paused = false;
+
+    bool failed = false;
+    QString failureTip;
+};

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/FunctionPage/Framework/taskrowswidget.h"
+#include "MediaKits/MediaTasksManager/mediatask.h"
+
+#include <QTimer>
+
+class QListWidget;
+class QListWidgetItem;
+
+/// Base of the lists: one row a file, each with a task of its own.
+class TaskListWidget : public TaskRowsWidget
+{
+    Q_OBJECT
+
+public:
+    explicit TaskListWidget(QWidget *parent = nullptr);
+    ~TaskListWidget() override;
+
+    void addFile(const QString &path) override;
+    void clear() override;
+
+protected:
+    /// A new task with its parameter for a source.
+    virtual QSharedPointer<MediaTask> createTask(const QString &path) = 0;
+    virtual TaskRowWidget *createRow(QListWidgetItem *item) = 0;
+
+    QVector<TaskRowWidget *> rows() const override;
+    void deleteRow(TaskRowWidget *row) override;
+    bool isEmpty() const override;
+
+    /// A complex conversion of a file into the list's folder, as most pages have it.
+    QSharedPointer<MediaTask> createConversion(const QString &path) const;
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void watchSight();
+    void lookSoon();
+    void updateSight();
+    TaskRowWidget *rowOf(QListWidgetItem *item) const;
+
+    QListWidget *m_list;
+    /// Gathers the changes of an import, whose every file scrolls the list.
+    QTimer m_sightTimer;
+};

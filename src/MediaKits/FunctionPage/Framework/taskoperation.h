@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QMetaType>
+
+/// What a row asks of the list or tree that holds it.
+enum class TaskOperation {
+    Start = 0,
+    Pause = 1,
+    Stop = 2,
+    Resume = 3,
+    OpenFolder = 4,
+    Delete = 5,
+};
+
+Q_DECLARE_METATYPE(TaskOperation)

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/VideoConvert/mediaconvertfunctionpage.h"
+
+#include "MediaKits/AppInstance/LocalStore/functionsettings.h"
+#include "MediaKits/FunctionPage/VideoConvert/mediaconvertlistwidget.h"
+#include "MediaKits/MediaFormats/mediaformats.h"
+
+MediaConvertFunctionPage::MediaConvertFunctionPage(QWidget *parent)
+    : PresetListPage({MediaConvertListWidget::page, FunctionSection::converter,
+                      VideoFormatClass | SpecialVideoFormatClass | AudioFormatClass, allFormats},
+                     parent)
+{
+}
+
+TaskRowsWidget *MediaConvertFunctionPage::createRows(QWidget *parent)
+{
+    return new MediaConvertListWidget(parent);
+}

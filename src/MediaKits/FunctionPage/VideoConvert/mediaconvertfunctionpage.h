@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/FunctionPage/Framework/presetlistpage.h"
+
+/// The page that converts video and audio files to a preset of the catalogue.
+class MediaConvertFunctionPage : public PresetListPage
+{
+    Q_OBJECT
+
+public:
+    explicit MediaConvertFunctionPage(QWidget *parent = nullptr);
+
+protected:
+    TaskRowsWidget *createRows(QWidget *parent) override;
+};

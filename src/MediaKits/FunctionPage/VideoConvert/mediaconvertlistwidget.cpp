@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/VideoConvert/mediaconvertlistwidget.h"
+
+#include "MediaKits/FunctionPage/VideoConvert/mediaconvertlistitemwidget.h"
+
+MediaConvertListWidget::MediaConvertListWidget(QWidget *parent) : TaskListWidget(parent)
+{
+    qRegisterMetaType<TaskGrpState>("MediaConvertListWidget::TaskGrpState");
+}
+
+QSharedPointer<MediaTask> MediaConvertListWidget::createTask(const QString &path)
+{
+    return createConversion(path);
+}
+
+TaskRowWidget *MediaConvertListWidget::createRow(QListWidgetItem *item)
+{
+    return new MediaConvertListItemWidget(item, this);
+}

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/FunctionPage/Framework/tasklistwidget.h"
+
+class MediaConvertListWidget : public TaskListWidget
+{
+    Q_OBJECT
+
+public:
+    /// Number of the page in usage tracking.
+    static constexpr int page = 1;
+
+    explicit MediaConvertListWidget(QWidget *parent = nullptr);
+
+protected:
+    int trackingPage() const override { return page; }
+    QSharedPointer<MediaTask> createTask(const QString &path) override;
+    TaskRowWidget *createRow(QListWidgetItem *item) override;
+};
+
+Q_DECLARE_METATYPE(MediaConvertListWidget::TaskGrpState)
