@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 # Installs what is missing, builds the release preset and runs the program.
-#   ./run.sh                  makes a ten-second sample clip, converts it and shows the results
+#   ./run.sh                  opens the window; without a display, makes a ten-second sample clip,
+#                             converts it and shows the results
 #   ./run.sh convert FILE…    and the like go to morvane-cli
 set -euo pipefail
 caller=$PWD
@@ -18,11 +19,21 @@ quietly() {
 "$here/scripts/setup.sh"
 cd "$here"
 [ -f "$build/build.ninja" ] || { echo "Configuring…" >&2; quietly cmake --preset release -DMORVANE_TESTS=OFF; }
-quietly cmake --build --preset release --target morvane-cli module
+quietly cmake --build --preset release --target morvane morvane-cli module
 cd "$caller"
 
 cli="$build/bin/morvane-cli"
 [ $# -eq 0 ] || exec "$cli" "$@"
+
+# The option has the program open the display and end at once. A shell of its own keeps the word
+# that it was aborted off the terminal.
+has_display() {
+    [ -n "${DISPLAY:-}" ] && bash -c '"$0" --preuninst; exit $?' "$build/bin/morvane" >/dev/null 2>&1
+}
+if has_display; then
+    exec "$build/bin/morvane"
+fi
+echo "No X display can be reached, so the window stays closed. A sample from the command line:" >&2
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT

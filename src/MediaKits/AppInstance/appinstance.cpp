@@ -1,0 +1,197 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/AppInstance/appinstance.h"
+
+#include "browser/userinfomanager.h"
+#include "browser/webinterface.h"
+#include "catalogue/encparamcatalog.h"
+#include "MediaKits/AppInstance/displayscale.h"
+#include "MediaKits/AppInstance/LocalStore/appconfig.h"
+#include "MediaKits/AppInstance/LocalStore/appdirs.h"
+#include "MediaKits/AppInstance/LocalStore/appini.h"
+#include "MediaKits/AppInstance/LocalStore/encparamhistory.h"
+#include "MediaKits/AppInstance/LocalStore/functionsettings.h"
+#include "MediaKits/AppInstance/LocalStore/historyrecord.h"
+#include "MediaKits/AppInstance/LocalStore/persiststore.h"
+#include "MediaKits/AppInstance/LocalStore/userinfostore.h"
+#include "MediaKits/AppUpdater/appupdater.h"
+#include "MediaKits/DataTracker/a360sem.h"
+#include "MediaKits/DataTracker/oskdatatracker.h"
+#include "MediaKits/DataTracker/volcdatatracker.h"
+#include "MediaKits/FunctionPage/Framework/fileaddtype.h"
+#include "MediaKits/Logger/logger.h"
+#include "MediaKits/Manifest/playermanifest.h"
+#include "MediaKits/MediaFormats/tempmarker.h"
+#include "platform/crashhook.h"
+#include "platform/terminationwatcher.h"
+#include "platform/windowsystem.h"
+#include "resources/look.h"
+
+#include <QDateTime>
+#include <QTranslator>
+
+#include <algorithm>
+#include <chrono>
+#include <functional>
+#include <future>
+#include <iterator>
+#include <thread>
+
+namespace {
+
+const QLatin1String applicationId("morvane");
+const QLatin1String secondStartMessage("runing");
+constexpr int secondStartTimeoutMs = 5000;
+
+const QLatin1String installOption("install");
+const QLatin1String updateOption("update");
+const QLatin1String uninstallOption("preuninst");
+// Of the installer: it only wants the marks of the installation, no window.
+const QLatin1String installOnly("norun");
+constexpr const char *updateRefusals[] = {"skip", "no", "non"};
+
+// Two of them fit into the crash hook's limit.
+constexpr std::chrono::seconds crashReportLimit(3);
+
+// So that each loads its file now.
+void touchStores()
+{
+    qRegisterMetaType<FileAddType>();
+    AppConfig::instance();
+    EncParamHistory::instance();
+    FunctionSettings::instance();
+    HistoryRecord::instance();
+    PersistStore::instance();
+    UserInfoStore::instance();
+    EncParamCatalog::instance();
+}
+
+void startTracking()
+{
+    QVariantMap user;
+    const QString id = UserInfoStore::instance().id();
+    if (!id.isEmpty())
+        user.insert(QStringLiteral("user_unique_id"), id);
+    VolcDataTracker::instance().setUp(user);
+    VolcDataTracker::instance().event(QStringLiteral("launch"));
+}
+
+void decideScale()
+{
+    decideDisplayScale();
+    configPlayerManifest(dpiScaleMode() == DpiScaleSystem ? PlayerScaling::BySystem
+                                                          : PlayerScaling::ByPlayer);
+}
+
+// A crash may have happened inside a tracker, on its worker or under its lock: then its report
+// never ends.
+void runWithin(std::chrono::seconds limit, const std::function<void()> &work)
+{
+    std::packaged_task<void()> task(work);
+    const std::future<void> done = task.get_future();
+    std::thread(std::move(task)).detach();
+    done.wait_for(limit);
+}
+
+} // namespace
+
+AppInstance::AppInstance(int &argc, char **argv)
+{
+    installCrashHook(&AppInstance::callback);
+    touchStores();
+    startTracking();
+    decideScale();
+    chooseWindowSystem();
+    m_application = std::make_unique<MyApplication>(applicationId, argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setAttribute(Qt::AA_DontCreateNativeWidgetSiblings);
+    addOptions();
+    m_parser.process(QApplication::arguments());
+    installTranslator();
+}
+
+AppInstance::~AppInstance()
+{
+    VolcDataTracker::instance().stop();
+    OskDataTracker::instance().stop();
+}
+
+bool AppInstance::init()
+{
+    if (m_parser.isSet(uninstallOption))
+        return false;
+    if (m_application->isRunning() &&
+        m_application->sendMessage(secondStartMessage, secondStartTimeoutMs))
+        return false;
+    Logger::init(appDir() + QLatin1String("/log.conf"), logDir());
+    sweepStaleMarkers();
+    WebInterface::instance();
+    if (!runInstallStep())
+        return false;
+    if (runUpdateStep() && AppUpdater::instance().run())
+        return false;
+    Look::apply();
+    return true;
+}
+
+int AppInstance::exec()
+{
+    const TerminationWatcher watcher;
+    QObject::connect(&watcher, &TerminationWatcher::requested, qApp, &QCoreApplication::quit);
+    const int exitCode = QApplication::exec();
+    VolcDataTracker::instance().event(QStringLiteral("close"));
+    return exitCode;
+}
+
+int AppInstance::callback()
+{
+    runWithin(crashReportLimit, []() { OskDataTracker::instance().trackCrash(); });
+    runWithin(crashReportLimit, []() {
+        VolcDataTracker &tracker = VolcDataTracker::instance();
+        tracker.event(QStringLiteral("crash"),
+                      {{QStringLiteral("crash_part"), QStringLiteral("主程序")}});
+        tracker.stop();
+    });
+    CLOG(ERROR, "default") << "软件崩溃";
+    return 1;
+}
+
+void AppInstance::addOptions()
+{
+    m_parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
+    m_parser.addOption({installOption, QString(), QStringLiteral("runing")});
+    m_parser.addOption({updateOption, QString(), QStringLiteral("yes")});
+    m_parser.addOption(QCommandLineOption(uninstallOption));
+}
+
+void AppInstance::installTranslator()
+{
+    auto *translator = new QTranslator(m_application.get());
+    translator->load(QStringLiteral(":/languages/qm/qt_zh_CN.qm"));
+    QApplication::installTranslator(translator);
+}
+
+bool AppInstance::runInstallStep() const
+{
+    OskDataTracker &tracker = OskDataTracker::instance();
+    const QString userId = UserInfoManager::instance().id();
+    if (!userId.isEmpty())
+        tracker.setUserId(userId);
+    tracker.trackStart();
+    if (!m_parser.isSet(installOption))
+        return true;
+
+    tracker.trackInstall();
+    A360Sem::instance().report(QStringLiteral("REGISTERED"));
+    VolcDataTracker::instance().event(QStringLiteral("main_activation"));
+    AppIni &ini = AppIni::instance();
+    if (!ini.contains(AppIni::Key::InstallTime))
+        ini.setValue(AppIni::Key::InstallTime, QDateTime::currentMSecsSinceEpoch());
+    return m_parser.value(installOption) != installOnly;
+}
+
+bool AppInstance::runUpdateStep() const
+{
+    const QString update = m_parser.value(updateOption);
+    return std::none_of(std::begin(updateRefusals), std::end(updateRefusals),
+                        [&update](const char *word) { return update == QLatin1String(word); });
+}

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/AppInstance/myapplication.h"
+
+#include <QCommandLineParser>
+
+#include <memory>
+
+/// Everything that comes before the first window and behind the last: stores, trackers, display
+/// scale, application object, command line, the one instance, log, and the look.
+class AppInstance
+{
+public:
+    /// Makes the application object. Ends the process on an option that it doesn't know.
+    /// @param argc lives as long as this object
+    AppInstance(int &argc, char **argv);
+    /// Returns when the trackers have sent what was left, or have failed to.
+    ~AppInstance();
+    Q_DISABLE_COPY(AppInstance)
+
+    /// Whether the main window is to be made. Otherwise this start has done what it was for.
+    bool init();
+
+    /// Runs the event loop, which also ends in good order at the system's wish, and gives back its
+    /// exit code.
+    static int exec();
+
+    /// For the process's crash: tells the trackers and the log. Any thread that may wait.
+    /// @return 1, the word for a process that may end now
+    static int callback();
+
+private:
+    void addOptions();
+    void installTranslator();
+    bool runInstallStep() const;
+    bool runUpdateStep() const;
+
+    QCommandLineParser m_parser;
+    std::unique_ptr<MyApplication> m_application;
+};

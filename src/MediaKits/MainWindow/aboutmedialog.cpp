@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/MainWindow/aboutmedialog.h"
+
+#include "MediaKits/AppInstance/LocalStore/appdirs.h"
+#include "MediaKits/MainWindow/productcontact.h"
+#include "ui_aboutmedialog.h"
+
+#include <QDesktopServices>
+
+AboutMeDialog::AboutMeDialog(QWidget *parent)
+    : DialogFrame(parent), m_ui(std::make_unique<Ui::AboutMeDialog>())
+{
+    setUpForm(*m_ui);
+    setTitle(tr("关于我们"));
+    m_ui->lblVersion->setText(shortVersion());
+}
+
+AboutMeDialog::~AboutMeDialog() = default;
+
+void AboutMeDialog::on_btnOfficalWeb_clicked()
+{
+    QDesktopServices::openUrl(productContact().webSite);
+}

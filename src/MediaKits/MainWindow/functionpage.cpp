@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/MainWindow/functionpage.h"
+
+#include "controls/widgetbutton.h"
+#include "MediaKits/DataTracker/currentfunction.h"
+#include "MediaKits/DataTracker/oskdatatracker.h"
+#include "MediaKits/MainWindow/functionpages.h"
+#include "MediaKits/MainWindow/homepage.h"
+#include "MediaKits/MainWindow/navigationtracking.h"
+#include "ui_functionpage.h"
+
+#include <QButtonGroup>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QSignalBlocker>
+#include <QVariant>
+
+namespace {
+
+constexpr int buttonHeight = 44;
+constexpr int iconSide = 24;
+
+// The functions between them report their page views.
+constexpr int firstTrackedPage = 1;
+constexpr int lastTrackedPage = 10;
+
+int pageViewEvent(int page)
+{
+    return 2 * page + 11;
+}
+
+WidgetButton *makeButton(const FunctionPageEntry &entry, QWidget *parent)
+{
+    auto *button = new WidgetButton(parent);
+    button->setObjectName(entry.buttonName);
+    button->setProperty("cls", QStringLiteral("main"));
+    button->setAccessibleName(entry.label);
+    button->setCheckable(true);
+    button->setFixedHeight(buttonHeight);
+
+    auto *icon = new QLabel(button);
+    icon->setProperty("cls", QStringLiteral("icon"));
+    icon->setFixedSize(iconSide, iconSide);
+    icon->setPixmap(QPixmap(entry.icon + QLatin1String(".png")));
+    auto *text = new QLabel(entry.label, button);
+    text->setProperty("cls", QStringLiteral("text"));
+    for (QLabel *label : {icon, text})
+        label->setAttribute(Qt::WA_TransparentForMouseEvents);
+
+    auto *row = new QHBoxLayout(button);
+    row->setContentsMargins(16, 0, 8, 0);
+    row->setSpacing(12);
+    row->addWidget(icon);
+    row->addWidget(text, 1);
+
+    QObject::connect(button, &QAbstractButton::toggled, icon, [icon, path = entry.icon](bool on) {
+        icon->setPixmap(QPixmap(path + (on ? QLatin1String("_on.png") : QLatin1String(".png"))));
+    });
+    return button;
+}
+
+} // namespace
+
+FunctionPage::FunctionPage(QWidget *parent)
+    : QWidget(parent), m_ui(std::make_unique<Ui::FunctionPage>()), m_buttons(new QButtonGroup(this))
+{
+    m_ui->setupUi(this);
+    addPages();
+    connectNavigation();
+}
+
+FunctionPage::~FunctionPage() = default;
+
+void FunctionPage::addPages()
+{
+    for (const FunctionPageEntry &entry : functionPages()) {
+        const int index = m_ui->skdWdtFunction->count();
+        WidgetButton *button = makeButton(entry, m_ui->wdtLeft);
+        m_ui->lytButtons->insertWidget(index, button);
+        m_buttons->addButton(button, index);
+
+        QWidget *page = entry.create(entry, m_ui->skdWdtFunction);
+        page->setObjectName(QStringLiteral("page%1").arg(index));
+        m_ui->skdWdtFunction->addWidget(page);
+    }
+    m_buttons->button(0)->setChecked(true);
+}
+
+void FunctionPage::connectNavigation()
+{
+    connect(m_buttons, &QButtonGroup::idToggled, this, [this](int id, bool checked) {
+        if (!checked)
+            return;
+        changePage(id);
+        trackNavigation(QStringLiteral("侧边栏"), QStringLiteral("侧边栏点击"));
+    });
+    const auto *home = qobject_cast<HomePage *>(m_ui->skdWdtFunction->widget(0));
+    connect(home, &HomePage::goToFunction, this, &FunctionPage::jumpFromHome);
+}
+
+void FunctionPage::changePage(int index)
+{
+    setCurrentFunction(index);
+    m_ui->skdWdtFunction->setCurrentIndex(index);
+    if (index >= firstTrackedPage && index <= lastTrackedPage)
+        OskDataTracker::instance().trackTableEvent(pageViewEvent(index));
+}
+
+void FunctionPage::jumpFromHome(int index)
+{
+    changePage(index);
+    const QSignalBlocker blocker(m_buttons);
+    m_buttons->button(index)->setChecked(true);
+}

@@ -1,0 +1,173 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/MainWindow/mainwindow.h"
+
+#include "controls/edgeresizer.h"
+#include "controls/windowshadow.h"
+#include "MediaKits/AppInstance/LocalStore/appdirs.h"
+#include "MediaKits/AppInstance/LocalStore/appini.h"
+#include "MediaKits/AppInstance/LocalStore/removedir.h"
+#include "MediaKits/DataTracker/oskdatatracker.h"
+#include "MediaKits/MainWindow/appmenu.h"
+#include "MediaKits/MainWindow/apptraymanager.h"
+#include "MediaKits/MainWindow/customerservice.h"
+#include "MediaKits/MainWindow/exittipsdialog.h"
+#include "ui_mainwindow.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QMetaMethod>
+#include <QShortcut>
+
+namespace {
+
+constexpr int mainPageView = 1;
+constexpr int shadowWidth = 10;
+constexpr QRgb shadowColour = 0x24000000;
+// While another window of the program has the user's attention.
+constexpr QRgb inactiveShadowColour = 0x14000000;
+constexpr int popupGap = 11;
+constexpr int resizeBorder = 4;
+
+} // namespace
+
+MainWindow::MainWindow(QWidget *parent)
+    : QMainWindow(parent), m_ui(std::make_unique<Ui::MainWindow>())
+{
+    m_ui->setupUi(this);
+    setAttribute(Qt::WA_TranslucentBackground);
+    m_shadow = new WindowShadow(this);
+    m_shadow->setColour(QColor::fromRgba(shadowColour));
+    m_shadow->setRadius(shadowWidth);
+    m_ui->btnCService->hide();
+    connectSecondStart();
+    m_tray = new AppTrayManager(this);
+    OskDataTracker::instance().trackTableEvent(mainPageView);
+
+    // Otherwise the first button of the title bar would look chosen.
+    m_ui->wdtMain->setFocus();
+    new EdgeResizer(this, resizeBorder);
+    auto *leaveKey = new QShortcut(QKeySequence(QStringLiteral("Ctrl+Q")), this);
+    connect(leaveKey, &QShortcut::activated, this, &MainWindow::on_btnClose_clicked);
+}
+
+MainWindow::~MainWindow()
+{
+    removeDirRecursively(tempDir());
+}
+
+// Only the program's own application object has the signal; this room doesn't know its class.
+void MainWindow::connectSecondStart()
+{
+    const QMetaObject *application = qApp->metaObject();
+    const int signal = application->indexOfSignal("messageReceived(QString)");
+    if (signal < 0)
+        return;
+    connect(qApp, application->method(signal), this,
+            staticMetaObject.method(staticMetaObject.indexOfSlot("sltMessageReceived(QString)")));
+}
+
+bool MainWindow::event(QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::WindowActivate:
+        m_shadow->setColour(QColor::fromRgba(shadowColour));
+        break;
+    case QEvent::WindowDeactivate: {
+        const QWidget *modal = QApplication::activeModalWidget();
+        if (modal != nullptr && !modal->inherits("QFileDialog"))
+            m_shadow->setColour(QColor::fromRgba(inactiveShadowColour));
+        break;
+    }
+    case QEvent::WindowStateChange:
+        showWindowState();
+        break;
+    default:
+        break;
+    }
+    return QMainWindow::event(event);
+}
+
+void MainWindow::showWindowState()
+{
+    const bool maximized = isMaximized();
+    m_ui->btnMax->setToolTip(maximized ? tr("还原") : tr("最大化"));
+    m_ui->btnMax->setAccessibleName(m_ui->btnMax->toolTip());
+    m_ui->btnMax->setIcon(QIcon(maximized ? QStringLiteral(":/drawable/win_restore.png")
+                                          : QStringLiteral(":/drawable/win_max.png")));
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    if (m_tray->isIconVisible()) {
+        event->ignore();
+        hide();
+        return;
+    }
+    QCoreApplication::exit(0);
+    QMainWindow::closeEvent(event);
+}
+
+void MainWindow::on_btnClose_clicked()
+{
+    const AppIni &ini = AppIni::instance();
+    if (!ini.value(AppIni::Key::IsExitTips).toBool()) {
+        leave(ExitMode(ini.value(AppIni::Key::ExitMode).toInt()));
+        return;
+    }
+    ExitTipsDialog dialog(this);
+    if (dialog.exec() == QDialog::Accepted)
+        leave(dialog.mode());
+}
+
+void MainWindow::leave(ExitMode mode)
+{
+    if (mode == ExitMode::ToTray)
+        hide();
+    else if (mode == ExitMode::Leave)
+        QCoreApplication::exit(0);
+}
+
+void MainWindow::on_btnMax_clicked()
+{
+    if (isMaximized())
+        showNormal();
+    else
+        showMaximized();
+}
+
+void MainWindow::on_btnMin_clicked()
+{
+    showMinimized();
+}
+
+void MainWindow::on_btnMore_clicked()
+{
+    auto *menu = new AppMenu(this);
+    menu->move(m_ui->btnMore->mapToGlobal(QPoint(0, m_ui->btnMore->height() + popupGap)));
+    menu->show();
+}
+
+void MainWindow::on_btnCService_clicked()
+{
+    auto *popup = new CustomerService(this);
+    popup->fitContent();
+    // A hidden button has no place of its own.
+    const QWidget *button = m_ui->btnCService->isVisible() ? m_ui->btnCService : m_ui->btnMore;
+    popup->move(button->mapToGlobal(
+        QPoint((button->width() - popup->width()) / 2, button->height() + popupGap)));
+    popup->show();
+}
+
+void MainWindow::sltMessageReceived(const QString & /*msg*/)
+{
+    const Qt::WindowFlags flags = windowFlags();
+    // A change of the flags makes a new native window, which has forgotten its normal place.
+    const QRect normalPlace = isMaximized() ? normalGeometry() : geometry();
+    setWindowFlags(flags | Qt::WindowStaysOnTopHint);
+    show();
+    setWindowFlags(flags & ~Qt::WindowFlags(Qt::WindowStaysOnTopHint));
+    showNormal();
+    setGeometry(normalPlace);
+    raise();
+    activateWindow();
+}

@@ -1,0 +1,298 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/MainWindow/mainwindow.h"
+
+#include "mainwindow/formaccess.h"
+#include "MediaKits/AppInstance/LocalStore/appdirs.h"
+#include "MediaKits/AppInstance/LocalStore/appini.h"
+#include "MediaKits/DataTracker/currentfunction.h"
+#include "MediaKits/MainWindow/homepage.h"
+#include "resources/look.h"
+#include "support/scriptedserver.h"
+#include "support/testfile.h"
+#include "support/toolrun.h"
+
+#include <QCheckBox>
+#include <QMenu>
+#include <QStackedWidget>
+#include <QSystemTrayIcon>
+#include <QWindow>
+
+namespace {
+
+int shownPage(const QWidget &window)
+{
+    return window.findChild<QStackedWidget *>(QStringLiteral("skdWdtFunction"))->currentIndex();
+}
+
+// Runs an event loop in which `action` is done first.
+// @return its exit code, -1 when the loop went on
+template<class Action>
+int exitCodeAfter(Action action)
+{
+    QTimer::singleShot(0, qApp, action);
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, [] { QCoreApplication::exit(-1); });
+    watch.start(500);
+    return QCoreApplication::exec();
+}
+
+// Presses a button of the exit dialog as soon as it is there.
+void answerExitDialog(const char *button, bool noMore)
+{
+    QTimer::singleShot(0, qApp, [=] {
+        QWidget *dialog = QApplication::activeModalWidget();
+        QVERIFY(dialog != nullptr);
+        dialog->findChild<QCheckBox *>()->setChecked(noMore);
+        press(*dialog, button);
+    });
+}
+
+// The window's place among all, as the window manager stacks them; its shadow lies above it.
+int stackPlace(const QWidget &window)
+{
+    const QByteArray ids =
+        runTool(QStringLiteral("xprop"),
+                {QStringLiteral("-root"), QStringLiteral("_NET_CLIENT_LIST_STACKING")})
+            .out;
+    return ids.indexOf("0x" + QByteArray::number(window.windowHandle()->winId(), 16));
+}
+
+// Returns when Qt knows that the focus is gone: a window that comes back before doesn't get it.
+void hideFully(QWidget &window)
+{
+    window.hide();
+    QTRY_COMPARE(QGuiApplication::focusWindow(), nullptr);
+}
+
+} // namespace
+
+// Has the signal by which the program's own application object tells of a second start.
+class StartedTwice : public QApplication
+{
+    Q_OBJECT
+
+public:
+    using QApplication::QApplication;
+
+signals:
+    void messageReceived(const QString &message);
+};
+
+class TestMainWindow : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void closeButton_data();
+    void closeButton();
+    void systemCloseHidesUntilTrayLeaves();
+    void destructionRemovesTempDir();
+    void secondStart_data();
+    void secondStart();
+    void navigation();
+    void navigationIsReported();
+};
+
+void TestMainWindow::init()
+{
+    AppIni::instance().setValue(AppIni::Key::IsExitTips, true);
+    AppIni::instance().setValue(AppIni::Key::ExitMode, 0);
+}
+
+void TestMainWindow::closeButton_data()
+{
+    QTest::addColumn<QByteArray>("button");
+    QTest::addColumn<bool>("noMore");
+    QTest::addColumn<int>("mode");
+    QTest::newRow("tray") << QByteArray("btnToTray") << false << 0;
+    QTest::newRow("tray from now on") << QByteArray("btnToTray") << true << 0;
+    QTest::newRow("leave") << QByteArray("btnEixt") << false << 1;
+    QTest::newRow("leave from now on") << QByteArray("btnEixt") << true << 1;
+    QTest::newRow("neither") << QByteArray("btnClose") << true << 0;
+}
+
+void TestMainWindow::closeButton()
+{
+    QFETCH(QByteArray, button);
+    QFETCH(bool, noMore);
+    QFETCH(int, mode);
+    const bool rejected = button == "btnClose";
+    MainWindow window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+
+    const int code = exitCodeAfter([&] {
+        answerExitDialog(button.constData(), noMore);
+        press(window, "btnClose");
+    });
+    QCOMPARE(code, mode == 1 ? 0 : -1);
+    QCOMPARE(window.isVisible(), mode == 1 || rejected);
+    const bool asksAgain = rejected || !noMore;
+    QCOMPARE(AppIni::instance().value(AppIni::Key::IsExitTips).toBool(), asksAgain);
+    QCOMPARE(AppIni::instance().value(AppIni::Key::ExitMode).toInt(), mode);
+    if (asksAgain)
+        return;
+
+    hideFully(window);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    const int laterCode = exitCodeAfter([&] {
+        QTest::keyClick(&window, Qt::Key_Q, Qt::ControlModifier);
+        QCOMPARE(QApplication::activeModalWidget(), nullptr);
+    });
+    QCOMPARE(laterCode, mode == 1 ? 0 : -1);
+    QCOMPARE(window.isVisible(), mode == 1);
+}
+
+void TestMainWindow::systemCloseHidesUntilTrayLeaves()
+{
+    MainWindow window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QVERIFY(!window.close());
+    QVERIFY(!window.isVisible());
+    auto *icon = window.findChild<QSystemTrayIcon *>();
+    QVERIFY(icon->isVisible());
+
+    emit icon->activated(QSystemTrayIcon::Context);
+    QVERIFY(!window.isVisible());
+    hideFully(window);
+    emit icon->activated(QSystemTrayIcon::Trigger);
+    QTRY_VERIFY(window.isActiveWindow());
+
+    QStringList texts;
+    for (const QAction *action : icon->contextMenu()->actions())
+        texts += action->text();
+    QCOMPARE(texts, QStringList({QStringLiteral("登录/注册"), QStringLiteral("关于"), QString(),
+                                 QStringLiteral("退出")}));
+    window.hide();
+    QCOMPARE(exitCodeAfter([&] { icon->contextMenu()->actions().last()->trigger(); }), 0);
+    QVERIFY(!icon->isVisible());
+}
+
+void TestMainWindow::destructionRemovesTempDir()
+{
+    const QString dir = tempDir();
+    {
+        MainWindow window;
+        writeTestFile(dir + QStringLiteral("/deep/thumbnail.png"));
+    }
+    QVERIFY(!QFileInfo::exists(dir));
+}
+
+void TestMainWindow::secondStart_data()
+{
+    QTest::addColumn<QByteArray>("state");
+    for (const char *state : {"hidden", "covered", "minimized", "maximized", "other desktop"})
+        QTest::newRow(state) << QByteArray(state);
+}
+
+void TestMainWindow::secondStart()
+{
+    QFETCH(QByteArray, state);
+    MainWindow window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    const QRect place = window.geometry();
+    if (state == "hidden")
+        window.hide();
+    else if (state == "minimized")
+        press(window, "btnMin");
+    else if (state == "maximized") {
+        press(window, "btnMax");
+        QTRY_COMPARE(child(window, "btnMax")->toolTip(), QStringLiteral("还原"));
+    } else if (state == "other desktop")
+        runTool(QStringLiteral("xdotool"), {QStringLiteral("set_desktop"), QStringLiteral("1")});
+    QWidget other;
+    other.setGeometry(place);
+    other.show();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+
+    emit static_cast<StartedTwice *>(qApp)->messageReceived(QStringLiteral("runing"));
+    QTRY_VERIFY(window.isActiveWindow());
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QTRY_VERIFY(stackPlace(window) > stackPlace(other));
+    QVERIFY(!window.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+    QVERIFY(window.windowFlags().testFlag(Qt::FramelessWindowHint));
+    QVERIFY(!window.isMinimized() && !window.isMaximized());
+    QCOMPARE(child(window, "btnMax")->toolTip(), QStringLiteral("最大化"));
+    QTRY_COMPARE(window.geometry(), place);
+    runTool(QStringLiteral("xdotool"), {QStringLiteral("set_desktop"), QStringLiteral("0")});
+}
+
+void TestMainWindow::navigation()
+{
+    MainWindow window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QCOMPARE(shownPage(window), 0);
+    QSignalSpy jumps(window.findChild<HomePage *>(), &HomePage::goToFunction);
+
+    const QVector<QPair<const char *, int>> walk = {
+        {"btnConverter", 1},   {"btnHome", 0}, {"btnMediaGif", 6},  {"btnHome", 0},
+        {"btnBScreencap", 11}, {"btnGif", 6},  {"btnBeautifier", 5}};
+    for (const auto &[button, page] : walk) {
+        press(window, button);
+        QCOMPARE(shownPage(window), page);
+        QCOMPARE(currentFunction(), page);
+    }
+    QCOMPARE(jumps.size(), 2);
+
+    press(window, "btnHome");
+    press(window, "btnMediaWatermark");
+    const auto *watermark = qobject_cast<QPushButton *>(child(window, "btnWatermark"));
+    QVERIFY(watermark->isChecked());
+    QVERIFY(!qobject_cast<QPushButton *>(child(window, "btnHome"))->isChecked());
+}
+
+// The walk again, in a process whose services are servers of this one.
+void TestMainWindow::navigationIsReported()
+{
+    if (QCoreApplication::applicationFilePath().startsWith(QDir::tempPath()))
+        return;
+    ScriptedServer collector(R"({"code":"200"})");
+    ScriptedServer events(R"({"message":"success","ssid":"s"})");
+    QTemporaryDir dir;
+    const QString program = dir.filePath(QStringLiteral("walk"));
+    QVERIFY(QFile::copy(QCoreApplication::applicationFilePath(), program));
+    writeTestFile(dir.filePath(QStringLiteral("main.ini")),
+                  QByteArray::fromStdString("[Service]\ncollector=" + collector.host() +
+                                            "\nevents=" + events.host() +
+                                            "\nappKey=" + std::string(32, 'a') + "\n"));
+    const ToolRun run = runTool(program, {QStringLiteral("navigation")});
+    QVERIFY2(run.exitCode == 0, run.out.constData());
+
+    const auto reported = [](const ScriptedServer &server, const char *pattern) {
+        QStringList found;
+        const QRegularExpression expression(QString::fromUtf8(pattern));
+        for (const httplib::Request &request : server.requests()) {
+            auto matches = expression.globalMatch(
+                QString::fromStdString(request.body).remove(QLatin1Char('\\')));
+            while (matches.hasNext())
+                found += matches.next().captured(1);
+        }
+        return found;
+    };
+    QCOMPARE(reported(collector, R"("event_code":"[a-z]+_page_view_([a-z]+)\")"),
+             QStringList({QStringLiteral("shouye"), QStringLiteral("shipinzhuanhuan"),
+                          QStringLiteral("shipingif"), QStringLiteral("shipingif"),
+                          QStringLiteral("shipinmeihua"), QStringLiteral("shipinshuiyin")}));
+    const QStringList areas = reported(events, R"("button_area":"([^"]+)\")");
+    QCOMPARE(areas.count(QStringLiteral("首页")), 3);
+    QCOMPARE(areas.count(QStringLiteral("侧边栏")), 6);
+    const QStringList entrances = reported(events, R"("entrance_type":"([^"]+)\")");
+    QCOMPARE(entrances.count(QStringLiteral("首页点击")), 4);
+    QCOMPARE(entrances.count(QStringLiteral("侧边栏点击")), 6);
+}
+
+int main(int argc, char *argv[])
+{
+    StartedTwice application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    Look::apply();
+    TestMainWindow test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_mainwindow.moc"

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QLatin1String>
+#include <QVector>
+
+class Stage;
+
+/// One picture: its file's base name, and what brings the windows into the state that it shows.
+struct Shot
+{
+    QLatin1String name;
+    void (*prepare)(Stage &stage);
+};
+
+/// All pictures, in the order in which they have to be made.
+const QVector<Shot> &allShots();
