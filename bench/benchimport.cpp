@@ -40,15 +40,23 @@ public:
         QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { tick(); });
         m_timer.setTimerType(Qt::PreciseTimer);
         m_clock.start();
+        m_total.start();
         m_timer.start(tickMs);
     }
     qint64 longestMs() const { return m_longest; }
 
 private:
-    void tick() { m_longest = std::max(m_longest, m_clock.restart() - tickMs); }
+    void tick()
+    {
+        const qint64 stall = m_clock.restart() - tickMs;
+        if (qEnvironmentVariableIsSet("BENCH_STALLS") && stall > 30)
+            QTextStream(stderr) << "stall of " << stall << " ms at " << m_total.elapsed() << '\n';
+        m_longest = std::max(m_longest, stall);
+    }
 
     QTimer m_timer;
     QElapsedTimer m_clock;
+    QElapsedTimer m_total;
     qint64 m_longest = 0;
 };
 

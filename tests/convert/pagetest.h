@@ -14,6 +14,25 @@
 
 #include <memory>
 
+/// Clicks a preset in the open format dialog.
+inline void pickPreset(quint32 id)
+{
+    constexpr int presetIdRole = Qt::UserRole + 2;
+    QWidget *dialog = nullptr;
+    QTRY_VERIFY((dialog = visibleWindow("MediaFormatDialog")));
+    auto *list = child<QListWidget>(*dialog, "lwdtParamInfos");
+    for (int i = 0; i < list->count(); ++i) {
+        if (list->item(i)->data(presetIdRole).toUInt() != id)
+            continue;
+        list->scrollToItem(list->item(i));
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier,
+                          list->visualItemRect(list->item(i)).center());
+        QTRY_VERIFY(!visibleWindow("MediaFormatDialog"));
+        return;
+    }
+    QFAIL("the dialog does not list the preset");
+}
+
 /// A list page in a window of its own, driven by its buttons.
 template<class Page>
 class PageTest

@@ -30,25 +30,6 @@ constexpr quint32 mp4Small = 1003005;
 constexpr quint32 mp4Huge = 1031001;
 constexpr quint32 mp3Preset = 1200001;
 constexpr int endLimitMs = 60000;
-constexpr int presetIdRole = Qt::UserRole + 2;
-
-// Clicks a preset in the open format dialog.
-void pick(quint32 id)
-{
-    QWidget *dialog = nullptr;
-    QTRY_VERIFY((dialog = visibleWindow("MediaFormatDialog")));
-    auto *list = child<QListWidget>(*dialog, "lwdtParamInfos");
-    for (int i = 0; i < list->count(); ++i) {
-        if (list->item(i)->data(presetIdRole).toUInt() != id)
-            continue;
-        list->scrollToItem(list->item(i));
-        QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier,
-                          list->visualItemRect(list->item(i)).center());
-        QTRY_VERIFY(!visibleWindow("MediaFormatDialog"));
-        return;
-    }
-    QFAIL("the dialog does not list the preset");
-}
 
 } // namespace
 
@@ -122,7 +103,7 @@ void TestConvertPage::convertsThreeFilesFromIntakeToHistory()
     QTRY_COMPARE(test.text(0, "lblInRes"), QStringLiteral("320x240"));
 
     press(*child(*test.page, "wdtChoices"), "btnFormatSet");
-    pick(mp4Small);
+    pickPreset(mp4Small);
     QCOMPARE(child<QLabel>(*test.page, "lblTextFormatSet")->text(), QStringLiteral("MP4 SD 480P"));
     QCOMPARE(test.text(0, "lblOutRes"), QStringLiteral("640x480"));
     QTRY_VERIFY(!child<QLabel>(*test.row(0), "lblVideo")->pixmap(Qt::ReturnByValue).isNull());
@@ -240,22 +221,28 @@ void TestConvertPage::namesTheResult()
 void TestConvertPage::choicesReachOnlyIdleRows()
 {
     ConvertPage test(FunctionSection::converter, mp4Huge);
-    test.add({m_long, m_clip});
-    QTRY_COMPARE(test.list()->count(), 2);
+    test.add({m_long, m_clip, m_clip});
+    QTRY_COMPARE(test.list()->count(), 3);
     press(*test.row(0), "btnConvert");
     QTRY_COMPARE_WITH_TIMEOUT(test.state(0), MediaTask::RUNNING, endLimitMs);
+    // One that waits has its choices, too, and has nothing to pause.
+    press(*test.row(2), "btnConvert");
+    press(*test.row(2), "btnPause");
+    QVERIFY(!child<QPushButton>(*test.row(2), "btnPause")->isChecked());
     QVERIFY(!child(*test.row(0), "btnCut")->isEnabled());
     QVERIFY(child<ComplexEdit>(*test.row(0), "cedtOutputName")->isReadOnly());
 
     press(*child(*test.page, "wdtChoices"), "btnFormatSet");
     // The popup opens on the category of the present preset.
-    pick(mp4Small);
+    pickPreset(mp4Small);
     const QString other = test.folder.filePath(QStringLiteral("other"));
     FileChooser::setNextAnswer({other});
     press(*test.page, "btnChangePath");
     QCOMPARE(child<QLineEdit>(*test.page, "ledtCustomPath")->text(), other);
     QCOMPARE(test.row(0)->encParamInfoID(), mp4Huge);
     QCOMPARE(test.row(1)->encParamInfoID(), mp4Small);
+    QCOMPARE(test.row(2)->encParamInfoID(), mp4Huge);
+    QVERIFY(test.row(2)->outputPath().startsWith(test.out()));
     QVERIFY(test.row(0)->outputPath().startsWith(test.out()));
     QVERIFY(test.row(1)->outputPath().startsWith(other));
     QCOMPARE(FunctionSettings::instance().value(FunctionSection::converter, FunctionKey::outPath),
@@ -264,6 +251,7 @@ void TestConvertPage::choicesReachOnlyIdleRows()
         FunctionSettings::instance().value(FunctionSection::converter, FunctionKey::encParamID),
         QVariant(mp4Small));
 
+    press(*test.row(2), "btnStop");
     press(*test.row(0), "btnStop");
     QTRY_COMPARE_WITH_TIMEOUT(test.state(0), MediaTask::STOPED, endLimitMs);
     QCOMPARE(test.statePage(0), 0);
@@ -315,10 +303,17 @@ void TestConvertPage::pausedBatchEndsAndResumes()
     press(*test.page, "btnConvertAll");
     QTRY_COMPARE(test.state(0), MediaTask::RESUMED);
     QVERIFY(!child<QPushButton>(*test.row(0), "btnPause")->isChecked());
+    press(*test.row(0), "btnPause");
+    QTRY_COMPARE(test.state(0), MediaTask::PAUSED);
     press(*test.row(0), "btnStop");
     QTRY_COMPARE(test.state(0), MediaTask::STOPED);
     QCOMPARE(test.startAllText(), QStringLiteral("全部转换"));
     QCOMPARE(test.text(0, "lblTimeRemained"), QStringLiteral("正在计算"));
+
+    // Stopped in a pause, it doesn't begin with one.
+    press(*test.page, "btnConvertAll");
+    QTRY_COMPARE_WITH_TIMEOUT(test.state(0), MediaTask::RUNNING, endLimitMs);
+    QVERIFY(!child<QPushButton>(*test.row(0), "btnPause")->isChecked());
 }
 
 void TestConvertPage::stopOfOneLetsTheNextRun()
@@ -359,7 +354,9 @@ void TestConvertPage::deleteWhileRunning()
     QTRY_COMPARE_WITH_TIMEOUT(test.state(0), MediaTask::RUNNING, endLimitMs);
     // By the keyboard this time.
     test.row(0)->setFocus();
-    QTest::keyClick(test.row(0), Qt::Key_Delete);
+    QTest::keyClick(test.row(0), Qt::Key_Tab);
+    QVERIFY(test.row(0)->isAncestorOf(QApplication::focusWidget()));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Delete);
     QTRY_VERIFY(test.isEmptyShown());
     QTRY_COMPARE(test.startAllText(), QStringLiteral("全部转换"));
     QTRY_VERIFY(processesWith(m_media.path()).isEmpty());

@@ -119,6 +119,7 @@ void TestIntake::shortcutOfThePageOnShow()
     pages.addWidget(second);
     pages.setCurrentWidget(second);
     pages.show();
+    pages.activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(&pages));
     QSignalSpy added(second, &ComToolBarGPage::filesAddActived);
     FileChooser::setNextAnswer({path("a.MP4")});
@@ -150,11 +151,11 @@ void TestIntake::importCancels()
         QWidget window;
         window.show();
         bool cancelled = false;
+        int afterCancel = 0;
         importFiles(&window, many, [&](const QString &) {
-            // No file may come after the cancel.
-            QVERIFY(!cancelled);
+            afterCancel += cancelled ? 1 : 0;
             auto *dialog = window.findChild<MediaImportDialog *>();
-            if (!dialog->windowHandle() || !dialog->windowHandle()->isExposed())
+            if (cancelled || !dialog->windowHandle() || !dialog->windowHandle()->isExposed())
                 return;
             cancelled = true;
             if (*button)
@@ -163,6 +164,7 @@ void TestIntake::importCancels()
                 QTest::keyClick(dialog, Qt::Key_Escape);
         });
         QVERIFY(cancelled);
+        QCOMPARE(afterCancel, 0);
     }
 }
 

@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QPushButton>
+#include <QScreen>
 #include <QTest>
 #include <QTimer>
 #include <QWidget>
@@ -48,7 +49,8 @@ void whenModal(const char *className, Act act)
     timer->start(lookIntervalMs);
 }
 
-/// Writes a picture of a window into the folder that MORVANE_SHOTS names; nothing without it.
+/// Writes a picture of a window, with what other programs draw into it, into the folder that
+/// MORVANE_SHOTS names; nothing without it.
 inline void shoot(QWidget &window, const char *name)
 {
     const QString folder = qEnvironmentVariable("MORVANE_SHOTS");

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MainWindow/functionpages.h"
 
+#include "MediaKits/FunctionPage/AudioConvert/audioconvertfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoConvert/mediaconvertfunctionpage.h"
 #include "MediaKits/MainWindow/emptypage.h"
 #include "MediaKits/MainWindow/functionpage.h"
@@ -40,7 +41,8 @@ const QVector<FunctionPageEntry> &functionPages()
         entry("Dubbing", FunctionPage::tr("视频配乐"), "dubbing"),
         entry("Shot", FunctionPage::tr("视频截图"), "shot"),
         entry("Watermark", FunctionPage::tr("视频水印"), "watermark"),
-        entry("AudioConverter", FunctionPage::tr("音频转换"), "audio"),
+        entry("AudioConverter", FunctionPage::tr("音频转换"), "audio",
+              makePage<AudioConvertFunctionPage>),
         entry("Screencap", FunctionPage::tr("屏幕录像"), "screencap"),
     };
     return pages;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MediaTasksManager/videoimagepicktask.h"
 
+#include "MediaKits/Logger/logger.h"
 #include "MediaKits/MediaFormats/toolquoting.h"
 
 #include <QFileInfo>
@@ -27,7 +28,7 @@ QString VideoImagePickTask::commandText(const VideoImagePickTaskParam &param)
 void VideoImagePickTask::start()
 {
     if (!m_pickParam) {
-        failWithoutParam();
+        CLOG(ERROR, "default") << QStringLiteral("参数为空");
         return;
     }
     const QString command = commandText(*m_pickParam);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/Player/mediapreviewitemwidget.h"
 
+#include "controls/iconpixmap.h"
 #include "controls/repolish.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
 #include "MediaKits/Player/thumbnail.h"
@@ -10,6 +11,10 @@
 #include <QFileInfo>
 #include <QStackedLayout>
 
+namespace {
+constexpr QSize placeholderSize(48, 48);
+}
+
 MediaPreviewItemWidget::MediaPreviewItemWidget(const QString &path, QWidget *parent)
     : QWidget(parent), m_ui(std::make_unique<Ui::MediaPreviewItemWidget>())
 {
@@ -18,9 +23,10 @@ MediaPreviewItemWidget::MediaPreviewItemWidget(const QString &path, QWidget *par
         ->setStackingMode(QStackedLayout::StackAll);
     const QFileInfo file(path);
     setToolTip(file.fileName());
-    m_ui->lblVideo->setPixmap(QPixmap(isAudioFormat(file.suffix())
-                                          ? QStringLiteral(":/drawable/media_audio.png")
-                                          : QStringLiteral(":/drawable/media_video.png")));
+    m_ui->lblVideo->setPixmap(iconPixmap(isAudioFormat(file.suffix())
+                                             ? QStringLiteral(":/drawable/media_audio.png")
+                                             : QStringLiteral(":/drawable/media_video.png"),
+                                         placeholderSize));
     requestThumbnail(path, this, [this](const QPixmap &picture) { showPicture(picture); });
 }
 

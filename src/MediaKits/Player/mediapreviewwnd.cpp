@@ -3,7 +3,6 @@
 
 #include "controls/edgeresizer.h"
 #include "controls/mainwindowlookup.h"
-#include "controls/popupplacement.h"
 #include "controls/toast.h"
 #include "controls/windowshadow.h"
 #include "MediaKits/AppInstance/LocalStore/appini.h"
@@ -124,12 +123,21 @@ void MediaPreviewWnd::connectPlayer()
     connect(player, &CSVideoPlayer::started, this, [this] { showPlaying(true); });
     connect(player, &CSVideoPlayer::finished, this, &MediaPreviewWnd::onFinished);
     ASlider *slider = m_ui->sliderProgress;
-    connect(slider, &QSlider::sliderPressed, player, [player] { player->blockSignals(true); });
-    connect(slider, &QSlider::sliderReleased, player, [player] { player->blockSignals(false); });
-    connect(slider, &QSlider::sliderMoved, this, [this](int ms) {
-        m_ui->lblPos->setText(timeText(ms));
-        m_ui->csPlayer->seek(ms);
+    connect(slider, &QSlider::sliderPressed, this, [this] {
+        m_ui->csPlayer->blockSignals(true);
+        // A press beside the handle has moved it there, but tells of no move.
+        const int ms = m_ui->sliderProgress->value();
+        if (m_ui->lblPos->text() != timeText(ms))
+            seekTo(ms);
     });
+    connect(slider, &QSlider::sliderReleased, player, [player] { player->blockSignals(false); });
+    connect(slider, &QSlider::sliderMoved, this, &MediaPreviewWnd::seekTo);
+}
+
+void MediaPreviewWnd::seekTo(int ms)
+{
+    m_ui->lblPos->setText(timeText(ms));
+    m_ui->csPlayer->seek(ms);
 }
 
 void MediaPreviewWnd::updateProgress(long position, double duration, double percent)
@@ -290,11 +298,7 @@ void MediaPreviewWnd::on_btnPlay_toggled(bool checked)
 
 void MediaPreviewWnd::on_btnVolume_clicked()
 {
-    auto *popup = new VolumeDialog(this);
-    popup->setValue(m_ui->csPlayer->volume());
-    connect(popup, &VolumeDialog::valueChanged, m_ui->csPlayer, &CSVideoPlayer::setVolume);
-    placeAbove(popup, m_ui->btnVolume, Qt::AlignHCenter, 0);
-    popup->show();
+    showVolumePopup(*m_ui->csPlayer, *m_ui->btnVolume);
 }
 
 void MediaPreviewWnd::on_btnOpenDir_clicked()

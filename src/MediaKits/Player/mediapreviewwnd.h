@@ -46,6 +46,7 @@ private:
 
     void readSettings();
     void connectPlayer();
+    void seekTo(int ms);
     void addFinishedFile(const QString &path, const QVariantMap &info);
     void showListedFile(const QString &path, const QVariantMap &info);
     QListWidgetItem *entryOf(const QString &path) const;

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/Player/volumedialog.h"
 
+#include "controls/popupplacement.h"
 #include "controls/windowshadow.h"
+#include "MediaKits/Player/csvideoplayer.h"
 #include "ui_volumedialog.h"
 
 VolumeDialog::VolumeDialog(QWidget *parent)
@@ -24,4 +26,13 @@ void VolumeDialog::on_sliderVolume_valueChanged(int value)
 {
     m_ui->lblVolume->setText(QStringLiteral("%1%").arg(value));
     emit valueChanged(value);
+}
+
+void showVolumePopup(CSVideoPlayer &player, QWidget &button)
+{
+    auto *popup = new VolumeDialog(button.window());
+    popup->setValue(player.volume());
+    QObject::connect(popup, &VolumeDialog::valueChanged, &player, &CSVideoPlayer::setVolume);
+    placeAbove(popup, &button, Qt::AlignHCenter, 0);
+    popup->show();
 }

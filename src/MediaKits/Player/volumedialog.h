@@ -5,6 +5,8 @@
 
 #include <memory>
 
+class CSVideoPlayer;
+
 namespace Ui {
 class VolumeDialog;
 }
@@ -31,3 +33,6 @@ private slots:
 private:
     const std::unique_ptr<Ui::VolumeDialog> m_ui;
 };
+
+/// Opens the popup of a player's loudness just above a button.
+void showVolumePopup(CSVideoPlayer &player, QWidget &button);

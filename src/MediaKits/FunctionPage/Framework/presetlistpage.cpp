@@ -2,6 +2,7 @@
 #include "MediaKits/FunctionPage/Framework/presetlistpage.h"
 
 #include "catalogue/encparamcatalog.h"
+#include "controls/iconpixmap.h"
 #include "controls/popupplacement.h"
 #include "MediaKits/AppInstance/LocalStore/functionsettings.h"
 #include "MediaKits/FunctionPage/Framework/mediaformatdialog.h"
@@ -14,6 +15,7 @@
 namespace {
 
 constexpr int popupGap = 11;
+constexpr QSize arrowSize(12, 12);
 constexpr int buttonWidth = 180;
 
 } // namespace
@@ -37,7 +39,7 @@ void PresetListPage::setUpChoices(QWidget *choices)
     inner->setContentsMargins(12, 0, 8, 0);
     inner->addWidget(m_lblTextFormatSet, 1);
     auto *arrow = new QLabel(m_btnFormatSet);
-    arrow->setPixmap(QPixmap(QStringLiteral(":/drawable/dropdown.png")));
+    arrow->setPixmap(iconPixmap(QStringLiteral(":/drawable/dropdown.png"), arrowSize));
     arrow->setAttribute(Qt::WA_TransparentForMouseEvents);
     inner->addWidget(arrow);
     connect(m_btnFormatSet, &QPushButton::clicked, this, &PresetListPage::on_btnFormatSet_clicked);

@@ -2,9 +2,9 @@
 #include "MediaKits/FunctionPage/Framework/presetlook.h"
 
 #include "catalogue/encparamcatalog.h"
+#include "controls/iconpixmap.h"
 
 #include <QCoreApplication>
-#include <QIcon>
 
 namespace {
 
@@ -16,12 +16,6 @@ constexpr QSize presetIconSize(24, 24);
 QString tr(const char *text)
 {
     return QCoreApplication::translate("PresetLook", text);
-}
-
-// Unlike a bare QPixmap, an icon takes the @2x picture on a dense screen.
-QPixmap iconPixmap(const QString &path, QSize size)
-{
-    return QIcon(path).pixmap(size);
 }
 
 QString pictureText(const VEncParam *video, bool zeroSizeShown)

@@ -1,11 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/Framework/rowpicturewidget.h"
 
+#include "controls/iconpixmap.h"
+
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QStackedLayout>
 #include <QVariant>
+
+namespace {
+constexpr QSize placeholderSize(48, 48);
+}
 
 RowPictureWidget::RowPictureWidget(QWidget *parent)
     : QWidget(parent), m_lblVideo(new QLabel), m_buttons(new QWidget)
@@ -52,8 +58,9 @@ void RowPictureWidget::setUpEditor(const QString &objectName, const QString &too
 
 void RowPictureWidget::showPlaceholder(bool audio)
 {
-    m_lblVideo->setPixmap(QPixmap(audio ? QStringLiteral(":/drawable/media_audio.png")
-                                        : QStringLiteral(":/drawable/media_video.png")));
+    m_lblVideo->setPixmap(iconPixmap(audio ? QStringLiteral(":/drawable/media_audio.png")
+                                           : QStringLiteral(":/drawable/media_video.png"),
+                                     placeholderSize));
 }
 
 void RowPictureWidget::showPicture(const QPixmap &picture)

@@ -1,10 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/Framework/taskbatch.h"
 
+#include <utility>
+
 namespace {
 
 constexpr int dispatchIntervalMs = 500;
 constexpr int runningLimit = 1;
+
+bool isIdle(MediaTask::State state)
+{
+    return state == MediaTask::UNSTARTED || state == MediaTask::STOPED || state == MediaTask::ERROR;
+}
 
 } // namespace
 
@@ -12,20 +19,22 @@ TaskBatch::TaskBatch(QObject *parent) : QObject(parent), m_manager(dispatchInter
 {
 }
 
-bool TaskBatch::takesChoices(MediaTask::State state)
+bool TaskBatch::takesChoices(const MediaTask &task)
 {
-    return state == MediaTask::UNSTARTED || state == MediaTask::STOPED || state == MediaTask::ERROR;
+    return isIdle(task.state()) && task.operate() != MediaTask::OperateQueued;
 }
 
 bool TaskBatch::canStart(MediaTask::State state)
 {
-    return takesChoices(state) || state == MediaTask::PAUSED;
+    return isIdle(state) || state == MediaTask::PAUSED;
 }
 
 void TaskBatch::watch(MediaTask *task)
 {
-    // An idle page has no timer that wakes the processor.
-    m_manager.startTimer();
+    // An idle page has no timer that wakes the processor. Each start begins a new interval: more
+    // of them would hold the queue up while files are added.
+    if (!std::exchange(m_ticks, true))
+        m_manager.startTimer();
     connect(task, &MediaTask::taskStateChanged, this, [this, task](MediaTask::State state) {
         if (MediaTask::isFinal(state) || state == MediaTask::PAUSED ||
             state == MediaTask::DESTORIED)

@@ -33,7 +33,7 @@ public:
     void operate(TaskOperation operation, MediaTask *task);
 
     /// Whether a page's new choices still reach the task: it neither waits, works nor is done.
-    static bool takesChoices(MediaTask::State state);
+    static bool takesChoices(const MediaTask &task);
     static bool canStart(MediaTask::State state);
 
 signals:
@@ -43,6 +43,7 @@ private:
     void leave(MediaTask *task);
 
     MediaTasksManager m_manager;
+    bool m_ticks = false;
     /// For comparing only: a pointer may be one of a task that is being destroyed.
     QSet<const MediaTask *> m_pending;
     QString m_groupName;

@@ -4,6 +4,7 @@
 #include "MediaKits/FunctionPage/Framework/taskrowwidget.h"
 #include "MediaKits/MediaTasksManager/grouptaskfactory.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QListWidget>
 #include <QScrollBar>
@@ -17,6 +18,8 @@ constexpr int rowHeight = 112;
 // Rows beyond the edges that keep their widgets, so that small scrolls make none.
 constexpr int rowsBeyond = 8;
 constexpr int sightDelayMs = 120;
+// A row's widgets take some 10 ms to make; more at once would be felt.
+constexpr int rowsAtOnce = 2;
 
 } // namespace
 
@@ -40,7 +43,6 @@ TaskListWidget::TaskListWidget(QWidget *parent) : TaskRowsWidget(parent), m_list
 void TaskListWidget::watchSight()
 {
     m_sightTimer.setSingleShot(true);
-    m_sightTimer.setInterval(sightDelayMs);
     connect(&m_sightTimer, &QTimer::timeout, this, &TaskListWidget::updateSight);
     connect(m_list->verticalScrollBar(), &QScrollBar::valueChanged, this, [this] {
         if (!m_sightTimer.isActive())
@@ -56,10 +58,21 @@ bool TaskListWidget::eventFilter(QObject *watched, QEvent *event)
     return TaskRowsWidget::eventFilter(watched, event);
 }
 
+bool TaskListWidget::focusNextPrevChild(bool next)
+{
+    if (!TaskRowsWidget::focusNextPrevChild(next))
+        return false;
+    for (QWidget *widget = QApplication::focusWidget(); widget; widget = widget->parentWidget()) {
+        if (const auto *row = qobject_cast<TaskRowWidget *>(widget))
+            m_list->scrollToItem(row->item().listItem());
+    }
+    return true;
+}
+
 void TaskListWidget::lookSoon()
 {
     if (!m_sightTimer.isActive())
-        m_sightTimer.start();
+        m_sightTimer.start(sightDelayMs);
 }
 
 void TaskListWidget::updateSight()
@@ -67,12 +80,16 @@ void TaskListWidget::updateSight()
     const int top = m_list->verticalScrollBar()->value();
     const int first = top / rowHeight;
     const int last = (top + m_list->viewport()->height()) / rowHeight;
+    int made = 0;
     for (int i = 0; i < m_list->count(); ++i) {
         TaskRowWidget *row = rowOf(m_list->item(i));
         if (!row)
             continue;
-        if (i >= first && i <= last)
-            row->setInSight(true);
+        const bool inSight = i >= first && i <= last;
+        if (inSight && made >= rowsAtOnce)
+            m_sightTimer.start(0);
+        else if (inSight)
+            made += int(row->setInSight(true));
         else if (i < first - rowsBeyond || i > last + rowsBeyond)
             row->setInSight(false);
     }
@@ -96,10 +113,11 @@ void TaskListWidget::addFile(const QString &path)
     TaskRowWidget *row = createRow(item);
     m_list->setItemWidget(item, row);
     adoptRow(row);
+    // The rows of a long import are only in sight once it has come to rest.
     if (m_list->count() <= rowsBeyond)
         updateSight();
     else
-        lookSoon();
+        m_sightTimer.start(sightDelayMs);
     if (m_list->count() == 1)
         emit mediaListEmptyChanged(false);
 }

@@ -34,6 +34,8 @@ protected:
     QSharedPointer<MediaTask> createConversion(const QString &path) const;
 
     bool eventFilter(QObject *watched, QEvent *event) override;
+    /// Scrolls to the row that the focus goes to.
+    bool focusNextPrevChild(bool next) override;
 
 private:
     void watchSight();

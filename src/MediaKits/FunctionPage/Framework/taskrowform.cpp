@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/Framework/taskrowform.h"
 
+#include "controls/iconpixmap.h"
 #include "ui_taskrowform.h"
 
 #include <QResizeEvent>
@@ -12,6 +13,7 @@ namespace {
 
 constexpr int revealPauseMs = 2000;
 constexpr int progressMaximum = 100;
+constexpr QSize arrowSize(24, 24);
 
 } // namespace
 
@@ -22,6 +24,7 @@ TaskRowForm::TaskRowForm(const Kind &kind, bool audio, QWidget *parent)
     m_ui->wdtInputFacts->setNames(QLatin1String("In"), kind.detail);
     m_ui->wdtOutputFacts->setNames(QLatin1String("Out"), kind.detail);
     m_ui->lstItemwdtTask->setMaximum(progressMaximum);
+    m_ui->lblTo->setPixmap(iconPixmap(QStringLiteral(":/drawable/row_to.png"), arrowSize));
     m_ui->wdtVideo->showPlaceholder(audio);
     nameButtons(kind);
     connectButtons();
@@ -95,6 +98,20 @@ void TaskRowForm::showChoices(const RowContent &content)
         editor->setEnabled(content.editorEnabled);
 }
 
+void TaskRowForm::showPaused(bool paused)
+{
+    QPushButton *button = m_ui->btnPause;
+    const QSignalBlocker blocker(button);
+    button->setChecked(paused);
+    const QString name = paused ? tr("继续") : tr("暂停");
+    if (button->accessibleName() == name)
+        return;
+    button->setAccessibleName(name);
+    button->setToolTip(name);
+    button->setIcon(QIcon(paused ? QStringLiteral(":/drawable/row_resume.png")
+                                 : QStringLiteral(":/drawable/row_pause.png")));
+}
+
 void TaskRowForm::showContent(const RowContent &content)
 {
     m_ui->lblInputName->setFullText(content.inputName);
@@ -108,8 +125,7 @@ void TaskRowForm::showContent(const RowContent &content)
     m_ui->lstItemwdtTask->setValue(content.progress);
     m_ui->lblProgress->setText(content.progressText);
     m_ui->lblTimeRemained->setText(content.remainingText);
-    const QSignalBlocker blocker(m_ui->btnPause);
-    m_ui->btnPause->setChecked(content.paused);
+    showPaused(content.paused);
 
     m_ui->wdtError->setVisible(content.failed);
     m_ui->lblErrorConvert->setToolTip(content.failureTip);

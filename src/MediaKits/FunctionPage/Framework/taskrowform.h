@@ -63,6 +63,7 @@ private:
     void connectButtons();
     void showName(const RowContent &content);
     void showChoices(const RowContent &content);
+    void showPaused(bool paused);
     void reveal();
 
     const std::unique_ptr<Ui::TaskRowForm> m_ui;

@@ -37,7 +37,7 @@ void TaskRowsWidget::setEncParamInfoID(quint32 id)
 {
     m_encParamInfoID = id;
     for (TaskRowWidget *row : rows()) {
-        if (TaskBatch::takesChoices(row->task()->state()))
+        if (TaskBatch::takesChoices(*row->task()))
             row->setEncParamInfoID(id);
     }
 }
@@ -46,7 +46,7 @@ void TaskRowsWidget::setOutPath(const QString &path)
 {
     m_outPath = path;
     for (TaskRowWidget *row : rows()) {
-        if (TaskBatch::takesChoices(row->task()->state()))
+        if (TaskBatch::takesChoices(*row->task()))
             row->setOutputDir(path);
     }
 }

@@ -11,6 +11,7 @@
 #include "MediaKits/Player/mediapreviewwnd.h"
 #include "MediaKits/Player/thumbnail.h"
 
+#include <QApplication>
 #include <QDesktopServices>
 #include <QDir>
 #include <QEvent>
@@ -46,6 +47,7 @@ TaskRowWidget::TaskRowWidget(const RowItem &item, const Kind &kind, QWidget *par
     setFocusPolicy(Qt::StrongFocus);
     const QFileInfo file(sourcePath());
     m_content.inputName = file.fileName();
+    setAccessibleName(m_content.inputName);
     m_content.in.format = file.suffix().toUpper();
     m_content.progressText = QStringLiteral("0.00");
     m_content.remainingText = tr("正在计算");
@@ -61,14 +63,18 @@ void TaskRowWidget::watchTask()
     connect(watched, &MediaTask::taskCustomeMsgCome, this, &TaskRowWidget::onTaskMessage);
 }
 
-void TaskRowWidget::setInSight(bool inSight)
+bool TaskRowWidget::setInSight(bool inSight)
 {
     if (inSight && !m_form) {
         makeForm();
-    } else if (!inSight && m_form && !m_form->isEditing() && !m_form->isAncestorOf(focusWidget())) {
+        return true;
+    }
+    if (!inSight && m_form && !m_form->isEditing() &&
+        !m_form->isAncestorOf(QApplication::focusWidget())) {
         m_form->deleteLater();
         m_form = nullptr;
     }
+    return false;
 }
 
 void TaskRowWidget::makeForm()
@@ -91,6 +97,19 @@ void TaskRowWidget::makeForm()
     connectForm(*m_form);
     m_form->showContent(m_content);
     m_form->show();
+    tabIntoForm();
+}
+
+// Widgets that are made late come last in the window, behind those of all other rows.
+void TaskRowWidget::tabIntoForm()
+{
+    QWidget *before = this;
+    for (QWidget *widget : m_form->findChildren<QWidget *>()) {
+        if (!(widget->focusPolicy() & Qt::TabFocus))
+            continue;
+        setTabOrder(before, widget);
+        before = widget;
+    }
 }
 
 void TaskRowWidget::change(const std::function<void(RowContent &)> &changes)
@@ -253,6 +272,7 @@ void TaskRowWidget::showStarted()
         content.progress = noProgress;
         content.page = RowContent::WorkingPage;
         content.nameReadOnly = true;
+        content.paused = false;
         content.failed = false;
         content.editorEnabled = false;
     });
@@ -374,6 +394,9 @@ void TaskRowWidget::on_btnStop_clicked()
 void TaskRowWidget::on_btnPause_toggled(bool checked)
 {
     emit taskOperationChange(checked ? TaskOperation::Pause : TaskOperation::Resume);
+    // A task that only waits can't be paused: the button shows what is.
+    if (task() && task()->operate() == MediaTask::OperateQueued)
+        change([](RowContent &) {});
 }
 
 void TaskRowWidget::on_btnOpenDir_clicked()
@@ -405,6 +428,12 @@ bool TaskRowWidget::event(QEvent *event)
         break;
     case QEvent::Leave:
         setHovered(false);
+        break;
+    case QEvent::FocusIn:
+    case QEvent::FocusOut:
+        // The style of a child can't ask for a pseudo-state of its parent.
+        setProperty("focused", hasFocus());
+        repolish(this);
         break;
     default:
         break;

@@ -51,8 +51,8 @@ public:
     virtual quint32 encParamInfoID() const { return 0; }
 
     /// Makes the row's widgets when it comes in sight, and lets go of them when it is out of it,
-    /// unless a name is being typed there.
-    void setInSight(bool inSight);
+    /// unless a name is being typed there. Tells whether widgets were made.
+    bool setInSight(bool inSight);
     const RowContent &content() const { return m_content; }
 
 signals:
@@ -92,6 +92,7 @@ protected:
 private:
     void watchTask();
     void makeForm();
+    void tabIntoForm();
     void onTaskState(MediaTask::State state);
     void onTaskOperate(MediaTask::Operate operate);
     void onTaskProgress(double progress);

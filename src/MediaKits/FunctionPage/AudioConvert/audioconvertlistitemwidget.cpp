@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/AudioConvert/audioconvertlistitemwidget.h"
+
+#include "MediaKits/FunctionPage/AudioConvert/audioconvertlistwidget.h"
+#include "MediaKits/FunctionPage/AudioConvert/audiocutdialog.h"
+#include "MediaKits/FunctionPage/Framework/mediaformatdialog.h"
+#include "MediaKits/MediaFormats/mediatexts.h"
+
+namespace {
+
+constexpr int audioTypes = 1;
+
+QString bitrateText(int kbps)
+{
+    return QStringLiteral("%1Kbps").arg(kbps);
+}
+
+// Of the first sound; empty when there is none.
+QString bitrateOf(const MediaInfoData &info)
+{
+    return info.audios.isEmpty() ? QString() : bitrateText(info.audios.first()->bitrate);
+}
+
+TaskRowWidget::Kind audioRows()
+{
+    TaskRowWidget::Kind kind;
+    kind.page = AudioConvertListWidget::page;
+    kind.reportsFailures = true;
+    kind.form.detail = QLatin1String("Bitrate");
+    kind.form.editorButton = QLatin1String("btnCut");
+    kind.form.editorToolTip = AudioConvertListItemWidget::tr("剪裁");
+    return kind;
+}
+
+} // namespace
+
+AudioConvertListItemWidget::AudioConvertListItemWidget(QListWidgetItem *item, QWidget *parent)
+    : PresetRowWidget(RowItem(item), audioRows(), parent)
+{
+    change([](RowContent &content) { content.editorEnabled = false; });
+    connect(task(), &MediaTask::taskStateChanged, this, [this](MediaTask::State state) {
+        if (state == MediaTask::START)
+            change([](RowContent &content) { content.progressText = QStringLiteral("0.0"); });
+    });
+    probeSource();
+}
+
+void AudioConvertListItemWidget::offerAudioOnly(MediaFormatDialog &dialog)
+{
+    dialog.setFormatTypes(audioTypes, true);
+}
+
+void AudioConvertListItemWidget::setUpFormatDialog(MediaFormatDialog &dialog)
+{
+    offerAudioOnly(dialog);
+}
+
+void AudioConvertListItemWidget::connectForm(TaskRowForm &form)
+{
+    PresetRowWidget::connectForm(form);
+    connect(&form, &TaskRowForm::editorPressed, this,
+            &AudioConvertListItemWidget::on_btnCut_clicked);
+}
+
+// Without the length there is nothing to cut.
+bool AudioConvertListItemWidget::editorAllowed() const
+{
+    return !sourceInfo().isNull();
+}
+
+void AudioConvertListItemWidget::takeSource(const MediaInfoData &info)
+{
+    const QString bitrate = bitrateOf(info);
+    change([&](RowContent &content) {
+        content.editorEnabled = content.page == RowContent::IdlePage;
+        if (bitrate.isEmpty())
+            return;
+        content.in.detail = bitrate;
+        if (content.out.detail.isEmpty())
+            content.out.detail = bitrate;
+    });
+}
+
+void AudioConvertListItemWidget::takeResult(const MediaInfoData &info)
+{
+    const QString bitrate = bitrateOf(info);
+    if (!bitrate.isEmpty())
+        change([&](RowContent &content) { content.out.detail = bitrate; });
+}
+
+void AudioConvertListItemWidget::takePreset(const EncParam *preset)
+{
+    change([preset](RowContent &content) {
+        content.out.detail =
+            preset && preset->audio ? bitrateText(preset->audio->bitrate) : content.in.detail;
+    });
+}
+
+void AudioConvertListItemWidget::on_btnCut_clicked()
+{
+    const auto info = sourceInfo();
+    if (!info)
+        return;
+    AudioCutDialog dialog(this);
+    dialog.start(sourcePath(), {});
+    dialog.setDuration(int(info->format->duration));
+    dialog.setTimeRange(param().timeRange);
+    if (dialog.exec() != QDialog::Accepted || !task())
+        return;
+    const auto range = dialog.timeRange();
+    param().timeRange = range;
+    change([&](RowContent &content) {
+        content.out.duration =
+            timeText(range ? range->end - range->start : int(info->format->duration));
+    });
+}

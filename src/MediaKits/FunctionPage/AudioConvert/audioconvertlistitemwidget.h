@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/FunctionPage/Framework/presetrowwidget.h"
+
+/// One sound to convert: its bitrate is told on both sides.
+class AudioConvertListItemWidget : public PresetRowWidget
+{
+    Q_OBJECT
+
+public:
+    AudioConvertListItemWidget(QListWidgetItem *item, QWidget *parent);
+
+    /// Limits a format dialog to what this page makes.
+    static void offerAudioOnly(MediaFormatDialog &dialog);
+
+public slots:
+    void on_btnCut_clicked();
+
+protected:
+    void takeSource(const MediaInfoData &info) override;
+    void takeResult(const MediaInfoData &info) override;
+    void takePreset(const EncParam *preset) override;
+    bool editorAllowed() const override;
+    void connectForm(TaskRowForm &form) override;
+    void setUpFormatDialog(MediaFormatDialog &dialog) override;
+};
