@@ -22,11 +22,11 @@ if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
     set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE_PROGRAM}")
 endif()
 
-option(MORVANE_SANITIZE "Build with the address and undefined behaviour sanitizers" OFF)
+set(MORVANE_SANITIZE "" CACHE STRING "Sanitizers to build with, as address,undefined or thread")
 if(MORVANE_SANITIZE)
-    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined
+    add_compile_options(-fsanitize=${MORVANE_SANITIZE} -fno-sanitize-recover=undefined
                         -fno-omit-frame-pointer)
-    add_link_options(-fsanitize=address,undefined)
+    add_link_options(-fsanitize=${MORVANE_SANITIZE})
 endif()
 
 # Warnings and Qt's strictness, linked by every target of our own.
