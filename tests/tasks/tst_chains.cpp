@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MediaTasksManager/complexconverttask.h"
 #include "MediaKits/MediaTasksManager/concattask.h"
+#include "MediaKits/MediaTasksManager/groupmediatask.h"
 #include "support/mediaprobe.h"
 #include "tasks/chainrun.h"
 
@@ -29,6 +30,20 @@ QSharedPointer<InputFileMediaParam> mergeInput(const QString &file, int duration
     return input;
 }
 
+// Hands the chain out, so that its steps can be watched.
+class OpenConvertTask : public ComplexConvertTask
+{
+public:
+    GroupMediaTask *chain = nullptr;
+
+protected:
+    GroupMediaTask *buildGroup() override
+    {
+        chain = ComplexConvertTask::buildGroup();
+        return chain;
+    }
+};
+
 } // namespace
 
 // Whole chains through the built module folder and the installed ffmpeg: their ends.
@@ -45,6 +60,8 @@ private slots:
     void startsAgainAfterErrorUnderAFreeName();
     void stops_data();
     void stops();
+    void stopsInTheStep_data();
+    void stopsInTheStep();
     void pausesTheTool();
     void diesWhileRunning();
     void failsWithACause_data();
@@ -195,6 +212,44 @@ void TestChains::stops()
     phase.clear();
     QCOMPARE(convert.run(), MediaTask::FINISHED);
     QCOMPARE(m_folder->outputs(), QStringList(QStringLiteral("b.mp3")));
+}
+
+void TestChains::stopsInTheStep_data()
+{
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<QString>("step");
+    QTest::newRow("rewrap of QLV") << "QLV" << "QlvTask";
+    QTest::newRow("QLV to TS") << "QLV" << "TsConvertTask";
+    QTest::newRow("rewrap of QSV") << "QSV" << "QsvTask";
+    QTest::newRow("QSV to TS") << "QSV" << "TsConvertTask";
+    QTest::newRow("KUX") << "KUX" << "ConvertTask";
+}
+
+// The moment that the step's tool runs is too short to be met from outside.
+void TestChains::stopsInTheStep()
+{
+    QFETCH(QString, format);
+    QFETCH(QString, step);
+    ConvertTaskParam *param = m_folder->convertParam(media("long.mp4"), QStringLiteral("mp4"));
+    param->inputFormat = format;
+    OpenConvertTask task;
+    task.setParam(param);
+    task.start();
+    bool stopped = false;
+    for (auto *child : task.chain->findChildren<MediaTask *>()) {
+        if (child->name() != step)
+            continue;
+        connect(child, &MediaTask::taskStateChanged, this, [&](MediaTask::State state) {
+            if (state != MediaTask::RUNNING || stopped)
+                return;
+            stopped = true;
+            task.stop();
+        });
+    }
+    QTRY_COMPARE_WITH_TIMEOUT(task.state(), MediaTask::STOPED, endLimitMs);
+    QVERIFY(stopped);
+    QTRY_VERIFY(processesWith(m_folder->out).isEmpty());
+    QTRY_COMPARE(m_folder->outputs(), QStringList());
 }
 
 void TestChains::pausesTheTool()
