@@ -75,6 +75,7 @@ bool ComplexEdit::endsEdit(int key)
         m_ui->edtText->setText(m_textBefore);
     m_ui->edtText->clearFocus();
     on_edtText_editingFinished();
+    m_ui->btnEdit->setFocus();
     return true;
 }
 

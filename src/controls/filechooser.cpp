@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "controls/filechooser.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QStandardPaths>
@@ -30,7 +31,11 @@ QString &lastFolder()
 
 QString startFolder(const FileChooser::Request &request)
 {
-    return request.directory.isEmpty() ? lastFolder() : request.directory;
+    QString folder = request.directory.isEmpty() ? lastFolder() : request.directory;
+    // An output folder comes into being with its first file.
+    while (QDir::isAbsolutePath(folder) && !QFileInfo::exists(folder))
+        folder = QFileInfo(folder).path();
+    return folder;
 }
 
 void rememberFolderOf(const QString &file)
@@ -67,7 +72,11 @@ QString chooseDirectory(QWidget *parent, const Request &request)
 {
     if (const auto answer = takeNextAnswer())
         return answer->value(0);
-    return QFileDialog::getExistingDirectory(parent, request.title, startFolder(request));
+    const QString folder =
+        QFileDialog::getExistingDirectory(parent, request.title, startFolder(request));
+    if (request.directory.isEmpty() && !folder.isEmpty())
+        lastFolder() = folder;
+    return folder;
 }
 
 void setNextAnswer(const QStringList &paths)

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // morvane_screenshots OUTPUT_DIR MEDIA_DIR [NAME...]: a picture of every window, or of those named.
+#include "MediaKits/AppInstance/LocalStore/appini.h"
 #include "resources/look.h"
 #include "screenshots/shots.h"
 #include "screenshots/stage.h"
@@ -22,6 +23,8 @@ int main(int argc, char **argv)
     if (!translator.load(QStringLiteral(":/languages/qm/qt_zh_CN.qm")) || !Look::apply())
         return 1;
     QApplication::installTranslator(&translator);
+
+    AppIni::instance().setValue(AppIni::Key::PreviewShowWhenAdded, false);
 
     const QStringList wanted = arguments.mid(3);
     Stage stage(arguments.at(2));

@@ -6,6 +6,7 @@
 #include "controls/toast.h"
 #include "MediaKits/AppInstance/LocalStore/encparamhistory.h"
 #include "MediaKits/AppInstance/LocalStore/historyrecord.h"
+#include "MediaKits/FunctionPage/AudioConvert/audiocutdialog.h"
 #include "MediaKits/FunctionPage/Framework/convertspeedswitchmenu.h"
 #include "MediaKits/FunctionPage/Framework/failuredetailsdialog.h"
 #include "MediaKits/FunctionPage/Framework/historyrecordcovertdialog.h"
@@ -17,11 +18,15 @@
 #include "MediaKits/MainWindow/customerservice.h"
 #include "MediaKits/MainWindow/exittipsdialog.h"
 #include "MediaKits/MainWindow/feedbackdialog.h"
+#include "MediaKits/Player/csvideoplayer.h"
+#include "MediaKits/Player/mediapreviewwnd.h"
 #include "screenshots/stage.h"
 
+#include <QApplication>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTest>
 #include <QThread>
 
@@ -35,6 +40,7 @@ const int convertAtMost = 60000; // ms
 // An import that outlasts the wait for its picture.
 const int slowFile = 100; // ms
 const int slowFiles = 50;
+const int cutDurationMs = 600000;
 
 QString longText()
 {
@@ -140,6 +146,41 @@ void showFeedback(Stage &stage, const QString &text)
     Stage::child<QPlainTextEdit>(*dialog, "plainTextEdit").setPlainText(text);
 }
 
+QString longestFilm(const Stage &stage)
+{
+    return stage.media().filter(QStringLiteral(".avi")).value(0);
+}
+
+// A picture that keeps still: playing, then paused.
+void pausePlayer(QWidget &window)
+{
+    auto *player = window.findChild<CSVideoPlayer *>();
+    QSignalSpy progress(player, &CSVideoPlayer::progressChanged);
+    for (int i = 0; i < 3; ++i)
+        progress.wait();
+    Stage::child<QPushButton>(window, "btnPlay").click();
+}
+
+void showPreview(Stage &stage)
+{
+    for (const QString &file : stage.media())
+        MediaPreviewWnd::addFinished(file, {});
+    MediaPreviewWnd::showFile(longestFilm(stage), {});
+    for (QWidget *window : QApplication::topLevelWidgets()) {
+        if (window->inherits("MediaPreviewWnd"))
+            pausePlayer(*window);
+    }
+}
+
+void showAudioCut(Stage &stage)
+{
+    auto *dialog = new AudioCutDialog(&stage.window());
+    dialog->start(longestFilm(stage), {});
+    dialog->setDuration(cutDurationMs);
+    stage.show(dialog);
+    pausePlayer(*dialog);
+}
+
 void showToast(Stage &stage)
 {
     Toast::showToast(QStringLiteral("请先添加文件"), 2000, Toast::centred, Toast::centred,
@@ -175,7 +216,9 @@ const QVector<Shot> &allShots()
         {QLatin1String("message-format"), showDialog<MediaFormatSetTipsDialog>},
         {QLatin1String("failure"), showFailure},
         {QLatin1String("toast"), showToast},
+        {QLatin1String("audio-cut"), showAudioCut},
         {QLatin1String("convert-running"), startConverting},
+        {QLatin1String("preview"), showPreview},
         {QLatin1String("home-smallest"),
          [](Stage &stage) {
              stage.press("btnHome");

@@ -68,8 +68,9 @@ void Stage::tidy()
 {
     for (QWidget *widget : QApplication::topLevelWidgets()) {
         const bool own = widget == &m_window || widget == &m_backdrop;
-        const bool passing =
-            qobject_cast<QDialog *>(widget) != nullptr || widget->windowType() == Qt::Popup;
+        const bool passing = qobject_cast<QDialog *>(widget) != nullptr ||
+                             widget->windowType() == Qt::Popup ||
+                             widget->inherits("MediaPreviewWnd");
         if (!own && passing && widget->isVisible())
             widget->close();
     }

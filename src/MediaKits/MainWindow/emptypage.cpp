@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MainWindow/emptypage.h"
 
-#include <QIcon>
+#include "controls/iconpixmap.h"
+
 #include <QLabel>
 #include <QVariant>
 #include <QVBoxLayout>
@@ -10,6 +11,7 @@ namespace {
 
 // The picture keeps its own size on a round ground.
 constexpr int groundSide = 72;
+constexpr QSize iconSize(24, 24);
 constexpr int spacing = 8;
 
 } // namespace
@@ -31,7 +33,7 @@ void EmptyPage::build()
     auto *icon = new QLabel(this);
     icon->setObjectName(QStringLiteral("lblIcon"));
     icon->setProperty("cls", QStringLiteral("emptyIcon"));
-    icon->setPixmap(QPixmap(m_icon + QLatin1String("_on.png")));
+    icon->setPixmap(iconPixmap(m_icon + QLatin1String("_on.png"), iconSize));
     icon->setAlignment(Qt::AlignCenter);
     icon->setFixedSize(groundSide, groundSide);
     auto *label = new QLabel(m_label, this);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MainWindow/functionpage.h"
 
+#include "controls/iconpixmap.h"
 #include "controls/widgetbutton.h"
 #include "MediaKits/DataTracker/currentfunction.h"
 #include "MediaKits/DataTracker/oskdatatracker.h"
@@ -41,7 +42,7 @@ WidgetButton *makeButton(const FunctionPageEntry &entry, QWidget *parent)
     auto *icon = new QLabel(button);
     icon->setProperty("cls", QStringLiteral("icon"));
     icon->setFixedSize(iconSide, iconSide);
-    icon->setPixmap(QPixmap(entry.icon + QLatin1String(".png")));
+    icon->setPixmap(iconPixmap(entry.icon + QLatin1String(".png"), icon->size()));
     auto *text = new QLabel(entry.label, button);
     text->setProperty("cls", QStringLiteral("text"));
     for (QLabel *label : {icon, text})
@@ -54,7 +55,8 @@ WidgetButton *makeButton(const FunctionPageEntry &entry, QWidget *parent)
     row->addWidget(text, 1);
 
     QObject::connect(button, &QAbstractButton::toggled, icon, [icon, path = entry.icon](bool on) {
-        icon->setPixmap(QPixmap(path + (on ? QLatin1String("_on.png") : QLatin1String(".png"))));
+        const QString name = path + (on ? QLatin1String("_on.png") : QLatin1String(".png"));
+        icon->setPixmap(iconPixmap(name, icon->size()));
     });
     return button;
 }

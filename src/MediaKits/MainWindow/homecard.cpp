@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MainWindow/homecard.h"
 
+#include "controls/iconpixmap.h"
+
 #include <QLabel>
 #include <QPainter>
 #include <QVariant>
@@ -49,8 +51,8 @@ void HomeCard::addSheet(const HomeCardEntry &entry)
     m_sheet->setProperty("cls", QStringLiteral("homeSheet"));
     m_sheet->setAttribute(Qt::WA_TransparentForMouseEvents);
     auto *icon = new QLabel(m_sheet);
-    icon->setPixmap(QPixmap(entry.icon));
     icon->setFixedSize(iconSide, iconSide);
+    icon->setPixmap(iconPixmap(entry.icon, icon->size()));
 
     auto *column = new QVBoxLayout(m_sheet);
     column->setContentsMargins(8, 8, 8, 8);

@@ -184,6 +184,9 @@ QWidget *MediaPreviewWnd::toast(const QString &text, int ms)
 
 void MediaPreviewWnd::open()
 {
+    const QWidget *owner = mainWindow();
+    if (!isVisible() && !testAttribute(Qt::WA_Moved) && owner)
+        move(owner->geometry().center() - rect().center());
     show();
     QTimer::singleShot(0, this, [this] { activateWindow(); });
 }
@@ -288,12 +291,18 @@ void MediaPreviewWnd::playItem(QListWidgetItem *entry)
 void MediaPreviewWnd::removeEntryLater(QListWidgetItem *entry, QObject *toast)
 {
     const QString path = entry->data(PathRole).toString();
-    connect(toast, &QObject::destroyed, this, [this, path] { delete entryOf(path); });
+    connect(toast, &QObject::destroyed, this, [this, path] {
+        // It may have been made again meanwhile.
+        if (!QFileInfo::exists(path))
+            delete entryOf(path);
+    });
 }
 
 void MediaPreviewWnd::on_btnPlay_toggled(bool checked)
 {
     m_ui->csPlayer->play(checked);
+    if (!m_ui->csPlayer->isRunning())
+        showPlaying(false);
 }
 
 void MediaPreviewWnd::on_btnVolume_clicked()
@@ -327,6 +336,6 @@ void MediaPreviewWnd::on_btnClose_clicked()
 
 void MediaPreviewWnd::closeEvent(QCloseEvent *event)
 {
-    event->ignore();
     on_btnClose_clicked();
+    QWidget::closeEvent(event);
 }

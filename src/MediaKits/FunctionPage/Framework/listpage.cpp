@@ -3,6 +3,7 @@
 
 #include "controls/filechooser.h"
 #include "MediaKits/AppInstance/LocalStore/functionsettings.h"
+#include "MediaKits/AppInstance/LocalStore/outputdirs.h"
 #include "MediaKits/DataTracker/trackevent.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
 #include "ui_listpage.h"
@@ -58,7 +59,7 @@ void ListPage::ensureBuilt()
         m_ui->skdWdtList->setCurrentIndex(empty ? EmptyPage : RowsPage);
     });
     const QString outPath = setting(FunctionKey::outPath).toString();
-    m_rows->setOutPath(outPath);
+    m_rows->setOutPath(outPath.isEmpty() ? defaultOutputDir(m_kind.page) : outPath);
     m_ui->ledtCustomPath->setText(QDir::toNativeSeparators(outPath));
     setUpChoices(m_ui->wdtChoices);
 }
@@ -121,7 +122,8 @@ void ListPage::on_btnConvertAll_clicked()
 void ListPage::on_ledtCustomPath_textChanged(const QString &arg1)
 {
     const QString path = QDir::fromNativeSeparators(arg1);
-    m_rows->setOutPath(path);
+    // Without a folder of the user's choice, results go where they go at first.
+    m_rows->setOutPath(path.isEmpty() ? defaultOutputDir(m_kind.page) : path);
     storeSetting(FunctionKey::outPath, path);
 }
 

@@ -16,7 +16,8 @@ namespace {
 
 constexpr int popupGap = 11;
 constexpr QSize arrowSize(12, 12);
-constexpr int buttonWidth = 180;
+// For the longest name of the catalogue.
+constexpr int buttonWidth = 220;
 
 } // namespace
 
@@ -54,6 +55,7 @@ void PresetListPage::setEncParamInfoID(quint32 id)
     const auto category = preset ? catalogue.category(preset->displayCategoryID) : nullptr;
     if (category)
         m_lblTextFormatSet->setText(category->title + QLatin1Char(' ') + preset->name);
+    m_btnFormatSet->setAccessibleDescription(m_lblTextFormatSet->text());
 }
 
 void PresetListPage::on_btnFormatSet_clicked()
