@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MainWindow/mainwindow.h"
 
-#include "mainwindow/formaccess.h"
 #include "MediaKits/AppInstance/LocalStore/appdirs.h"
 #include "MediaKits/AppInstance/LocalStore/appini.h"
 #include "MediaKits/DataTracker/currentfunction.h"
 #include "MediaKits/MainWindow/homepage.h"
 #include "resources/look.h"
+#include "support/guisupport.h"
 #include "support/scriptedserver.h"
 #include "support/testfile.h"
 #include "support/toolrun.h"
@@ -15,6 +15,7 @@
 #include <QMenu>
 #include <QStackedWidget>
 #include <QSystemTrayIcon>
+#include <QtTest>
 #include <QWindow>
 
 namespace {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "browser/userinfomanager.h"
 #include "controls/filechooser.h"
-#include "mainwindow/formaccess.h"
 #include "MediaKits/MainWindow/aboutmedialog.h"
 #include "MediaKits/MainWindow/appmenu.h"
 #include "MediaKits/MainWindow/customerservice.h"
@@ -9,6 +8,7 @@
 #include "MediaKits/MainWindow/feedbackdialog.h"
 #include "MediaKits/MainWindow/mainwindow.h"
 #include "resources/look.h"
+#include "support/guisupport.h"
 
 #include <QDesktopServices>
 #include <QLabel>
@@ -16,6 +16,7 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPointer>
+#include <QtTest>
 
 namespace {
 
