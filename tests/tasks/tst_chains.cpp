@@ -218,11 +218,16 @@ void TestChains::stopsInTheStep_data()
 {
     QTest::addColumn<QString>("format");
     QTest::addColumn<QString>("step");
-    QTest::newRow("rewrap of QLV") << "QLV" << "QlvTask";
-    QTest::newRow("QLV to TS") << "QLV" << "TsConvertTask";
-    QTest::newRow("rewrap of QSV") << "QSV" << "QsvTask";
-    QTest::newRow("QSV to TS") << "QSV" << "TsConvertTask";
-    QTest::newRow("KUX") << "KUX" << "ConvertTask";
+    QTest::newRow("rewrap of QLV") << "QLV"
+                                   << "QlvTask";
+    QTest::newRow("QLV to TS") << "QLV"
+                               << "TsConvertTask";
+    QTest::newRow("rewrap of QSV") << "QSV"
+                                   << "QsvTask";
+    QTest::newRow("QSV to TS") << "QSV"
+                               << "TsConvertTask";
+    QTest::newRow("KUX") << "KUX"
+                         << "ConvertTask";
 }
 
 // The moment that the step's tool runs is too short to be met from outside.
