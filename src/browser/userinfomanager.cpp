@@ -3,6 +3,7 @@
 
 #include "MediaKits/AppInstance/LocalStore/appconfig.h"
 #include "MediaKits/AppInstance/LocalStore/userinfostore.h"
+#include "MediaKits/DataTracker/oskdatatracker.h"
 #include "MediaKits/DataTracker/trackershared.h"
 #include "MediaKits/DataTracker/volcdatatracker.h"
 #include "MediaKits/Logger/logger.h"
@@ -13,6 +14,11 @@
 namespace {
 
 constexpr char userPath[] = "/api/auth/me";
+
+QString userIdKey()
+{
+    return QStringLiteral("user_unique_id");
+}
 
 // Empty for a user without one.
 QString idIn(const QJsonObject &user)
@@ -57,6 +63,8 @@ void UserInfoManager::logout()
         return;
     // Its answer would log the user in again.
     m_request.cancel();
+    VolcDataTracker::instance().event(QStringLiteral("logout"), {{userIdKey(), m_id}});
+    OskDataTracker::instance().setUserId({});
     m_store.setToken({});
     for (QString *field : {&m_token, &m_id, &m_name, &m_mobile, &m_avatar})
         field->clear();
@@ -87,7 +95,8 @@ void UserInfoManager::apply(const QJsonObject &user)
     if (!id.isEmpty() && id != m_id) {
         m_id = id;
         m_store.setId(id);
-        VolcDataTracker::instance().setUser({{QStringLiteral("user_unique_id"), id}});
+        VolcDataTracker::instance().setUser({{userIdKey(), id}});
+        OskDataTracker::instance().setUserId(id);
     }
     m_name = user.value(QLatin1String("name")).toString();
     m_mobile = user.value(QLatin1String("mobile")).toString();

@@ -53,12 +53,15 @@ const QVector<Room> &rooms()
         room("convertpage", "MediaKits/FunctionPage/VideoConvert/",
              "framework player controls tracking tasks probing formats stores catalogue log "
              "platform"),
+        room("compresspage", "MediaKits/FunctionPage/VideoCompress/",
+             "framework player controls tracking tasks probing formats stores catalogue log "
+             "platform"),
         room("audiopage", "MediaKits/FunctionPage/AudioConvert/",
              "framework player controls tracking tasks probing formats stores catalogue log "
              "platform"),
         room("mainwindow", "MediaKits/MainWindow/",
-             "convertpage audiopage framework player updater browser controls tracking formats stores log "
-             "platform"),
+             "convertpage compresspage audiopage framework player updater browser controls "
+             "tracking formats stores log platform"),
         room("resources", "resources/", "controls"),
         room("displayscale", "MediaKits/AppInstance/displayscale", "platform"),
         room("program", "MediaKits/AppInstance/",

@@ -56,8 +56,10 @@ class Progress
 public:
     void addReport(const QByteArray &bytes)
     {
-        if (!m_known)
-            m_known = lowerDurationFromReport(toolText(m_report += bytes), m_durationMs);
+        if (m_known)
+            return;
+        m_known = lowerDurationFromReport(toolText(m_report += bytes), m_durationMs);
+        m_report.remove(0, m_report.lastIndexOf('\n') + 1);
     }
     void addOutput(const QByteArray &bytes)
     {
@@ -108,7 +110,7 @@ int rewrap(const RewrapOrder &order)
     child.start(ffmpeg(), copyArguments(order), QIODevice::ReadOnly);
     child.waitForFinished(-1);
     if (child.exitStatus() == QProcess::NormalExit && child.error() == QProcess::UnknownError &&
-        child.exitCode() == 0)
+        child.exitCode() == 0 && !reportsLostOutput(report.text()))
         return 0;
 
     QFile::remove(order.output);

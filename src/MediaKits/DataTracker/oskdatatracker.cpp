@@ -43,7 +43,7 @@ bool isAnswered(int curlCode, const std::string &response)
     if (curlCode != 0)
         return false;
     const QJsonDocument reply = QJsonDocument::fromJson(QByteArray::fromStdString(response));
-    const int code = reply.object().value(QLatin1String("code")).toString().toInt();
+    const int code = reply.object().value(QLatin1String("code")).toVariant().toInt();
     return code == 200 || code == 500;
 }
 

@@ -2,6 +2,7 @@
 #include "MediaKits/MainWindow/functionpages.h"
 
 #include "MediaKits/FunctionPage/AudioConvert/audioconvertfunctionpage.h"
+#include "MediaKits/FunctionPage/VideoCompress/mediacompressfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoConvert/mediaconvertfunctionpage.h"
 #include "MediaKits/MainWindow/emptypage.h"
 #include "MediaKits/MainWindow/functionpage.h"
@@ -33,7 +34,8 @@ const QVector<FunctionPageEntry> &functionPages()
         entry("Home", FunctionPage::tr("首页"), "home", makePage<HomePage>),
         entry("Converter", FunctionPage::tr("视频转换"), "converter",
               makePage<MediaConvertFunctionPage>),
-        entry("Compressor", FunctionPage::tr("视频压缩"), "compressor"),
+        entry("Compressor", FunctionPage::tr("视频压缩"), "compressor",
+              makePage<MediaCompressFunctionPage>),
         entry("Cutter", FunctionPage::tr("视频剪裁"), "cutter"),
         entry("Merger", FunctionPage::tr("视频合并"), "merger"),
         entry("Beautifier", FunctionPage::tr("视频美化"), "beautifier"),

@@ -4,25 +4,11 @@
 #include "MediaKits/Logger/logger.h"
 #include "MediaKits/MediaProcessor/toolpaths.h"
 
-#include <QRegularExpression>
-
 namespace {
 
 constexpr quint32 defaultDurationMs = 90 * 60 * 1000;
 // Progress that overruns the expected length waits here for the end of the tool.
 constexpr double overrunProgress = 0.999;
-
-// ffmpeg ends with exit code 0 when only the last bytes of its output could not be written; lines
-// of its report that begin so then tell that the file is cut off. A file's or a tag's name may hold
-// the same words, but not at the start of a line.
-bool reportsLostOutput(const QString &report)
-{
-    static const QRegularExpression lost(
-        QStringLiteral("^(av_interleaved_write_frame\\(\\): |Error writing trailer of |"
-                       "Error closing file )"),
-        QRegularExpression::MultilineOption);
-    return lost.match(QString(report).replace(QLatin1Char('\r'), QLatin1Char('\n'))).hasMatch();
-}
 
 } // namespace
 

@@ -2,6 +2,7 @@
 #include "MediaKits/MediaProcessor/ffmpegreport.h"
 
 #include <QRegExp>
+#include <QRegularExpression>
 #include <QStringList>
 #include <QTime>
 
@@ -41,4 +42,16 @@ bool lowerDurationFromReport(const QString &report, quint32 &durationMs)
             durationMs = quint32(lengthMs);
     }
     return seen;
+}
+
+// ffmpeg ends with exit code 0 when only the last bytes of its output could not be written; lines
+// of its report that begin so then tell that the file is cut off. A file's or a tag's name may hold
+// the same words, but not at the start of a line.
+bool reportsLostOutput(const QString &report)
+{
+    static const QRegularExpression lost(
+        QStringLiteral("^(av_interleaved_write_frame\\(\\): |Error writing trailer of |"
+                       "Error closing file )"),
+        QRegularExpression::MultilineOption);
+    return lost.match(QString(report).replace(QLatin1Char('\r'), QLatin1Char('\n'))).hasMatch();
 }

@@ -24,3 +24,7 @@ QVector<qint64> progressPositionsUs(const QStringList &lines);
 /// @param durationMs the expected length in ms, lowered to the shortest length that is reported
 /// @return true when at least one line held a time
 bool lowerDurationFromReport(const QString &report, quint32 &durationMs);
+
+/// Whether ffmpeg's report tells that the end of the output could not be written, as on a full
+/// disk. The exit code doesn't.
+bool reportsLostOutput(const QString &report);

@@ -53,9 +53,10 @@ void ListPage::ensureBuilt()
     layout->setContentsMargins(16, 0, 8, 0);
     layout->addWidget(m_rows);
     setUpIntake();
-    connect(m_rows, &TaskRowsWidget::taskGrpStateChanged, this,
-            [this](const QString &, TaskRowsWidget::TaskGrpState state) { showGroupState(state); });
-    connect(m_rows, &TaskRowsWidget::mediaListEmptyChanged, this, [this](bool empty) {
+    connect(
+        m_rows, &MediaRowsWidget::taskGrpStateChanged, this,
+        [this](const QString &, MediaRowsWidget::TaskGrpState state) { showGroupState(state); });
+    connect(m_rows, &MediaRowsWidget::mediaListEmptyChanged, this, [this](bool empty) {
         m_ui->skdWdtList->setCurrentIndex(empty ? EmptyPage : RowsPage);
     });
     const QString outPath = setting(FunctionKey::outPath).toString();
@@ -100,9 +101,9 @@ void ListPage::clear()
         m_rows->clear();
 }
 
-void ListPage::showGroupState(TaskRowsWidget::TaskGrpState state)
+void ListPage::showGroupState(MediaRowsWidget::TaskGrpState state)
 {
-    const char *name = state == TaskRowsWidget::GroupEnded ? "ConvertName" : "ConvertingName";
+    const char *name = state == MediaRowsWidget::GroupEnded ? "ConvertName" : "ConvertingName";
     m_ui->btnConvertAll->setText(m_ui->btnConvertAll->property(name).toString());
 }
 
@@ -125,6 +126,21 @@ void ListPage::on_ledtCustomPath_textChanged(const QString &arg1)
     // Without a folder of the user's choice, results go where they go at first.
     m_rows->setOutPath(path.isEmpty() ? defaultOutputDir(m_kind.page) : path);
     storeSetting(FunctionKey::outPath, path);
+}
+
+void ListPage::raiseChoices()
+{
+    m_ui->wdtChoices->setProperty("cls", QStringLiteral("bottomBar"));
+    m_ui->layout1->insertWidget(m_ui->layout1->indexOf(m_ui->wdtBottom), m_ui->wdtChoices);
+}
+
+void ListPage::nameStart(const QString &objectName, const QString &idleText,
+                         const QString &busyText)
+{
+    m_ui->btnConvertAll->setObjectName(objectName);
+    m_ui->btnConvertAll->setProperty("ConvertName", idleText);
+    m_ui->btnConvertAll->setProperty("ConvertingName", busyText);
+    m_ui->btnConvertAll->setText(idleText);
 }
 
 QVariant ListPage::setting(QLatin1String key) const

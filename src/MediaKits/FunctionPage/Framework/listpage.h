@@ -41,27 +41,31 @@ public:
 
 public slots:
     void on_btnChangePath_clicked();
-    void on_btnConvertAll_clicked();
+    virtual void on_btnConvertAll_clicked();
     void on_ledtCustomPath_textChanged(const QString &arg1);
 
 protected:
-    virtual TaskRowsWidget *createRows(QWidget *parent) = 0;
+    virtual MediaRowsWidget *createRows(QWidget *parent) = 0;
     /// Fills the left of the bottom bar and reads the page's own settings.
     virtual void setUpChoices(QWidget *choices) = 0;
 
+    /// Gives the choices a row of their own, above the bottom bar; for `setUpChoices`.
+    void raiseChoices();
+    /// Gives the button that starts everything a name and texts of its own; for `setUpChoices`.
+    void nameStart(const QString &objectName, const QString &idleText, const QString &busyText);
     QVariant setting(QLatin1String key) const;
     void storeSetting(QLatin1String key, const QVariant &value);
     /// Once built.
-    TaskRowsWidget &rows() const { return *m_rows; }
+    MediaRowsWidget &rows() const { return *m_rows; }
     void showEvent(QShowEvent *event) override;
 
 private:
     void ensureBuilt();
     void setUpIntake();
     void takeFiles(const QStringList &files, FileAddType type);
-    void showGroupState(TaskRowsWidget::TaskGrpState state);
+    void showGroupState(MediaRowsWidget::TaskGrpState state);
 
     const Kind m_kind;
     std::unique_ptr<Ui::ListPage> m_ui;
-    TaskRowsWidget *m_rows = nullptr;
+    MediaRowsWidget *m_rows = nullptr;
 };

@@ -37,6 +37,29 @@ void MediaFactsWidget::setNames(QLatin1String side, QLatin1String detailName)
     m_size->setObjectName(prefix + QLatin1String("Size"));
 }
 
+void MediaFactsWidget::setSizeName(const QString &name, const QString &finishName)
+{
+    if (name.isEmpty())
+        return;
+    m_sizeName = addLabel(1, 1, m_size->toolTip());
+    m_sizeName->setObjectName(m_size->objectName() + QLatin1String("Name"));
+    m_sizeName->setProperty("FinishName", finishName);
+    m_sizeName->setText(name);
+    auto *both = new QHBoxLayout;
+    both->setSpacing(0);
+    both->addWidget(m_sizeName);
+    both->addWidget(m_size, 1);
+    // What has an estimated size has no length yet, and the name wants its room.
+    m_duration->hide();
+    static_cast<QGridLayout *>(layout())->addLayout(both, 1, 0, 1, 2);
+}
+
+void MediaFactsWidget::showFinishedSizeName()
+{
+    if (m_sizeName)
+        m_sizeName->setText(m_sizeName->property("FinishName").toString());
+}
+
 void MediaFactsWidget::showFacts(const MediaFacts &facts)
 {
     m_format->setText(facts.format);

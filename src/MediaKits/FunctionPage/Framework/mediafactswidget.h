@@ -19,6 +19,11 @@ public:
     /// @param detailName what the second label shows, as "Res"
     void setNames(QLatin1String side, QLatin1String detailName);
 
+    /// Puts a name in front of the size, instead of the length: "lblOutSizeName", whose later text
+    /// is its dynamic property "FinishName". Once, after `setNames`; nothing for an empty name.
+    void setSizeName(const QString &name, const QString &finishName);
+    void showFinishedSizeName();
+
     void showFacts(const MediaFacts &facts);
 
 private:
@@ -28,4 +33,5 @@ private:
     QLabel *m_detail;
     QLabel *m_duration;
     QLabel *m_size;
+    QLabel *m_sizeName = nullptr;
 };

@@ -6,8 +6,6 @@
 #include "MediaKits/FunctionPage/Framework/convertspeedswitchmenu.h"
 #include "MediaKits/FunctionPage/Framework/mediaformatdialog.h"
 
-#include <QFileInfo>
-
 #include <iterator>
 
 namespace {
@@ -47,13 +45,8 @@ TaskRowWidget::Kind withPresetButtons(TaskRowWidget::Kind kind)
 PresetRowWidget::PresetRowWidget(const RowItem &item, const Kind &kind, QWidget *parent)
     : TaskRowWidget(item, withPresetButtons(kind), parent)
 {
-    const QFileInfo file(sourcePath());
-    param().inputFormat = file.suffix().toLower();
-    param().outputName = file.completeBaseName();
-    change([&](RowContent &content) {
-        content.outputName = file.completeBaseName();
-        content.settings = tr("选择格式");
-    });
+    takeSourceName();
+    change([](RowContent &content) { content.settings = tr("选择格式"); });
     setSpeedType(fastType);
 }
 

@@ -17,3 +17,8 @@ QString MediaFacts::sizeInPixels(int width, int height)
 {
     return width > 0 && height > 0 ? QStringLiteral("%1x%2").arg(width).arg(height) : QString();
 }
+
+QString MediaFacts::sizeInPixels(const QSharedPointer<VEncParam> &video)
+{
+    return video ? sizeInPixels(video->width, video->height) : QString();
+}

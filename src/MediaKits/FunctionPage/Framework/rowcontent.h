@@ -14,6 +14,8 @@ struct MediaFacts
 
     /// "1280x720"; empty unless both are above 0.
     static QString sizeInPixels(int width, int height);
+    /// The same of a record that may be null.
+    static QString sizeInPixels(const QSharedPointer<VEncParam> &video);
 
     QString format;
     QString detail; ///< what the row's page is about: picture size or bitrate
@@ -46,6 +48,7 @@ struct RowContent
     QString remainingText;
     bool paused = false;
 
+    QString hindrance; ///< why the row can't be started as it is; empty when it can
     bool failed = false;
     QString failureTip;
 };

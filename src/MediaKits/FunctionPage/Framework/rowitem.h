@@ -9,6 +9,7 @@ enum RowItemRole {
     SourcePathRole = Qt::UserRole + 1, ///< string
     TaskRole = Qt::UserRole + 2,       ///< `QSharedPointer<MediaTask>`
     MediaInfoRole = Qt::UserRole + 3,  ///< `QSharedPointer<MediaInfoData>`, once probed
+    PictureRole = Qt::UserRole + 4,    ///< pixmap of the row's size, once there is one
 };
 
 /// The item of a list or the first column of a tree's item, as its row sees it. Not the owner.

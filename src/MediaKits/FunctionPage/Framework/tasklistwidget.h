@@ -4,10 +4,8 @@
 #include "MediaKits/FunctionPage/Framework/taskrowswidget.h"
 #include "MediaKits/MediaTasksManager/mediatask.h"
 
-#include <QTimer>
-
-class QListWidget;
 class QListWidgetItem;
+class RowList;
 
 /// Base of the lists: one row a file, each with a task of its own.
 class TaskListWidget : public TaskRowsWidget
@@ -33,17 +31,6 @@ protected:
     /// A complex conversion of a file into the list's folder, as most pages have it.
     QSharedPointer<MediaTask> createConversion(const QString &path) const;
 
-    bool eventFilter(QObject *watched, QEvent *event) override;
-    /// Scrolls to the row that the focus goes to.
-    bool focusNextPrevChild(bool next) override;
-
 private:
-    void watchSight();
-    void lookSoon();
-    void updateSight();
-    TaskRowWidget *rowOf(QListWidgetItem *item) const;
-
-    QListWidget *m_list;
-    /// Gathers the changes of an import, whose every file scrolls the list.
-    QTimer m_sightTimer;
+    RowList *m_list;
 };

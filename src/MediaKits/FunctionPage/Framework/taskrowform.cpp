@@ -2,9 +2,9 @@
 #include "MediaKits/FunctionPage/Framework/taskrowform.h"
 
 #include "controls/iconpixmap.h"
+#include "controls/repolish.h"
 #include "ui_taskrowform.h"
 
-#include <QResizeEvent>
 #include <QSignalBlocker>
 #include <QTimer>
 #include <QVariant>
@@ -18,11 +18,12 @@ constexpr QSize arrowSize(24, 24);
 } // namespace
 
 TaskRowForm::TaskRowForm(const Kind &kind, bool audio, QWidget *parent)
-    : QWidget(parent), m_ui(std::make_unique<Ui::TaskRowForm>())
+    : RowForm(parent), m_ui(std::make_unique<Ui::TaskRowForm>())
 {
     m_ui->setupUi(this);
     m_ui->wdtInputFacts->setNames(QLatin1String("In"), kind.detail);
     m_ui->wdtOutputFacts->setNames(QLatin1String("Out"), kind.detail);
+    m_ui->wdtOutputFacts->setSizeName(kind.sizeName, kind.finishedSizeName);
     m_ui->lstItemwdtTask->setMaximum(progressMaximum);
     m_ui->lblTo->setPixmap(iconPixmap(QStringLiteral(":/drawable/row_to.png"), arrowSize));
     m_ui->wdtVideo->showPlaceholder(audio);
@@ -36,6 +37,11 @@ void TaskRowForm::nameButtons(const Kind &kind)
 {
     m_ui->btnSettings->setObjectName(kind.settingsButton);
     m_ui->btnConvert->setProperty("textNames", kind.startTexts);
+    if (kind.startTexts.isEmpty()) {
+        // The form has already asked for the button's size, and with it for its style.
+        m_ui->btnConvert->setProperty("alone", true);
+        repolish(m_ui->btnConvert);
+    }
     if (kind.editorButton.size() > 0)
         m_ui->wdtVideo->setUpEditor(kind.editorButton, kind.editorToolTip);
 }
@@ -45,13 +51,11 @@ void TaskRowForm::connectButtons()
     connect(m_ui->btnConvert, &QPushButton::clicked, this, &TaskRowForm::startPressed);
     connect(m_ui->btnStop, &QPushButton::clicked, this, &TaskRowForm::stopPressed);
     connect(m_ui->btnPause, &QPushButton::toggled, this, &TaskRowForm::pauseToggled);
-    connect(m_ui->btnDel, &QPushButton::clicked, this, &TaskRowForm::deletePressed);
+    setUpButtons(m_ui->btnDel, *m_ui->wdtVideo);
     connect(m_ui->btnSettings, &QPushButton::clicked, this,
             [this] { emit settingsPressed(m_ui->btnSettings); });
     connect(m_ui->btnSpeedSwitch, &QPushButton::clicked, this,
             [this] { emit speedPressed(m_ui->btnSpeedSwitch); });
-    connect(m_ui->wdtVideo->playButton(), &QPushButton::clicked, this,
-            &TaskRowForm::playSourcePressed);
     if (const QPushButton *editor = m_ui->wdtVideo->editorButton())
         connect(editor, &QPushButton::clicked, this, &TaskRowForm::editorPressed);
     connect(m_ui->btnPlayDst, &QPushButton::clicked, this, &TaskRowForm::playResultPressed);
@@ -117,6 +121,8 @@ void TaskRowForm::showContent(const RowContent &content)
     m_ui->lblInputName->setFullText(content.inputName);
     m_ui->wdtInputFacts->showFacts(content.in);
     m_ui->wdtOutputFacts->showFacts(content.out);
+    if (content.page == RowContent::DonePage)
+        m_ui->wdtOutputFacts->showFinishedSizeName();
     m_ui->wdtVideo->showPicture(content.picture);
     showName(content);
     showChoices(content);
@@ -127,13 +133,10 @@ void TaskRowForm::showContent(const RowContent &content)
     m_ui->lblTimeRemained->setText(content.remainingText);
     showPaused(content.paused);
 
-    m_ui->wdtError->setVisible(content.failed);
+    const bool hindered = !content.hindrance.isEmpty();
+    m_ui->btnConvert->setDisabled(hindered);
+    m_ui->wdtError->setVisible(content.failed || hindered);
+    m_ui->lblErrorConvert->setText(hindered ? content.hindrance : tr("转换失败"));
+    m_ui->btnErrorDetail->setVisible(content.failed);
     m_ui->lblErrorConvert->setToolTip(content.failureTip);
-}
-
-void TaskRowForm::resizeEvent(QResizeEvent *event)
-{
-    QWidget::resizeEvent(event);
-    const QPoint fromCorner = m_ui->btnDel->property("rightTop").toPoint();
-    m_ui->btnDel->move(width() - fromCorner.x(), fromCorner.y());
 }

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/rowcontent.h"
-
-#include <QWidget>
+#include "MediaKits/FunctionPage/Framework/rowform.h"
 
 #include <memory>
 
@@ -14,7 +12,7 @@ class QAbstractButton;
 
 /// The widgets of one row: source and result, three pages for idle, working and done. Buttons that
 /// only some pages have get their object names here.
-class TaskRowForm : public QWidget
+class TaskRowForm : public RowForm
 {
     Q_OBJECT
 
@@ -31,32 +29,31 @@ public:
         QString editorToolTip;
         /// Texts of the start button by speed; empty for rows without a choice of speed.
         QStringList startTexts;
+        /// What stands before the size of the result, and instead of it once it is finished; empty
+        /// for nothing.
+        QString sizeName;
+        QString finishedSizeName;
     };
 
     TaskRowForm(const Kind &kind, bool audio, QWidget *parent);
     ~TaskRowForm() override;
 
     /// A name that is being typed stays.
-    void showContent(const RowContent &content);
-    bool isEditing() const;
+    void showContent(const RowContent &content) override;
+    bool isEditing() const override;
 
 signals:
     void startPressed();
     void stopPressed();
     void pauseToggled(bool paused);
-    void deletePressed();
     void settingsPressed(QWidget *button);
     void speedPressed(QWidget *button);
     void editorPressed();
-    void playSourcePressed();
     void playResultPressed();
     void revealPressed();
     void failurePressed();
     /// The text without its suffix.
     void nameEdited(const QString &name);
-
-protected:
-    void resizeEvent(QResizeEvent *event) override;
 
 private:
     void nameButtons(const Kind &kind);

@@ -1,41 +1,24 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/Framework/taskrowswidget.h"
 
-#include "MediaKits/AppInstance/LocalStore/historyrecord.h"
 #include "MediaKits/DataTracker/trackevent.h"
 #include "MediaKits/FunctionPage/Framework/mediaformatsettipsdialog.h"
-#include "MediaKits/FunctionPage/Framework/mediaimportdialog.h"
 #include "MediaKits/FunctionPage/Framework/taskrowwidget.h"
 #include "MediaKits/MediaFormats/revealfile.h"
 
-#include <QApplication>
-#include <QDateTime>
 #include <QPointer>
-#include <QShortcut>
 
-TaskRowsWidget::TaskRowsWidget(QWidget *parent) : QWidget(parent)
+TaskRowsWidget::TaskRowsWidget(QWidget *parent) : MediaRowsWidget(parent)
 {
     connect(&m_batch, &TaskBatch::groupStateChanged, this,
             [this](const QString &name, TaskBatch::GroupState state) {
                 emit taskGrpStateChanged(name, TaskGrpState(state));
             });
-    auto *shortcut = new QShortcut(QKeySequence(QKeySequence::Delete), this);
-    shortcut->setContext(Qt::WidgetWithChildrenShortcut);
-    connect(shortcut, &QShortcut::activated, this, &TaskRowsWidget::deleteFocusedRow);
-}
-
-void TaskRowsWidget::addFiles(const QStringList &files)
-{
-    const QPointer<TaskRowsWidget> alive(this);
-    importFiles(this, files, [alive](const QString &path) {
-        if (alive)
-            alive->addFile(path);
-    });
 }
 
 void TaskRowsWidget::setEncParamInfoID(quint32 id)
 {
-    m_encParamInfoID = id;
+    MediaRowsWidget::setEncParamInfoID(id);
     for (TaskRowWidget *row : rows()) {
         if (TaskBatch::takesChoices(*row->task()))
             row->setEncParamInfoID(id);
@@ -44,7 +27,7 @@ void TaskRowsWidget::setEncParamInfoID(quint32 id)
 
 void TaskRowsWidget::setOutPath(const QString &path)
 {
-    m_outPath = path;
+    MediaRowsWidget::setOutPath(path);
     for (TaskRowWidget *row : rows()) {
         if (TaskBatch::takesChoices(*row->task()))
             row->setOutputDir(path);
@@ -62,14 +45,6 @@ void TaskRowsWidget::convertAll(const QString &groupName)
     m_batch.startAll(groupName, tasks);
 }
 
-bool TaskRowsWidget::presetIsMissing()
-{
-    if (!needsPreset() || m_encParamInfoID != 0)
-        return false;
-    MediaFormatSetTipsDialog(this).exec();
-    return true;
-}
-
 void TaskRowsWidget::trackStart(const QString &mode) const
 {
     trackEvent(trackingPage(), QStringLiteral("video_convert_start"),
@@ -79,7 +54,7 @@ void TaskRowsWidget::trackStart(const QString &mode) const
 void TaskRowsWidget::adoptRow(TaskRowWidget *row)
 {
     MediaTask *task = row->task();
-    row->setEncParamInfoID(m_encParamInfoID);
+    row->setEncParamInfoID(encParamInfoID());
     m_batch.watch(task);
     connect(row, &TaskRowWidget::taskOperationChange, this,
             [this, row](TaskOperation operation) { operate(row, operation); });
@@ -88,7 +63,7 @@ void TaskRowsWidget::adoptRow(TaskRowWidget *row)
         if (state == MediaTask::DESTORIED && isEmpty())
             emit mediaListEmptyChanged(true);
         else if (alive && state == MediaTask::FINISHED)
-            addHistory(*alive);
+            addHistory(alive->sourcePath(), alive->outputPath());
     });
 }
 
@@ -117,23 +92,5 @@ void TaskRowsWidget::operate(TaskRowWidget *row, TaskOperation operation)
     case TaskOperation::Resume:
         m_batch.operate(operation, task);
         break;
-    }
-}
-
-void TaskRowsWidget::addHistory(const TaskRowWidget &row)
-{
-    HistoryRecord::instance().add(
-        {QDateTime::currentDateTime().toString(QStringLiteral("yyyy.MM.dd hh:mm")),
-         row.sourcePath(), row.outputPath()});
-}
-
-void TaskRowsWidget::deleteFocusedRow()
-{
-    for (QWidget *widget = QApplication::focusWidget(); widget && widget != this;
-         widget = widget->parentWidget()) {
-        if (auto *row = qobject_cast<TaskRowWidget *>(widget)) {
-            row->on_btnDel_clicked();
-            return;
-        }
     }
 }

@@ -1,24 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/Framework/taskrowwidget.h"
 
-#include "controls/repolish.h"
 #include "MediaKits/DataTracker/oskdatatracker.h"
 #include "MediaKits/DataTracker/trackevent.h"
 #include "MediaKits/FunctionPage/Framework/failuredetailsdialog.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
-#include "MediaKits/MediaInfo/mediainfo.h"
 #include "MediaKits/MediaTasksManager/mediamovetask.h"
 #include "MediaKits/Player/mediapreviewwnd.h"
-#include "MediaKits/Player/thumbnail.h"
 
-#include <QApplication>
-#include <QDesktopServices>
 #include <QDir>
-#include <QEvent>
 #include <QFileInfo>
 #include <QTimer>
-#include <QUrl>
-#include <QVBoxLayout>
 
 #include <cmath>
 
@@ -26,12 +18,9 @@ namespace {
 
 constexpr int fullBarShownMs = 100;
 constexpr int fullBar = 100;
-constexpr int noProgress = -1;
 // A progress below this is none.
 constexpr double smallestProgress = 1e-12;
 constexpr int failedConversionEvent = 50;
-// Room for a picture in a row, in pixels.
-constexpr QSize pictureFrame(144, 84);
 
 // The numbered event of a start on a page.
 int startEventOf(int page)
@@ -42,15 +31,9 @@ int startEventOf(int page)
 } // namespace
 
 TaskRowWidget::TaskRowWidget(const RowItem &item, const Kind &kind, QWidget *parent)
-    : QWidget(parent), m_item(item), m_kind(kind)
+    : MediaRowWidget(item, parent), m_kind(kind)
 {
-    setFocusPolicy(Qt::StrongFocus);
-    const QFileInfo file(sourcePath());
-    m_content.inputName = file.fileName();
-    setAccessibleName(m_content.inputName);
-    m_content.in.format = file.suffix().toUpper();
-    m_content.progressText = QStringLiteral("0.00");
-    m_content.remainingText = tr("正在计算");
+    change([](RowContent &content) { content.remainingText = tr("正在计算"); });
     watchTask();
 }
 
@@ -58,90 +41,33 @@ void TaskRowWidget::watchTask()
 {
     const MediaTask *watched = task();
     connect(watched, &MediaTask::taskStateChanged, this, &TaskRowWidget::onTaskState);
-    connect(watched, &MediaTask::taskOperateChanged, this, &TaskRowWidget::onTaskOperate);
+    connect(watched, &MediaTask::taskOperateChanged, this, &TaskRowWidget::showOperate);
     connect(watched, &MediaTask::taskProgress, this, &TaskRowWidget::onTaskProgress);
     connect(watched, &MediaTask::taskCustomeMsgCome, this, &TaskRowWidget::onTaskMessage);
 }
 
-bool TaskRowWidget::setInSight(bool inSight)
+RowForm *TaskRowWidget::createForm()
 {
-    if (inSight && !m_form) {
-        makeForm();
-        return true;
-    }
-    if (!inSight && m_form && !m_form->isEditing() &&
-        !m_form->isAncestorOf(QApplication::focusWidget())) {
-        m_form->deleteLater();
-        m_form = nullptr;
-    }
-    return false;
-}
-
-void TaskRowWidget::makeForm()
-{
-    m_form = new TaskRowForm(m_kind.form, isAudioFormat(sourceSuffix()), this);
-    if (!layout()) {
-        auto *whole = new QVBoxLayout(this);
-        whole->setContentsMargins(0, 0, 0, 0);
-    }
-    layout()->addWidget(m_form);
-    connect(m_form, &TaskRowForm::startPressed, this, &TaskRowWidget::on_btnConvert_clicked);
-    connect(m_form, &TaskRowForm::stopPressed, this, &TaskRowWidget::on_btnStop_clicked);
-    connect(m_form, &TaskRowForm::pauseToggled, this, &TaskRowWidget::on_btnPause_toggled);
-    connect(m_form, &TaskRowForm::deletePressed, this, &TaskRowWidget::on_btnDel_clicked);
-    connect(m_form, &TaskRowForm::playSourcePressed, this, &TaskRowWidget::on_btnPlaySrc_clicked);
-    connect(m_form, &TaskRowForm::playResultPressed, this, &TaskRowWidget::on_btnPlayDst_clicked);
-    connect(m_form, &TaskRowForm::revealPressed, this, &TaskRowWidget::on_btnOpenDir_clicked);
-    connect(m_form, &TaskRowForm::failurePressed, this, &TaskRowWidget::on_btnErrorDetail_clicked);
-    connect(m_form, &TaskRowForm::nameEdited, this, &TaskRowWidget::takeOutputName);
-    connectForm(*m_form);
-    m_form->showContent(m_content);
-    m_form->show();
-    tabIntoForm();
-}
-
-// Widgets that are made late come last in the window, behind those of all other rows.
-void TaskRowWidget::tabIntoForm()
-{
-    QWidget *before = this;
-    for (QWidget *widget : m_form->findChildren<QWidget *>()) {
-        if (!(widget->focusPolicy() & Qt::TabFocus))
-            continue;
-        setTabOrder(before, widget);
-        before = widget;
-    }
-}
-
-void TaskRowWidget::change(const std::function<void(RowContent &)> &changes)
-{
-    changes(m_content);
-    if (m_form)
-        m_form->showContent(m_content);
+    auto *form = new TaskRowForm(m_kind.form, isAudioFormat(sourceSuffix()), this);
+    connect(form, &TaskRowForm::startPressed, this, &TaskRowWidget::on_btnConvert_clicked);
+    connect(form, &TaskRowForm::stopPressed, this, &TaskRowWidget::on_btnStop_clicked);
+    connect(form, &TaskRowForm::pauseToggled, this, &TaskRowWidget::on_btnPause_toggled);
+    connect(form, &TaskRowForm::playResultPressed, this, &TaskRowWidget::on_btnPlayDst_clicked);
+    connect(form, &TaskRowForm::revealPressed, this, &TaskRowWidget::on_btnOpenDir_clicked);
+    connect(form, &TaskRowForm::failurePressed, this, &TaskRowWidget::on_btnErrorDetail_clicked);
+    connect(form, &TaskRowForm::nameEdited, this, &TaskRowWidget::takeOutputName);
+    connectForm(*form);
+    return form;
 }
 
 MediaTask *TaskRowWidget::task() const
 {
-    return m_item.data(TaskRole).value<QSharedPointer<MediaTask>>().data();
+    return item().data(TaskRole).value<QSharedPointer<MediaTask>>().data();
 }
 
 ConvertTaskParam &TaskRowWidget::param() const
 {
     return *static_cast<ConvertTaskParam *>(task()->param());
-}
-
-QString TaskRowWidget::sourcePath() const
-{
-    return m_item.data(SourcePathRole).toString();
-}
-
-QString TaskRowWidget::sourceSuffix() const
-{
-    return QFileInfo(sourcePath()).suffix();
-}
-
-QSharedPointer<MediaInfoData> TaskRowWidget::sourceInfo() const
-{
-    return m_item.data(MediaInfoRole).value<QSharedPointer<MediaInfoData>>();
 }
 
 QString TaskRowWidget::outputPath() const
@@ -171,28 +97,18 @@ void TaskRowWidget::takeOutputName(const QString &typed)
     change([&](RowContent &content) { content.outputName = name; });
 }
 
-void TaskRowWidget::probeSource()
+void TaskRowWidget::takeSourceName()
 {
-    probe(sourcePath(), [this](const MediaInfoData &info) {
-        change([&](RowContent &content) {
-            content.in.takeFile(*info.format);
-            content.out.duration = content.in.duration;
-        });
-        takeSource(info);
-    });
-    const QString suffix = sourceSuffix();
-    if (!isVideoFormat(suffix) || suffix.toUpper() == QLatin1String("QLV"))
-        return;
-    requestThumbnail(sourcePath(), this, [this](const QPixmap &picture) {
-        if (picture.isNull())
-            return;
-        change([&](RowContent &content) {
-            const qreal ratio = devicePixelRatioF();
-            content.picture =
-                picture.scaled(pictureFrame * ratio, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-            content.picture.setDevicePixelRatio(ratio);
-        });
-    });
+    const QFileInfo file(sourcePath());
+    param().inputFormat = file.suffix().toLower();
+    param().outputName = file.completeBaseName();
+    change([this](RowContent &content) { content.outputName = param().outputName; });
+}
+
+void TaskRowWidget::keepSource(const QSharedPointer<MediaInfoData> &info)
+{
+    param().sourceInfo = info;
+    param().durationMs = int(info->format->duration);
 }
 
 void TaskRowWidget::onTaskState(MediaTask::State state)
@@ -229,31 +145,13 @@ void TaskRowWidget::onTaskState(MediaTask::State state)
     }
 }
 
-void TaskRowWidget::onTaskOperate(MediaTask::Operate operate)
-{
-    if (operate == MediaTask::OperateQueued) {
-        change([](RowContent &content) {
-            content.progress = noProgress;
-            content.progressText = QStringLiteral("0.00");
-            content.page = RowContent::WorkingPage;
-        });
-    } else if (operate == MediaTask::OperateDequeued) {
-        change([](RowContent &content) {
-            content.progress = noProgress;
-            content.page = RowContent::IdlePage;
-        });
-    }
-}
-
 void TaskRowWidget::onTaskProgress(double progress)
 {
-    change([&](RowContent &content) {
-        if (std::abs(progress) > smallestProgress)
+    if (std::abs(progress) > smallestProgress)
+        change([&](RowContent &content) {
             content.remainingText = m_workTimer.remainingText(progress);
-        const double percent = progress * 100;
-        content.progress = int(percent);
-        content.progressText = QStringLiteral("%1%").arg(percent, 0, 'f', 2);
-    });
+        });
+    showProgress(progress);
 }
 
 void TaskRowWidget::onTaskMessage(int type, MediaTask *sender, const QVariant &value)
@@ -319,13 +217,18 @@ void TaskRowWidget::showDone()
         content.progress = noProgress;
         content.page = RowContent::DonePage;
     });
+    readResult();
+    trackEvent(m_kind.page, QStringLiteral("video_convert_submit"));
+    trackEnded(true);
+    MediaPreviewWnd::addFinished(outputPath(), previewInfo(QStringLiteral("自动")));
+}
+
+void TaskRowWidget::readResult()
+{
     probe(outputPath(), [this](const MediaInfoData &info) {
         change([&](RowContent &content) { content.out.takeFile(*info.format); });
         takeResult(info);
     });
-    trackEvent(m_kind.page, QStringLiteral("video_convert_submit"));
-    trackEnded(true);
-    MediaPreviewWnd::addFinished(outputPath(), previewInfo(QStringLiteral("自动")));
 }
 
 QVariantMap TaskRowWidget::previewInfo(const QString &mode) const
@@ -333,26 +236,6 @@ QVariantMap TaskRowWidget::previewInfo(const QString &mode) const
     return {{QStringLiteral("event"), QStringLiteral("video_preview_view")},
             {QStringLiteral("track"), QVariantMap{{QStringLiteral("pageIndex"), m_kind.page},
                                                   {QStringLiteral("video_preview_mode"), mode}}}};
-}
-
-void TaskRowWidget::probe(const QString &path,
-                          const std::function<void(const MediaInfoData &)> &take)
-{
-    MediaInfoBase *reader = createMediaInfo(QFileInfo(path).suffix().toUpper(), path, this);
-    connect(reader, &MediaInfoBase::got, this, [this, reader, path, take] {
-        const auto info = reader->mediaInfo();
-        if (task() && info && info->format) {
-            if (path == sourcePath()) {
-                m_item.setData(MediaInfoRole, QVariant::fromValue(info));
-                param().sourceInfo = info;
-                param().durationMs = int(info->format->duration);
-            }
-            take(*info);
-        }
-        reader->deleteLater();
-    });
-    connect(reader, &MediaInfoBase::error, reader, &QObject::deleteLater);
-    reader->start();
 }
 
 void TaskRowWidget::trackEnded(bool success) const
@@ -404,11 +287,6 @@ void TaskRowWidget::on_btnOpenDir_clicked()
     emit taskOperationChange(TaskOperation::OpenFolder);
 }
 
-void TaskRowWidget::on_btnPlaySrc_clicked()
-{
-    QDesktopServices::openUrl(QUrl::fromLocalFile(sourcePath()));
-}
-
 void TaskRowWidget::on_btnPlayDst_clicked()
 {
     MediaPreviewWnd::showFile(outputPath(), previewInfo(QStringLiteral("手动")));
@@ -418,31 +296,4 @@ void TaskRowWidget::on_btnErrorDetail_clicked()
 {
     if (const MediaTask *failed = task())
         FailureDetailsDialog(failed->failure(), this).exec();
-}
-
-bool TaskRowWidget::event(QEvent *event)
-{
-    switch (event->type()) {
-    case QEvent::Enter:
-        setHovered(true);
-        break;
-    case QEvent::Leave:
-        setHovered(false);
-        break;
-    case QEvent::FocusIn:
-    case QEvent::FocusOut:
-        // The style of a child can't ask for a pseudo-state of its parent.
-        setProperty("focused", hasFocus());
-        repolish(this);
-        break;
-    default:
-        break;
-    }
-    return QWidget::event(event);
-}
-
-void TaskRowWidget::setHovered(bool hovered)
-{
-    setProperty("mousestate", hovered ? QStringLiteral("hover") : QString());
-    repolish(this);
 }

@@ -2,19 +2,12 @@
 #include "MediaKits/FunctionPage/VideoConvert/mediaconvertlistitemwidget.h"
 
 #include "catalogue/encparamcatalog.h"
-#include "controls/toast.h"
 #include "MediaKits/FunctionPage/VideoConvert/mediaconvertlistwidget.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
 
 namespace {
 
 constexpr quint32 audioKind = 2;
-constexpr int noticeMs = 2000;
-
-QString pictureSize(const QSharedPointer<VEncParam> &video)
-{
-    return video ? MediaFacts::sizeInPixels(video->width, video->height) : QString();
-}
 
 TaskRowWidget::Kind convertRows()
 {
@@ -50,7 +43,7 @@ void MediaConvertListItemWidget::connectForm(TaskRowForm &form)
 
 void MediaConvertListItemWidget::takeSource(const MediaInfoData &info)
 {
-    const QString size = pictureSize(info.video);
+    const QString size = MediaFacts::sizeInPixels(info.video);
     if (size.isEmpty())
         return;
     const bool toAudio = EncParamCatalog::instance().kindOf(encParamInfoID()) == audioKind;
@@ -63,7 +56,7 @@ void MediaConvertListItemWidget::takeSource(const MediaInfoData &info)
 
 void MediaConvertListItemWidget::takeResult(const MediaInfoData &info)
 {
-    const QString size = pictureSize(info.video);
+    const QString size = MediaFacts::sizeInPixels(info.video);
     if (!size.isEmpty())
         change([&](RowContent &content) { content.out.detail = size; });
 }
@@ -76,7 +69,7 @@ void MediaConvertListItemWidget::takePreset(const EncParam *preset)
         } else if (!preset || !preset->video) {
             content.out.detail = content.in.detail;
         } else {
-            const QString size = pictureSize(preset->video);
+            const QString size = MediaFacts::sizeInPixels(preset->video);
             if (!size.isEmpty())
                 content.out.detail = size;
         }
@@ -85,5 +78,5 @@ void MediaConvertListItemWidget::takePreset(const EncParam *preset)
 
 void MediaConvertListItemWidget::on_btnCut_clicked()
 {
-    Toast::showToast(tr("剪裁功能正在建设中"), noticeMs, Toast::centred, Toast::centred, window());
+    showCutNotice();
 }

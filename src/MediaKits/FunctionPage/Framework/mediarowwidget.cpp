@@ -1,0 +1,220 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/Framework/mediarowwidget.h"
+
+#include "controls/repolish.h"
+#include "controls/toast.h"
+#include "MediaKits/FunctionPage/Framework/rowform.h"
+#include "MediaKits/MediaFormats/mediaformats.h"
+#include "MediaKits/MediaInfo/mediainfo.h"
+#include "MediaKits/Player/thumbnail.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QEvent>
+#include <QFileInfo>
+#include <QUrl>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int noticeMs = 2000;
+// Room for a picture in a row, in pixels.
+constexpr QSize pictureFrame(144, 84);
+
+} // namespace
+
+MediaRowWidget::MediaRowWidget(const RowItem &item, QWidget *parent) : QWidget(parent), m_item(item)
+{
+    setFocusPolicy(Qt::StrongFocus);
+    const QFileInfo file(sourcePath());
+    m_content.inputName = file.fileName();
+    setAccessibleName(m_content.inputName);
+    m_content.in.format = file.suffix().toUpper();
+    m_content.progressText = QStringLiteral("0.00");
+}
+
+bool MediaRowWidget::setInSight(bool inSight)
+{
+    if (inSight && !m_form) {
+        makeForm();
+        return true;
+    }
+    if (!inSight && m_form && !m_form->isEditing() &&
+        !m_form->isAncestorOf(QApplication::focusWidget())) {
+        m_form->deleteLater();
+        m_form = nullptr;
+    }
+    return false;
+}
+
+void MediaRowWidget::makeForm()
+{
+    m_form = createForm();
+    if (!layout()) {
+        auto *whole = new QVBoxLayout(this);
+        whole->setContentsMargins(0, 0, 0, 0);
+    }
+    layout()->addWidget(m_form);
+    connect(m_form, &RowForm::deletePressed, this, &MediaRowWidget::on_btnDel_clicked);
+    connect(m_form, &RowForm::playSourcePressed, this, &MediaRowWidget::on_btnPlaySrc_clicked);
+    m_form->showContent(m_content);
+    m_form->show();
+    tabIntoForm();
+}
+
+// Widgets that are made late come last in the window, behind those of all other rows.
+void MediaRowWidget::tabIntoForm()
+{
+    QWidget *before = this;
+    for (QWidget *widget : m_form->findChildren<QWidget *>()) {
+        if (!(widget->focusPolicy() & Qt::TabFocus))
+            continue;
+        setTabOrder(before, widget);
+        before = widget;
+    }
+}
+
+void MediaRowWidget::change(const std::function<void(RowContent &)> &changes)
+{
+    changes(m_content);
+    if (m_form)
+        m_form->showContent(m_content);
+}
+
+QString MediaRowWidget::sourcePath() const
+{
+    return m_item.data(SourcePathRole).toString();
+}
+
+QString MediaRowWidget::sourceSuffix() const
+{
+    return QFileInfo(sourcePath()).suffix();
+}
+
+QSharedPointer<MediaInfoData> MediaRowWidget::sourceInfo() const
+{
+    return m_item.data(MediaInfoRole).value<QSharedPointer<MediaInfoData>>();
+}
+
+void MediaRowWidget::probeSource()
+{
+    if (const auto known = sourceInfo())
+        showSource(*known);
+    else
+        probe(sourcePath(), [this](const MediaInfoData &info) { showSource(info); });
+    if (!m_item.data(PictureRole).isNull()) {
+        showPicture();
+        return;
+    }
+    const QString suffix = sourceSuffix();
+    if (!isVideoFormat(suffix) || suffix.toUpper() == QLatin1String("QLV"))
+        return;
+    requestThumbnail(sourcePath(), this, [this](const QPixmap &picture) {
+        if (picture.isNull())
+            return;
+        const qreal ratio = devicePixelRatioF();
+        QPixmap scaled =
+            picture.scaled(pictureFrame * ratio, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+        scaled.setDevicePixelRatio(ratio);
+        m_item.setData(PictureRole, scaled);
+        showPicture();
+    });
+}
+
+void MediaRowWidget::showSource(const MediaInfoData &info)
+{
+    change([&](RowContent &content) {
+        content.in.takeFile(*info.format);
+        content.out.duration = content.in.duration;
+    });
+    takeSource(info);
+}
+
+void MediaRowWidget::showPicture()
+{
+    change([this](RowContent &content) {
+        content.picture = m_item.data(PictureRole).value<QPixmap>();
+    });
+}
+
+void MediaRowWidget::probe(const QString &path,
+                           const std::function<void(const MediaInfoData &)> &take)
+{
+    MediaInfoBase *reader = createMediaInfo(QFileInfo(path).suffix().toUpper(), path, this);
+    connect(reader, &MediaInfoBase::got, this, [this, reader, path, take] {
+        const auto info = reader->mediaInfo();
+        const bool accepted = path != sourcePath() || acceptsSource(*reader);
+        if (!m_item.isNull() && accepted && info && info->format) {
+            if (path == sourcePath()) {
+                m_item.setData(MediaInfoRole, QVariant::fromValue(info));
+                keepSource(info);
+            }
+            take(*info);
+        }
+        reader->deleteLater();
+    });
+    connect(reader, &MediaInfoBase::error, reader, &QObject::deleteLater);
+    reader->start();
+}
+
+void MediaRowWidget::showOperate(MediaTask::Operate operate)
+{
+    if (operate == MediaTask::OperateQueued) {
+        change([](RowContent &content) {
+            content.progress = noProgress;
+            content.progressText = QStringLiteral("0.00");
+            content.page = RowContent::WorkingPage;
+        });
+    } else if (operate == MediaTask::OperateDequeued) {
+        change([](RowContent &content) {
+            content.progress = noProgress;
+            content.page = RowContent::IdlePage;
+        });
+    }
+}
+
+void MediaRowWidget::showProgress(double progress)
+{
+    change([&](RowContent &content) {
+        const double percent = progress * 100;
+        content.progress = int(percent);
+        content.progressText = QStringLiteral("%1%").arg(percent, 0, 'f', 2);
+    });
+}
+
+void MediaRowWidget::showCutNotice()
+{
+    Toast::showToast(tr("剪裁功能正在建设中"), noticeMs, Toast::centred, Toast::centred, window());
+}
+
+void MediaRowWidget::on_btnPlaySrc_clicked()
+{
+    QDesktopServices::openUrl(QUrl::fromLocalFile(sourcePath()));
+}
+
+bool MediaRowWidget::event(QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::Enter:
+        setHovered(true);
+        break;
+    case QEvent::Leave:
+        setHovered(false);
+        break;
+    case QEvent::FocusIn:
+    case QEvent::FocusOut:
+        // The style of a child can't ask for a pseudo-state of its parent.
+        setProperty("focused", hasFocus());
+        repolish(this);
+        break;
+    default:
+        break;
+    }
+    return QWidget::event(event);
+}
+
+void MediaRowWidget::setHovered(bool hovered)
+{
+    setProperty("mousestate", hovered ? QStringLiteral("hover") : QString());
+    repolish(this);
+}

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/FunctionPage/Framework/rowcontent.h"
+#include "MediaKits/FunctionPage/Framework/rowitem.h"
+#include "MediaKits/MediaTasksManager/mediatask.h"
+
+#include <QWidget>
+
+#include <functional>
+
+class MediaInfoBase;
+class RowForm;
+
+/// Base of the rows that show one file. Path and probe result are data of the row's item; what the
+/// row shows is a `RowContent`, and the widgets that show it exist only while the row is in sight,
+/// so that a list may have a thousand rows.
+class MediaRowWidget : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// @param item holds the path already
+    MediaRowWidget(const RowItem &item, QWidget *parent);
+
+    QString sourcePath() const;
+    /// Null until probed.
+    QSharedPointer<MediaInfoData> sourceInfo() const;
+    const RowItem &item() const { return m_item; }
+    /// Forgets the item, ahead of its deletion.
+    void clearItem() { m_item.clear(); }
+
+    /// Makes the row's widgets when it comes in sight, and lets go of them when it is out of it,
+    /// unless a name is being typed there. Tells whether widgets were made.
+    bool setInSight(bool inSight);
+    const RowContent &content() const { return m_content; }
+
+public slots:
+    virtual void on_btnDel_clicked() = 0;
+    void on_btnPlaySrc_clicked();
+
+protected:
+    /// Makes the row's widgets and connects them.
+    virtual RowForm *createForm() = 0;
+    /// Starts the probe of the source and asks for its picture, where the item has neither; for
+    /// the subclass's constructor.
+    void probeSource();
+    /// Whether the source may be taken as its probe found it.
+    virtual bool acceptsSource(const MediaInfoBase &) { return true; }
+    /// Puts what the probe of the source has found where the task looks for it.
+    virtual void keepSource(const QSharedPointer<MediaInfoData> &info) = 0;
+    /// Takes what the probe of the source has found, beyond its length and size.
+    virtual void takeSource(const MediaInfoData &info) = 0;
+    void probe(const QString &path, const std::function<void(const MediaInfoData &)> &take);
+
+    QString sourceSuffix() const;
+    /// Changes what is shown.
+    void change(const std::function<void(RowContent &)> &changes);
+    void showOperate(MediaTask::Operate operate);
+    void showProgress(double progress);
+    /// Stands in for the editor of time and picture.
+    void showCutNotice();
+
+    bool event(QEvent *event) override;
+
+    static constexpr int noProgress = -1;
+
+private:
+    void makeForm();
+    void tabIntoForm();
+    void showSource(const MediaInfoData &info);
+    void showPicture();
+    void setHovered(bool hovered);
+
+    RowItem m_item;
+    RowContent m_content;
+    RowForm *m_form = nullptr;
+};

@@ -1,0 +1,158 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/VideoCompress/compresssettingsdialog.h"
+
+#include "MediaKits/FunctionPage/VideoCompress/compressarithmetic.h"
+#include "MediaKits/FunctionPage/VideoCompress/compresschoices.h"
+#include "ui_compresssettingsdialog.h"
+
+#include <QSignalBlocker>
+
+namespace {
+
+enum SettingsPage { BasePage, HighPage };
+
+constexpr double usualRate = 0.75;
+
+void fill(QComboBox *box, const QVector<CompressChoice> &choices)
+{
+    for (const CompressChoice &choice : choices)
+        box->addItem(choice.text, choice.value);
+}
+
+// The source's own value, in front, is shown anyway.
+template<class Value>
+void select(QComboBox *box, const Value &value)
+{
+    const int index = box->findData(QVariant::fromValue(value));
+    if (index > 0)
+        box->setCurrentIndex(index);
+}
+
+} // namespace
+
+CompressSettingsDialog::CompressSettingsDialog(QWidget *parent)
+    : DialogFrame(parent), m_ui(std::make_unique<Ui::CompressSettingsDialog>())
+{
+    setUpForm(*m_ui);
+    setTitle(tr("压缩设置"));
+    connect(m_ui->btnHigh, &QPushButton::toggled, this,
+            [this](bool high) { m_ui->swdtSettings->setCurrentIndex(high ? HighPage : BasePage); });
+}
+
+CompressSettingsDialog::~CompressSettingsDialog() = default;
+
+void CompressSettingsDialog::setMediaInfo(const MediaInfoData &info)
+{
+    m_sourceSize = mebibytes(info.format->fileSize);
+    fillVideoChoices(info.video);
+    fillAudioChoices(info.audios);
+}
+
+void CompressSettingsDialog::fillVideoChoices(const QSharedPointer<VEncParam> &video)
+{
+    const VEncParam source = video ? *video : VEncParam();
+    fill(m_ui->cbResolution, CompressChoices::resolutions(source));
+    fill(m_ui->cbVBitRate, CompressChoices::videoBitrates(source.bitrate));
+    fill(m_ui->cbFrameRate, CompressChoices::frameRates(source.frameRate));
+    m_ui->lblVEncode->setText(source.fourCC);
+}
+
+void CompressSettingsDialog::fillAudioChoices(const QVector<QSharedPointer<AEncParam>> &audios)
+{
+    m_hasAudio = !audios.isEmpty();
+    m_ui->cbABitRate->setEnabled(m_hasAudio);
+    m_ui->cbSampleRate->setEnabled(m_hasAudio);
+    if (!m_hasAudio) {
+        m_ui->lblAEncode->setText(tr("无音频"));
+        return;
+    }
+    const AEncParam &source = *audios.first();
+    fill(m_ui->cbABitRate, CompressChoices::audioBitrates(source.bitrate));
+    fill(m_ui->cbSampleRate, CompressChoices::sampleRates(source.sampleRate));
+    m_ui->lblAEncode->setText(source.fourCC);
+}
+
+void CompressSettingsDialog::setParam(const QSharedPointer<CompressSettingsParam> &param)
+{
+    m_param = param;
+    m_ui->lblSizeRange->setText(
+        sizeRangeText(m_ui->lblSizeRange->property("txtFormat").toString(), m_sourceSize));
+    const QSignalBlocker blocker(m_ui->sbSize);
+    m_ui->sbSize->setRange(m_sourceSize * smallestRate, m_sourceSize);
+    m_ui->sbSize->setSingleStep(m_sourceSize * (wholeRate - rateOfSlider(-1)));
+    const bool advanced = param && param->advanced;
+    showRate(advanced || !param ? usualRate : param->rate);
+    m_ui->btnBase->setChecked(!advanced);
+    m_ui->btnHigh->setChecked(advanced);
+    if (advanced && param->encParam)
+        showEncParam(*param->encParam);
+}
+
+void CompressSettingsDialog::showRate(double rate)
+{
+    const QSignalBlocker sizeBlocker(m_ui->sbSize);
+    const QSignalBlocker sliderBlocker(m_ui->compressSlider);
+    m_ui->sbSize->setValue(m_sourceSize * rate);
+    m_ui->compressSlider->setValue(sliderOfRate(rate));
+}
+
+void CompressSettingsDialog::showEncParam(const EncParam &wanted)
+{
+    if (wanted.video) {
+        select(m_ui->cbResolution, QSize(wanted.video->width, wanted.video->height));
+        select(m_ui->cbVBitRate, wanted.video->bitrate);
+        select(m_ui->cbFrameRate, wanted.video->frameRate);
+    }
+    if (wanted.audio) {
+        select(m_ui->cbABitRate, wanted.audio->bitrate);
+        select(m_ui->cbSampleRate, wanted.audio->sampleRate);
+    }
+}
+
+void CompressSettingsDialog::on_compressSlider_valueChanged(int value)
+{
+    const QSignalBlocker blocker(m_ui->sbSize);
+    m_ui->sbSize->setValue(rateOfSlider(value) * m_sourceSize);
+}
+
+void CompressSettingsDialog::on_sbSize_valueChanged(double size)
+{
+    if (m_sourceSize <= 0.0)
+        return;
+    const QSignalBlocker blocker(m_ui->compressSlider);
+    m_ui->compressSlider->setValue(sliderOfRate(size / m_sourceSize));
+}
+
+void CompressSettingsDialog::on_btnCancel_clicked()
+{
+    reject();
+}
+
+void CompressSettingsDialog::on_btnOK_clicked()
+{
+    if (!m_param)
+        m_param = QSharedPointer<CompressSettingsParam>::create();
+    m_param->advanced = !m_ui->btnBase->isChecked();
+    if (m_param->advanced) {
+        if (!m_param->encParam)
+            m_param->encParam = makeEncParam(m_hasAudio ? VideoPart | AudioPart : VideoPart);
+        takeEncParam(*m_param->encParam);
+    } else {
+        m_param->rate = rateOfSlider(m_ui->compressSlider->value());
+        m_param->encParam.clear();
+    }
+    accept();
+}
+
+void CompressSettingsDialog::takeEncParam(EncParam &wanted) const
+{
+    const QSize size = m_ui->cbResolution->currentData().toSize();
+    wanted.video->width = size.width();
+    wanted.video->height = size.height();
+    wanted.video->frameRate = m_ui->cbFrameRate->currentData().toDouble();
+    wanted.video->bitrate = m_ui->cbVBitRate->currentData().toInt();
+    if (!m_hasAudio)
+        return;
+    wanted.audio->bitrate = m_ui->cbABitRate->currentData().toInt();
+    wanted.audio->sampleRate = m_ui->cbSampleRate->currentData().toInt();
+}

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "controls/dialogframe.h"
+#include "MediaKits/FunctionPage/VideoCompress/compresssettingsparam.h"
+#include "MediaKits/MediaInfo/mediainfodata.h"
+
+#include <memory>
+
+namespace Ui {
+class CompressSettingsDialog;
+}
+
+/// Asks how one file is to be compressed: to a size, or with explicit settings.
+class CompressSettingsDialog : public DialogFrame
+{
+    Q_OBJECT
+
+public:
+    explicit CompressSettingsDialog(QWidget *parent = nullptr);
+    ~CompressSettingsDialog() override;
+
+    /// The source, which has a format record. Before `setParam`.
+    void setMediaInfo(const MediaInfoData &info);
+    /// Shows the settings; "确定" changes this very record.
+    void setParam(const QSharedPointer<CompressSettingsParam> &param);
+    QSharedPointer<CompressSettingsParam> param() const { return m_param; }
+
+private slots:
+    void on_compressSlider_valueChanged(int value);
+    void on_sbSize_valueChanged(double size);
+    void on_btnCancel_clicked();
+    void on_btnOK_clicked();
+
+private:
+    void fillVideoChoices(const QSharedPointer<VEncParam> &video);
+    void fillAudioChoices(const QVector<QSharedPointer<AEncParam>> &audios);
+    void showRate(double rate);
+    void showEncParam(const EncParam &wanted);
+    void takeEncParam(EncParam &wanted) const;
+
+    const std::unique_ptr<Ui::CompressSettingsDialog> m_ui;
+    QSharedPointer<CompressSettingsParam> m_param;
+    double m_sourceSize = 0.0; ///< MiB
+    bool m_hasAudio = false;
+};

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/VideoCompress/mediacompressfunctionpage.h"
+
+#include "MediaKits/AppInstance/LocalStore/functionsettings.h"
+#include "MediaKits/FunctionPage/VideoCompress/compressarithmetic.h"
+#include "MediaKits/FunctionPage/VideoCompress/compressslidewidget.h"
+#include "MediaKits/FunctionPage/VideoCompress/mediacompresslistwidget.h"
+#include "MediaKits/MediaFormats/mediaformats.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QVariant>
+
+#include <algorithm>
+
+MediaCompressFunctionPage::MediaCompressFunctionPage(QWidget *parent)
+    : ListPage({MediaCompressListWidget::page, FunctionSection::compressor, VideoFormatClass,
+                videoFormats},
+               parent)
+{
+}
+
+TaskRowsWidget *MediaCompressFunctionPage::createRows(QWidget *parent)
+{
+    m_list = new MediaCompressListWidget(parent);
+    return m_list;
+}
+
+void MediaCompressFunctionPage::setUpChoices(QWidget *choices)
+{
+    raiseChoices();
+    auto *row = new QHBoxLayout(choices);
+    row->setContentsMargins(16, 8, 16, 8);
+    row->setSpacing(8);
+    row->addWidget(new QLabel(tr("压缩比："), choices));
+    auto *slider = new CompressSlideWidget(choices);
+    slider->setObjectName(QStringLiteral("compressSlider"));
+    row->addWidget(slider);
+    row->addStretch(1);
+
+    const double rate =
+        std::clamp(setting(FunctionKey::compressRate).toDouble(), smallestRate, wholeRate);
+    slider->setValue(sliderOfRate(rate));
+    m_list->setCompressRate(rate);
+    connect(slider, &CompressSlideWidget::valueChanged, this,
+            &MediaCompressFunctionPage::on_compressSlider_valueChanged);
+}
+
+void MediaCompressFunctionPage::on_compressSlider_valueChanged(int value)
+{
+    const double rate = rateOfSlider(value);
+    storeSetting(FunctionKey::compressRate, rate);
+    m_list->setCompressRate(rate);
+}

@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/VideoCompress/mediacompresslistitemwidget.h"
+
+#include "controls/toast.h"
+#include "MediaKits/FunctionPage/VideoCompress/compressarithmetic.h"
+#include "MediaKits/FunctionPage/VideoCompress/compresssettingsdialog.h"
+#include "MediaKits/FunctionPage/VideoCompress/mediacompresslistwidget.h"
+#include "MediaKits/MediaFormats/mediatexts.h"
+#include "MediaKits/MediaInfo/mediainfobase.h"
+
+#include <QFileInfo>
+
+namespace {
+
+constexpr int mismatchShownMs = 3000;
+
+TaskRowWidget::Kind compressRows()
+{
+    TaskRowWidget::Kind kind;
+    kind.page = MediaCompressListWidget::page;
+    kind.reportsFailures = false;
+    kind.form.detail = QLatin1String("Res");
+    kind.form.settingsButton = QLatin1String("btnCompressSet");
+    kind.form.sizeName = MediaCompressListItemWidget::tr("预计大小：");
+    kind.form.finishedSizeName = MediaCompressListItemWidget::tr("大小：");
+    return kind;
+}
+
+} // namespace
+
+MediaCompressListItemWidget::MediaCompressListItemWidget(QListWidgetItem *item, QWidget *parent)
+    : TaskRowWidget(RowItem(item), compressRows(), parent)
+{
+    takeSourceName();
+    const QString suffix = sourceSuffix().toLower();
+    param().format = suffix;
+    change([&](RowContent &content) {
+        content.out.format = suffix.toUpper();
+        content.outputSuffix = QLatin1Char('.') + suffix;
+        content.settings = tr("压缩设置");
+    });
+    probeSource();
+}
+
+void MediaCompressListItemWidget::connectForm(TaskRowForm &form)
+{
+    connect(&form, &TaskRowForm::settingsPressed, this,
+            &MediaCompressListItemWidget::on_btnCompressSet_clicked);
+}
+
+bool MediaCompressListItemWidget::acceptsSource(const MediaInfoBase &reader)
+{
+    if (reader.mediaKind() != MediaInfoBase::NothingUsable)
+        return true;
+    Toast::showToast(tr("文件格式与内容不匹配"), mismatchShownMs, Toast::centred, Toast::centred,
+                     window());
+    return false;
+}
+
+void MediaCompressListItemWidget::takeSource(const MediaInfoData &info)
+{
+    change([&](RowContent &content) {
+        content.in.detail = MediaFacts::sizeInPixels(info.video);
+        content.out.duration.clear();
+    });
+    applyRate(settings()->rate);
+}
+
+QSharedPointer<CompressSettingsParam> MediaCompressListItemWidget::settings() const
+{
+    return item().data(CompressSettingsRole).value<QSharedPointer<CompressSettingsParam>>();
+}
+
+void MediaCompressListItemWidget::applyRate(double rate)
+{
+    const auto present = settings();
+    present->advanced = false;
+    present->rate = rate;
+    present->encParam.clear();
+    applySettings(present);
+}
+
+void MediaCompressListItemWidget::applySettings(
+    const QSharedPointer<CompressSettingsParam> &settings)
+{
+    const auto info = sourceInfo();
+    if (!info)
+        return;
+    param().encParam = encParamFor(*settings, *info);
+    // Without a bitrate the conversion would run, but compress nothing.
+    task()->setEnabled(!param().encParam.isNull());
+    RowItem(item()).setData(CompressSettingsRole, QVariant::fromValue(settings));
+    showSettings(*settings, *info);
+}
+
+void MediaCompressListItemWidget::showSettings(const CompressSettingsParam &settings,
+                                               const MediaInfoData &info)
+{
+    const qint64 size = estimatedSize(settings, info);
+    const auto wanted = param().encParam;
+    const QString pixels = wanted ? MediaFacts::sizeInPixels(wanted->video) : QString();
+    change([&](RowContent &content) {
+        content.out.size = size < 0 ? tr("无法预估") : sizeText(size);
+        content.out.detail = pixels.isEmpty() ? content.in.detail : pixels;
+        content.hindrance = wanted ? QString() : tr("无法按比例压缩，请用高级设置");
+    });
+}
+
+void MediaCompressListItemWidget::on_btnCompressSet_clicked()
+{
+    const auto info = sourceInfo();
+    if (!info)
+        return;
+    CompressSettingsDialog dialog(this);
+    dialog.setMediaInfo(*info);
+    dialog.setParam(settings());
+    if (dialog.exec() == QDialog::Accepted && task())
+        applySettings(dialog.param());
+}
+
+void MediaCompressListItemWidget::readResult()
+{
+    change([this](RowContent &content) {
+        content.out.size = sizeText(QFileInfo(outputPath()).size());
+    });
+}

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/FunctionPage/Framework/taskrowwidget.h"
+#include "MediaKits/FunctionPage/VideoCompress/compresssettingsparam.h"
+
+/// Item data of this page's rows: `QSharedPointer<CompressSettingsParam>`.
+constexpr int CompressSettingsRole = Qt::UserRole + 5;
+
+/// One video to compress, which keeps its container.
+class MediaCompressListItemWidget : public TaskRowWidget
+{
+    Q_OBJECT
+
+public:
+    /// @param item holds the settings, too
+    MediaCompressListItemWidget(QListWidgetItem *item, QWidget *parent);
+
+    /// Compresses to a share of the source's size, whatever was set before.
+    void applyRate(double rate);
+    /// Nothing until the source is probed.
+    void applySettings(const QSharedPointer<CompressSettingsParam> &settings);
+
+public slots:
+    void on_btnCompressSet_clicked();
+
+protected:
+    void connectForm(TaskRowForm &form) override;
+    bool acceptsSource(const MediaInfoBase &reader) override;
+    void takeSource(const MediaInfoData &info) override;
+    void readResult() override;
+
+private:
+    QSharedPointer<CompressSettingsParam> settings() const;
+    void showSettings(const CompressSettingsParam &settings, const MediaInfoData &info);
+};

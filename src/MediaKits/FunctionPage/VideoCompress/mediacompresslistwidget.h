@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/FunctionPage/Framework/tasklistwidget.h"
+
+class MediaCompressListWidget : public TaskListWidget
+{
+    Q_OBJECT
+
+public:
+    /// Number of the page in usage tracking.
+    static constexpr int page = 2;
+
+    using TaskListWidget::TaskListWidget;
+
+    /// The rate of new rows and of those that have not begun, which lose other settings.
+    void setCompressRate(double rate);
+
+protected:
+    int trackingPage() const override { return page; }
+    bool needsPreset() const override { return false; }
+    QSharedPointer<MediaTask> createTask(const QString &path) override;
+    TaskRowWidget *createRow(QListWidgetItem *item) override;
+
+private:
+    double m_rate = 1.0;
+};

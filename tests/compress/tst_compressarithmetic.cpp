@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/VideoCompress/compressarithmetic.h"
+#include "MediaKits/FunctionPage/VideoCompress/compresschoices.h"
+#include "support/utf8.h"
+
+#include <QSize>
+#include <QtTest>
+
+namespace {
+
+MediaInfoData source(int videoKbps, int wholeKbps, const QVector<int> &audioKbps)
+{
+    MediaInfoData info;
+    info.format = QSharedPointer<MediaFormatInfo>::create();
+    info.format->duration = 1000;
+    info.format->fileSize = qint64(wholeKbps) * 125;
+    info.video = QSharedPointer<VEncParam>::create();
+    info.video->bitrate = videoKbps;
+    for (const int kbps : audioKbps) {
+        info.audios += QSharedPointer<AEncParam>::create();
+        info.audios.last()->bitrate = kbps;
+    }
+    return info;
+}
+
+CompressSettingsParam byRate(double rate)
+{
+    CompressSettingsParam settings;
+    settings.rate = rate;
+    return settings;
+}
+
+QString texts(const QVector<CompressChoice> &choices)
+{
+    QStringList all;
+    for (const CompressChoice &choice : choices)
+        all += choice.text;
+    return all.join(QLatin1Char('|'));
+}
+
+} // namespace
+
+class TestCompressArithmetic : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void sliderKeepsItsPlace();
+    void targetBitrate();
+    void estimates();
+    void ownValueLeads();
+};
+
+void TestCompressArithmetic::sliderKeepsItsPlace()
+{
+    for (int position = -80; position <= 0; ++position)
+        QCOMPARE(sliderOfRate(rateOfSlider(position)), position);
+    QCOMPARE(sliderOfRate(0.755), -24);
+    QCOMPARE(sizeRangeText(QStringLiteral("(%1-%2)MB"), mebibytes(100 << 20)),
+             QStringLiteral("(20-100)MB"));
+    QCOMPARE(sizeRangeText(QStringLiteral("(%1-%2)MB"), 12.3456), QStringLiteral("(2.47-12.35)MB"));
+}
+
+void TestCompressArithmetic::targetBitrate()
+{
+    struct Row
+    {
+        int video;
+        int whole;
+        double rate;
+        int target;
+    };
+    // Truncated, unchanged, what the sounds leave, nothing left, no length.
+    for (const Row &row : {Row{999, 2000, 0.5, 499}, Row{999, 2000, 1.0, 999},
+                           Row{0, 2000, 0.5, 900}, Row{0, 128, 0.5, 0}, Row{0, 0, 1.0, 0}}) {
+        const auto made = encParamFor(byRate(row.rate), source(row.video, row.whole, {128, 72}));
+        QCOMPARE(made ? made->video->bitrate : 0, row.target);
+        QVERIFY(!made || (made->video->width == 0 && !made->audio));
+    }
+}
+
+void TestCompressArithmetic::estimates()
+{
+    MediaInfoData info = source(4000, 5000, {128});
+    info.format->fileSize = qint64(10) << 30;
+    QCOMPARE(estimatedSize(byRate(0.5), info), qint64(5) << 30);
+    CompressSettingsParam settings = byRate(0.5);
+    settings.advanced = true;
+    settings.encParam = makeEncParam(VideoPart | AudioPart);
+    settings.encParam->video->bitrate = 3000;
+    QCOMPARE(estimatedSize(settings, info), qint64(7680) << 20);
+    info.video->bitrate = 0;
+    QCOMPARE(estimatedSize(settings, info), qint64(-1));
+    QCOMPARE(estimatedSize(byRate(0.5), info), qint64(-1));
+    // Sound alone: what the container has is no bitrate of pictures.
+    info.video.clear();
+    QVERIFY(!encParamFor(byRate(0.5), info));
+}
+
+void TestCompressArithmetic::ownValueLeads()
+{
+    VEncParam upright;
+    upright.width = 1280;
+    upright.height = 720;
+    upright.rotate = 90;
+    QCOMPARE(CompressChoices::resolutions(upright).first().text, QStringLiteral("720x1280 (自动)"));
+    upright.rotate = 180;
+    const auto sizes = CompressChoices::resolutions(upright);
+    QCOMPARE(sizes.first().text, QStringLiteral("1280x720 (自动)"));
+    QCOMPARE(sizes.first().value.toSize(), QSize(1280, 720));
+    QCOMPARE(sizes.size(), 17);
+
+    const QString rates =
+        utf8("25 fps (自动)|12 fps|15 fps|20 fps|23.97 fps|24 fps|25.97 fps|30 fps|50 fps|"
+             "59.94 fps|60 fps");
+    QCOMPARE(texts(CompressChoices::frameRates(25)), rates);
+    const auto unknown = CompressChoices::videoBitrates(0);
+    QCOMPARE(unknown.first().text, QStringLiteral("自动"));
+    QCOMPARE(unknown.first().value.toInt(), 0);
+}
+
+QTEST_GUILESS_MAIN(TestCompressArithmetic)
+#include "tst_compressarithmetic.moc"
