@@ -38,6 +38,14 @@ QString startFolder(const FileChooser::Request &request)
     return folder;
 }
 
+// A semicolon at the end would make Qt take the name of the filter for a pattern.
+QString cleanFilter(QString filter)
+{
+    while (filter.endsWith(QLatin1Char(';')))
+        filter.chop(1);
+    return filter;
+}
+
 void rememberFolderOf(const QString &file)
 {
     if (!file.isEmpty())
@@ -52,8 +60,8 @@ QStringList chooseFiles(QWidget *parent, const Request &request)
 {
     if (const auto answer = takeNextAnswer())
         return *answer;
-    const QStringList files =
-        QFileDialog::getOpenFileNames(parent, request.title, startFolder(request), request.filter);
+    const QStringList files = QFileDialog::getOpenFileNames(
+        parent, request.title, startFolder(request), cleanFilter(request.filter));
     rememberFolderOf(files.value(0));
     return files;
 }
@@ -62,8 +70,8 @@ QString chooseFile(QWidget *parent, const Request &request)
 {
     if (const auto answer = takeNextAnswer())
         return answer->value(0);
-    const QString file =
-        QFileDialog::getOpenFileName(parent, request.title, startFolder(request), request.filter);
+    const QString file = QFileDialog::getOpenFileName(parent, request.title, startFolder(request),
+                                                      cleanFilter(request.filter));
     rememberFolderOf(file);
     return file;
 }

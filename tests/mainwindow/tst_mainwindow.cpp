@@ -12,6 +12,7 @@
 #include "support/toolrun.h"
 
 #include <QCheckBox>
+#include <QDialog>
 #include <QMenu>
 #include <QStackedWidget>
 #include <QSystemTrayIcon>
@@ -91,6 +92,7 @@ private slots:
     void destructionRemovesTempDir();
     void secondStart_data();
     void secondStart();
+    void secondStartUnderDialog();
     void navigation();
     void navigationIsReported();
 };
@@ -220,6 +222,27 @@ void TestMainWindow::secondStart()
     QCOMPARE(child(window, "btnMax")->toolTip(), QStringLiteral("最大化"));
     QTRY_COMPARE(window.geometry(), place);
     runTool(QStringLiteral("xdotool"), {QStringLiteral("set_desktop"), QStringLiteral("0")});
+}
+
+void TestMainWindow::secondStartUnderDialog()
+{
+    MainWindow window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    const WId native = window.winId();
+    QDialog dialog(&window);
+    dialog.setModal(true);
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    window.showMinimized();
+    QTRY_VERIFY(!dialog.isActiveWindow());
+
+    emit static_cast<StartedTwice *>(qApp)->messageReceived(QStringLiteral("runing"));
+    QTRY_VERIFY(dialog.isActiveWindow());
+    QTRY_VERIFY(!window.isMinimized());
+    // The dialog still belongs to the window, and lies above it.
+    QCOMPARE(window.winId(), native);
+    QTRY_VERIFY(stackPlace(dialog) > stackPlace(window));
 }
 
 void TestMainWindow::navigation()

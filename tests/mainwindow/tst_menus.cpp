@@ -11,6 +11,8 @@
 #include "support/guisupport.h"
 
 #include <QDesktopServices>
+#include <QFileDialog>
+#include <QFileSystemModel>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -44,6 +46,7 @@ private slots:
     void feedbackLimit();
     void feedbackSubmit();
     void feedbackImage();
+    void feedbackOffersImages();
     void links();
     void openUrl(const QUrl &url) { m_opened = url; }
 
@@ -211,6 +214,20 @@ void TestMenus::feedbackImage()
         const QImage look = child(dialog, "btnImage2")->grab().toImage();
         QVERIFY2(look.pixelColor(look.rect().center()) == QColor(Qt::green), name);
     }
+}
+
+void TestMenus::feedbackOffersImages()
+{
+    FeedbackDialog dialog;
+    QStringList patterns;
+    QTimer::singleShot(0, this, [&patterns] {
+        auto *chooser = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
+        QVERIFY(chooser != nullptr);
+        patterns = chooser->findChild<QFileSystemModel *>()->nameFilters();
+        chooser->reject();
+    });
+    press(dialog, "btnImage1");
+    QCOMPARE(patterns, QStringList({QStringLiteral("*png"), QStringLiteral("*jpg")}));
 }
 
 void TestMenus::links()

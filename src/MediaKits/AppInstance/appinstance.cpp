@@ -101,8 +101,8 @@ AppInstance::AppInstance(int &argc, char **argv)
     startTracking();
     decideScale();
     chooseWindowSystem();
-    // Qt's own answer to a log-out is to close all windows and to call it off when one stays, as the
-    // main window does, which only hides.
+    // Qt's own answer to a log-out is to close all windows and to call it off when one stays, as
+    // the main window does, which only hides.
     QGuiApplication::setFallbackSessionManagementEnabled(false);
     m_application = std::make_unique<MyApplication>(applicationId, argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);

@@ -121,9 +121,10 @@ void MainWindow::on_btnClose_clicked()
 
 void MainWindow::leave(ExitMode mode)
 {
-    if (mode == ExitMode::ToTray)
+    // Also for a number that the file shouldn't hold: a close button has to do something.
+    if (mode != ExitMode::Leave)
         hide();
-    else if (mode == ExitMode::Leave)
+    else
         QCoreApplication::exit(0);
 }
 
@@ -160,6 +161,14 @@ void MainWindow::on_btnCService_clicked()
 
 void MainWindow::sltMessageReceived(const QString & /*msg*/)
 {
+    if (QWidget *modal = QApplication::activeModalWidget()) {
+        // It would stay behind with the native window that a change of the flags gives up.
+        showNormal();
+        raise();
+        modal->raise();
+        modal->activateWindow();
+        return;
+    }
     const Qt::WindowFlags flags = windowFlags();
     // A change of the flags makes a new native window, which has forgotten its normal place.
     const QRect normalPlace = isMaximized() ? normalGeometry() : geometry();

@@ -43,9 +43,11 @@ void appendRow(QListWidget *list, std::unique_ptr<QListWidgetItem> item)
     list->setItemWidget(added, row);
 }
 
-std::unique_ptr<QListWidgetItem> makeItem(quint32 id, const QVariant &record)
+// The name is for screen readers: the row's widget shows it.
+std::unique_ptr<QListWidgetItem> makeItem(quint32 id, const QString &name, const QVariant &record)
 {
     auto item = std::make_unique<QListWidgetItem>();
+    item->setData(Qt::AccessibleTextRole, name);
     item->setData(FormatIdRole, id);
     item->setData(FormatRecordRole, record);
     return item;
@@ -117,7 +119,8 @@ void MediaFormatDialog::fillCategories(quint32 category)
         const auto record = catalog().category(id);
         if (record->type != shown->type)
             continue;
-        appendRow<CategoryItemWidget>(list, makeItem(id, QVariant::fromValue(record)));
+        appendRow<CategoryItemWidget>(list,
+                                      makeItem(id, record->title, QVariant::fromValue(record)));
         if (id == category)
             list->setCurrentRow(list->count() - 1);
     }
@@ -133,7 +136,8 @@ void MediaFormatDialog::fillPresets(quint32 category, quint32 current)
         if (preset->displayCategoryID != category ||
             (m_hideKeepSource && catalog().isKeepSource(id)))
             continue;
-        appendRow<EncParamInfoItemWidget>(list, makeItem(id, QVariant::fromValue(preset)));
+        appendRow<EncParamInfoItemWidget>(list,
+                                          makeItem(id, preset->name, QVariant::fromValue(preset)));
         if (id == current)
             list->setCurrentRow(list->count() - 1);
     }
@@ -159,8 +163,12 @@ void MediaFormatDialog::fillHistory()
 void MediaFormatDialog::addHistoryItem(quint32 id)
 {
     QListWidget *const list = m_ui->lwdtHistory;
-    auto item = makeItem(id, QVariant::fromValue(catalog().category(catalog().categoryOf(id))));
-    item->setData(RecentPresetRole, QVariant::fromValue(catalog().encParam(id)));
+    const auto category = catalog().category(catalog().categoryOf(id));
+    const auto preset = catalog().encParam(id);
+    const QString name =
+        category ? category->title + QLatin1Char(' ') + preset->name : preset->name;
+    auto item = makeItem(id, name, QVariant::fromValue(category));
+    item->setData(RecentPresetRole, QVariant::fromValue(preset));
     QListWidgetItem *const added = item.get();
     appendRow<HistoryItemWidget>(list, std::move(item));
     connect(qobject_cast<HistoryItemWidget *>(list->itemWidget(added)),
