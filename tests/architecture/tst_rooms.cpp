@@ -56,12 +56,15 @@ const QVector<Room> &rooms()
         room("compresspage", "MediaKits/FunctionPage/VideoCompress/",
              "framework player controls tracking tasks probing formats stores catalogue log "
              "platform"),
+        room("mergepage", "MediaKits/FunctionPage/VideoMerge/",
+             "framework player controls tracking tasks probing formats stores catalogue log "
+             "platform"),
         room("audiopage", "MediaKits/FunctionPage/AudioConvert/",
              "framework player controls tracking tasks probing formats stores catalogue log "
              "platform"),
         room("mainwindow", "MediaKits/MainWindow/",
-             "convertpage compresspage audiopage framework player updater browser controls "
-             "tracking formats stores log platform"),
+             "convertpage compresspage mergepage audiopage framework player updater browser "
+             "controls tracking formats stores log platform"),
         room("resources", "resources/", "controls"),
         room("displayscale", "MediaKits/AppInstance/displayscale", "platform"),
         room("program", "MediaKits/AppInstance/",

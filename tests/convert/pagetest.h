@@ -60,19 +60,17 @@ public:
     }
 
     QListWidget *list() const { return child<QListWidget>(*page, "convertList"); }
-    TaskRowWidget *row(int index) const
-    {
-        return qobject_cast<TaskRowWidget *>(list()->itemWidget(list()->item(index)));
-    }
+    QWidget *rowWidget(int index) const { return list()->itemWidget(list()->item(index)); }
+    TaskRowWidget *row(int index) const { return qobject_cast<TaskRowWidget *>(rowWidget(index)); }
     MediaTask::State state(int index) const { return row(index)->task()->state(); }
     QString text(int index, const char *label) const
     {
-        return child<QLabel>(*row(index), label)->text();
+        return child<QLabel>(*rowWidget(index), label)->text();
     }
     /// 0 idle, 1 working, 2 done
     int statePage(int index) const
     {
-        return child<QStackedWidget>(*row(index), "swdtState")->currentIndex();
+        return child<QStackedWidget>(*rowWidget(index), "swdtState")->currentIndex();
     }
     QString startAllText() const { return child<QPushButton>(*page, "btnConvertAll")->text(); }
     bool isEmptyShown() const

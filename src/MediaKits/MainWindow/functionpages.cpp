@@ -4,6 +4,7 @@
 #include "MediaKits/FunctionPage/AudioConvert/audioconvertfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoCompress/mediacompressfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoConvert/mediaconvertfunctionpage.h"
+#include "MediaKits/FunctionPage/VideoMerge/mediamergefunctionpage.h"
 #include "MediaKits/MainWindow/emptypage.h"
 #include "MediaKits/MainWindow/functionpage.h"
 #include "MediaKits/MainWindow/homepage.h"
@@ -37,7 +38,7 @@ const QVector<FunctionPageEntry> &functionPages()
         entry("Compressor", FunctionPage::tr("视频压缩"), "compressor",
               makePage<MediaCompressFunctionPage>),
         entry("Cutter", FunctionPage::tr("视频剪裁"), "cutter"),
-        entry("Merger", FunctionPage::tr("视频合并"), "merger"),
+        entry("Merger", FunctionPage::tr("视频合并"), "merger", makePage<MediaMergeFunctionPage>),
         entry("Beautifier", FunctionPage::tr("视频美化"), "beautifier"),
         entry("Gif", FunctionPage::tr("视频转GIF"), "gif"),
         entry("Dubbing", FunctionPage::tr("视频配乐"), "dubbing"),

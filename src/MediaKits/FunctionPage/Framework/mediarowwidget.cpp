@@ -182,6 +182,13 @@ void MediaRowWidget::showProgress(double progress)
     });
 }
 
+QVariantMap MediaRowWidget::previewInfo(int page, const QString &mode)
+{
+    return {{QStringLiteral("event"), QStringLiteral("video_preview_view")},
+            {QStringLiteral("track"), QVariantMap{{QStringLiteral("pageIndex"), page},
+                                                  {QStringLiteral("video_preview_mode"), mode}}}};
+}
+
 void MediaRowWidget::showCutNotice()
 {
     Toast::showToast(tr("剪裁功能正在建设中"), noticeMs, Toast::centred, Toast::centred, window());

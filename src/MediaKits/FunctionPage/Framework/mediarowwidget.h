@@ -5,6 +5,7 @@
 #include "MediaKits/FunctionPage/Framework/rowitem.h"
 #include "MediaKits/MediaTasksManager/mediatask.h"
 
+#include <QVariantMap>
 #include <QWidget>
 
 #include <functional>
@@ -34,6 +35,11 @@ public:
     /// unless a name is being typed there. Tells whether widgets were made.
     bool setInSight(bool inSight);
     const RowContent &content() const { return m_content; }
+
+    /// What the preview window is told along with a finished file.
+    /// @param page number of the page in usage tracking
+    /// @param mode "手动" or "自动"
+    static QVariantMap previewInfo(int page, const QString &mode);
 
 public slots:
     virtual void on_btnDel_clicked() = 0;

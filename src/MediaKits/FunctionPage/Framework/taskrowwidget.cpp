@@ -220,7 +220,7 @@ void TaskRowWidget::showDone()
     readResult();
     trackEvent(m_kind.page, QStringLiteral("video_convert_submit"));
     trackEnded(true);
-    MediaPreviewWnd::addFinished(outputPath(), previewInfo(QStringLiteral("自动")));
+    MediaPreviewWnd::addFinished(outputPath(), previewInfo(m_kind.page, QStringLiteral("自动")));
 }
 
 void TaskRowWidget::readResult()
@@ -229,13 +229,6 @@ void TaskRowWidget::readResult()
         change([&](RowContent &content) { content.out.takeFile(*info.format); });
         takeResult(info);
     });
-}
-
-QVariantMap TaskRowWidget::previewInfo(const QString &mode) const
-{
-    return {{QStringLiteral("event"), QStringLiteral("video_preview_view")},
-            {QStringLiteral("track"), QVariantMap{{QStringLiteral("pageIndex"), m_kind.page},
-                                                  {QStringLiteral("video_preview_mode"), mode}}}};
 }
 
 void TaskRowWidget::trackEnded(bool success) const
@@ -289,7 +282,7 @@ void TaskRowWidget::on_btnOpenDir_clicked()
 
 void TaskRowWidget::on_btnPlayDst_clicked()
 {
-    MediaPreviewWnd::showFile(outputPath(), previewInfo(QStringLiteral("手动")));
+    MediaPreviewWnd::showFile(outputPath(), previewInfo(m_kind.page, QStringLiteral("手动")));
 }
 
 void TaskRowWidget::on_btnErrorDetail_clicked()

@@ -7,8 +7,6 @@
 #include "MediaKits/FunctionPage/Framework/worktimer.h"
 #include "MediaKits/MediaTasksManager/converttaskparam.h"
 
-#include <QVariantMap>
-
 /// Base of the rows that show one task, which is data of the row's item, too.
 class TaskRowWidget : public MediaRowWidget
 {
@@ -78,8 +76,6 @@ private:
     void showDone();
     void takeOutputName(const QString &typed);
     void trackEnded(bool success) const;
-    /// @param mode "手动" or "自动"
-    QVariantMap previewInfo(const QString &mode) const;
 
     const Kind m_kind;
     WorkTimer m_workTimer;

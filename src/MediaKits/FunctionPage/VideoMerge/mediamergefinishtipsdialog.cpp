@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/VideoMerge/mediamergefinishtipsdialog.h"
+
+#include "MediaKits/MediaFormats/revealfile.h"
+#include "ui_mediamergefinishtipsdialog.h"
+
+MediaMergeFinishTipsDialog::MediaMergeFinishTipsDialog(const QString &path, QWidget *parent)
+    : DialogFrame(parent), m_path(path)
+{
+    Ui::MediaMergeFinishTipsDialog form;
+    setUpForm(form);
+    setTitle(tr("提示"));
+}
+
+void MediaMergeFinishTipsDialog::on_btnOpen_clicked()
+{
+    revealInFileManager(m_path);
+    accept();
+}
+
+void MediaMergeFinishTipsDialog::on_btnCancel_clicked()
+{
+    reject();
+}

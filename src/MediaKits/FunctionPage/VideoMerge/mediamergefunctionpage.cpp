@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/VideoMerge/mediamergefunctionpage.h"
+
+#include "MediaKits/AppInstance/LocalStore/functionsettings.h"
+#include "MediaKits/FunctionPage/VideoMerge/mediamergelistwidget.h"
+#include "MediaKits/MediaFormats/mediaformats.h"
+
+#include <QBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QVariant>
+
+namespace {
+constexpr QSize nameSize(240, 32);
+}
+
+MediaMergeFunctionPage::MediaMergeFunctionPage(QWidget *parent)
+    : PresetListPage(
+          {MediaMergeListWidget::page, FunctionSection::merger, VideoFormatClass, videoFormats},
+          parent)
+{
+}
+
+MediaRowsWidget *MediaMergeFunctionPage::createRows(QWidget *parent)
+{
+    m_list = new MediaMergeListWidget(parent);
+    return m_list;
+}
+
+void MediaMergeFunctionPage::setUpChoices(QWidget *choices)
+{
+    PresetListPage::setUpChoices(choices);
+    raiseChoices();
+    nameStart(QStringLiteral("btnMerge"), tr("开始合并"), tr("正在合并"));
+
+    auto *row = static_cast<QBoxLayout *>(choices->layout());
+    row->setContentsMargins(16, 12, 16, 12);
+    row->addStretch(1);
+    row->addWidget(new QLabel(tr("视频名称："), choices));
+    m_ledtOutName = new QLineEdit(setting(FunctionKey::outName).toString(), choices);
+    m_ledtOutName->setObjectName(QStringLiteral("ledtOutName"));
+    m_ledtOutName->setAccessibleName(tr("视频名称"));
+    m_ledtOutName->setPlaceholderText(MediaMergeListWidget::defaultName());
+    m_ledtOutName->setFixedSize(nameSize);
+    row->addWidget(m_ledtOutName);
+    m_list->setOutName(m_ledtOutName->text());
+    connect(m_ledtOutName, &QLineEdit::textChanged, this,
+            &MediaMergeFunctionPage::on_ledtOutName_textChanged);
+}
+
+void MediaMergeFunctionPage::on_btnMerge_clicked()
+{
+    m_list->setOutName(m_ledtOutName->text());
+    m_list->merge();
+}
+
+void MediaMergeFunctionPage::on_ledtOutName_textChanged(const QString &arg1)
+{
+    storeSetting(FunctionKey::outName, arg1);
+    m_list->setOutName(arg1);
+}

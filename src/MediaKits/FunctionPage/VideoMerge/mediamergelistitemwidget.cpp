@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/VideoMerge/mediamergelistitemwidget.h"
+
+#include "MediaKits/FunctionPage/VideoMerge/mergerowform.h"
+#include "MediaKits/MediaFormats/mediatexts.h"
+
+MediaMergeListItemWidget::MediaMergeListItemWidget(QListWidgetItem *item, QWidget *parent)
+    : MediaRowWidget(RowItem(item), parent)
+{
+    watchTask();
+    probeSource();
+    showSelection();
+}
+
+QSharedPointer<InputFileMediaParam> MediaMergeListItemWidget::inputOf(const RowItem &item)
+{
+    return item.data(MergeInputRole).value<QSharedPointer<InputFileMediaParam>>();
+}
+
+void MediaMergeListItemWidget::watchTask()
+{
+    const auto task = item().data(MergeTaskRole).value<QSharedPointer<MediaTask>>();
+    connect(task.data(), &MediaTask::taskOperateChanged, this,
+            &MediaMergeListItemWidget::showOperate);
+    connect(task.data(), &MediaTask::taskProgress, this, &MediaMergeListItemWidget::showProgress);
+    connect(task.data(), &MediaTask::taskStateChanged, this, [this](MediaTask::State state) {
+        if (MediaTask::isFinal(state))
+            showOperate(MediaTask::OperateDequeued);
+    });
+    // A row that was moved may be made while the task is at work.
+    if (task->manager())
+        showOperate(MediaTask::OperateQueued);
+}
+
+RowForm *MediaMergeListItemWidget::createForm()
+{
+    m_form = new MergeRowForm(this);
+    m_form->setPosition(m_position);
+    connect(m_form, &MergeRowForm::upPressed, this, &MediaMergeListItemWidget::on_btnUp_clicked);
+    connect(m_form, &MergeRowForm::downPressed, this,
+            &MediaMergeListItemWidget::on_btnDown_clicked);
+    connect(m_form, &MergeRowForm::cutPressed, this,
+            &MediaMergeListItemWidget::on_btnCutSettting_clicked);
+    return m_form;
+}
+
+void MediaMergeListItemWidget::setPosition(int position)
+{
+    if (m_position == position)
+        return;
+    m_position = position;
+    if (m_form)
+        m_form->setPosition(position);
+}
+
+void MediaMergeListItemWidget::keepSource(const QSharedPointer<MediaInfoData> &info)
+{
+    const auto input = inputOf(item());
+    input->sourceInfo = info;
+    input->durationMs = int(info->format->duration);
+}
+
+void MediaMergeListItemWidget::takeSource(const MediaInfoData &info)
+{
+    change([&](RowContent &content) { content.in.detail = MediaFacts::sizeInPixels(info.video); });
+    showSelection();
+}
+
+void MediaMergeListItemWidget::showSelection()
+{
+    const auto input = inputOf(item());
+    const auto crop = input->cropRect;
+    const auto span = input->timeRange;
+    change([&](RowContent &content) {
+        content.out.detail = crop ? MediaFacts::sizeInPixels(crop->width, crop->height) : QString();
+        content.out.duration =
+            span ? QStringLiteral("%1-%2").arg(timeText(span->start), timeText(span->end))
+                 : QString();
+    });
+}
+
+void MediaMergeListItemWidget::on_btnDel_clicked()
+{
+    emit itemDeleted();
+}
+
+void MediaMergeListItemWidget::on_btnUp_clicked()
+{
+    emit itemOperateActive(item().listItem(), MoveUp);
+}
+
+void MediaMergeListItemWidget::on_btnDown_clicked()
+{
+    emit itemOperateActive(item().listItem(), MoveDown);
+}
+
+void MediaMergeListItemWidget::on_btnCutSettting_clicked()
+{
+    showCutNotice();
+}

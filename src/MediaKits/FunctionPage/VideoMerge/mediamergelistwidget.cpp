@@ -1,0 +1,250 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/VideoMerge/mediamergelistwidget.h"
+
+#include "catalogue/encparamcatalog.h"
+#include "MediaKits/DataTracker/oskdatatracker.h"
+#include "MediaKits/DataTracker/trackevent.h"
+#include "MediaKits/FunctionPage/Framework/mediamessagebox.h"
+#include "MediaKits/FunctionPage/Framework/rowlist.h"
+#include "MediaKits/FunctionPage/VideoMerge/mediamergefinishtipsdialog.h"
+#include "MediaKits/MediaTasksManager/grouptaskfactory.h"
+#include "MediaKits/MediaTasksManager/mediamovetask.h"
+#include "MediaKits/Player/mediapreviewwnd.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QVariant>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int dispatchIntervalMs = 500;
+constexpr int runningLimit = 1;
+constexpr int fewestInputs = 2;
+constexpr int startEvent = 20;
+
+} // namespace
+
+MediaMergeListWidget::MediaMergeListWidget(QWidget *parent)
+    : MediaRowsWidget(parent),
+      m_manager(dispatchIntervalMs, runningLimit),
+      m_task(createGroupTask(ConcatKind)),
+      m_list(new RowList)
+{
+    qRegisterMetaType<MediaMergeListItemWidget::ItemOperate>(
+        "MediaMergeListItemWidget::ItemOperate");
+    m_task->setParam(new ConcatTaskParam);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_list);
+    connect(this, &MediaMergeListWidget::taskStateChanged, this,
+            [this](TaskState state) { emit taskGrpStateChanged(defaultName(), state); });
+    watchTask();
+}
+
+MediaMergeListWidget::~MediaMergeListWidget()
+{
+    // While all that the task's last signals could reach still lives.
+    m_task->disconnect(this);
+    stop();
+    m_list->clearRows();
+}
+
+QString MediaMergeListWidget::defaultName()
+{
+    return tr("合并视频");
+}
+
+ConcatTaskParam &MediaMergeListWidget::param() const
+{
+    return *static_cast<ConcatTaskParam *>(m_task->param());
+}
+
+void MediaMergeListWidget::watchTask()
+{
+    connect(m_task.data(), &MediaTask::taskStateChanged, this, &MediaMergeListWidget::onTaskState);
+    connect(m_task.data(), &MediaTask::taskOperateChanged, this, [this](MediaTask::Operate now) {
+        if (now == MediaTask::OperateDequeued)
+            emit taskStateChanged(GroupEnded);
+    });
+    connect(m_task.data(), &MediaTask::taskCustomeMsgCome, this,
+            [this](int type, MediaTask *sender, const QVariant &value) {
+                if (type != MediaTask::OutputMoved || !qobject_cast<MediaMoveTask *>(sender))
+                    return;
+                m_result = value.toString();
+                param().outputName = QFileInfo(m_result).completeBaseName();
+            });
+}
+
+void MediaMergeListWidget::onTaskState(MediaTask::State state)
+{
+    if (state == MediaTask::START)
+        OskDataTracker::instance().trackTableEvent(startEvent);
+    // What follows may open a window, after all others have heard of the end.
+    else if (MediaTask::isFinal(state))
+        QMetaObject::invokeMethod(
+            this, [this, state] { onEnded(state); }, Qt::QueuedConnection);
+}
+
+void MediaMergeListWidget::onEnded(MediaTask::State state)
+{
+    m_manager.stopTimer();
+    emit taskStateChanged(GroupEnded);
+    if (state == MediaTask::FINISHED) {
+        finish();
+    } else if (state == MediaTask::ERROR) {
+        trackEnded(false);
+        MediaMessageBox::showMessage(tr("提示"), tr("合并失败"), this);
+    }
+}
+
+void MediaMergeListWidget::finish()
+{
+    renumber();
+    addHistory(defaultName(), m_result);
+    trackEvent(page, QStringLiteral("video_convert_submit"));
+    trackEnded(true);
+    MediaPreviewWnd::addFinished(m_result,
+                                 MediaRowWidget::previewInfo(page, QStringLiteral("自动")));
+    auto *tips = new MediaMergeFinishTipsDialog(m_result, this);
+    tips->setAttribute(Qt::WA_DeleteOnClose);
+    tips->open();
+}
+
+void MediaMergeListWidget::trackEnded(bool success) const
+{
+    QVariantMap params{{QStringLiteral("is_convert_success"), success},
+                       {QStringLiteral("output_format"), param().format}};
+    if (!success)
+        params.insert(QStringLiteral("convert_fail_reason"), m_task->failure().cause);
+    trackEvent(page, QStringLiteral("convert_success"), params);
+}
+
+void MediaMergeListWidget::setEncParamInfoID(quint32 id)
+{
+    MediaRowsWidget::setEncParamInfoID(id);
+    const EncParamCatalog &catalogue = EncParamCatalog::instance();
+    const auto preset = catalogue.encParam(id);
+    const auto category = preset ? catalogue.category(preset->displayCategoryID) : nullptr;
+    if (!category)
+        return;
+    param().encParam = preset;
+    param().format = category->title.toLower();
+}
+
+void MediaMergeListWidget::setOutPath(const QString &path)
+{
+    MediaRowsWidget::setOutPath(path);
+    param().outputDir = path;
+}
+
+void MediaMergeListWidget::setOutName(const QString &name)
+{
+    QString fileName = name.trimmed().isEmpty() ? defaultName() : name;
+    // A name is one file's in the output folder, whatever is typed.
+    param().outputName = fileName.replace(QLatin1Char('/'), QLatin1Char('_'));
+}
+
+void MediaMergeListWidget::stop()
+{
+    m_task->stop();
+    m_manager.removeTask(m_task.data());
+}
+
+void MediaMergeListWidget::merge()
+{
+    trackEvent(page, QStringLiteral("video_convert_start"));
+    m_task->stop();
+    const QVector<MediaRowWidget *> rows = m_list->rows();
+    if (rows.size() < fewestInputs) {
+        MediaMessageBox::showMessage(tr("提示"), tr("至少需要两个视频才可以合并"), this);
+        return;
+    }
+    if (m_task->state() == MediaTask::RUNNING || presetIsMissing())
+        return;
+    param().files.clear();
+    for (const MediaRowWidget *row : rows)
+        param().files += MediaMergeListItemWidget::inputOf(row->item());
+    m_manager.startTimer();
+    if (m_manager.addTask(m_task.data()))
+        emit taskStateChanged(GroupStarted);
+}
+
+void MediaMergeListWidget::addFiles(const QStringList &files)
+{
+    stop();
+    MediaRowsWidget::addFiles(files);
+}
+
+void MediaMergeListWidget::addFile(const QString &path)
+{
+    QListWidgetItem *item = m_list->addPath(path);
+    const auto input = QSharedPointer<InputFileMediaParam>::create();
+    input->file = path;
+    input->format = QFileInfo(path).suffix().toUpper();
+    item->setData(MergeInputRole, QVariant::fromValue(input));
+    item->setData(MergeTaskRole, QVariant::fromValue(m_task));
+    addRow(item);
+    renumber();
+    if (m_list->count() == 1)
+        emit mediaListEmptyChanged(false);
+}
+
+void MediaMergeListWidget::addRow(QListWidgetItem *item)
+{
+    auto *row = new MediaMergeListItemWidget(item, this);
+    connect(row, &MediaMergeListItemWidget::itemDeleted, this, [this, row] { deleteRow(row); });
+    connect(row, &MediaMergeListItemWidget::itemOperateActive, this, &MediaMergeListWidget::move);
+    m_list->showRow(row);
+}
+
+void MediaMergeListWidget::deleteRow(MediaMergeListItemWidget *row)
+{
+    m_list->deleteRow(row);
+    renumber();
+    if (m_list->count() == 0)
+        emit mediaListEmptyChanged(true);
+}
+
+void MediaMergeListWidget::clear()
+{
+    stop();
+    if (m_list->count() == 0)
+        return;
+    m_list->clearRows();
+    emit mediaListEmptyChanged(true);
+}
+
+void MediaMergeListWidget::move(QListWidgetItem *item,
+                                MediaMergeListItemWidget::ItemOperate operate)
+{
+    const int from = m_list->row(item);
+    const int to = operate == MediaMergeListItemWidget::MoveUp ? from - 1 : from + 1;
+    if (from < 0 || to < 0 || to >= m_list->count())
+        return;
+    MediaRowWidget *old = m_list->rowOf(item);
+    const bool hadFocus = old->isAncestorOf(QApplication::focusWidget());
+    m_list->takeItemOf(old);
+    m_list->insertItem(to, item);
+    addRow(item);
+    renumber();
+    m_list->scrollToItem(item);
+    if (hadFocus)
+        m_list->rowOf(item)->setFocus();
+}
+
+void MediaMergeListWidget::renumber()
+{
+    const QVector<MediaRowWidget *> rows = m_list->rows();
+    const int last = rows.size() - 1;
+    for (int i = 0; i <= last; ++i) {
+        int position = MediaMergeListItemWidget::MiddlePosition;
+        if (last == 0)
+            position = MediaMergeListItemWidget::OnlyPosition;
+        else if (i == 0)
+            position = MediaMergeListItemWidget::FirstPosition;
+        else if (i == last)
+            position = MediaMergeListItemWidget::LastPosition;
+        static_cast<MediaMergeListItemWidget *>(rows[i])->setPosition(position);
+    }
+}

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/FunctionPage/Framework/mediarowswidget.h"
+#include "MediaKits/FunctionPage/VideoMerge/mediamergelistitemwidget.h"
+#include "MediaKits/MediaTasksManager/concattask.h"
+#include "MediaKits/MediaTasksManager/mediatasksmanager.h"
+
+class RowList;
+
+/// The inputs of a merge in their order, and the one task that joins them.
+class MediaMergeListWidget : public MediaRowsWidget
+{
+    Q_OBJECT
+
+public:
+    using TaskState = TaskGrpState;
+    /// Number of the page in usage tracking.
+    static constexpr int page = 4;
+
+    explicit MediaMergeListWidget(QWidget *parent = nullptr);
+    ~MediaMergeListWidget() override;
+
+    /// Stops a merge.
+    void addFiles(const QStringList &files) override;
+    void addFile(const QString &path) override;
+    void clear() override;
+    void setEncParamInfoID(quint32 id) override;
+    void setOutPath(const QString &path) override;
+    /// Base name of the result; an empty one stands for the default.
+    void setOutName(const QString &name);
+    static QString defaultName();
+
+    /// Starts the merge. One that runs is stopped, one that waits goes on waiting.
+    void merge();
+    void convertAll(const QString &) override { merge(); }
+
+signals:
+    void taskStateChanged(MediaMergeListWidget::TaskState state);
+
+protected:
+    int trackingPage() const override { return page; }
+
+private:
+    void watchTask();
+    void onTaskState(MediaTask::State state);
+    void onEnded(MediaTask::State state);
+    void finish();
+    void trackEnded(bool success) const;
+    void stop();
+    void addRow(QListWidgetItem *item);
+    void deleteRow(MediaMergeListItemWidget *row);
+    void move(QListWidgetItem *item, MediaMergeListItemWidget::ItemOperate operate);
+    void renumber();
+    ConcatTaskParam &param() const;
+
+    MediaTasksManager m_manager;
+    QSharedPointer<MediaTask> m_task;
+    RowList *m_list;
+    QString m_result; ///< path of the last finished merge
+};

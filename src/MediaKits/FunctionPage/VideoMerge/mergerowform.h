@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/FunctionPage/Framework/rowform.h"
+
+#include <memory>
+
+namespace Ui {
+class MergeRowForm;
+}
+
+/// The widgets of one row of the merge list.
+class MergeRowForm : public RowForm
+{
+    Q_OBJECT
+
+public:
+    explicit MergeRowForm(QWidget *parent);
+    ~MergeRowForm() override;
+
+    /// `out` tells what the input is cut to: the picture's size and the time.
+    void showContent(const RowContent &content) override;
+    /// @param position a `MediaMergeListItemWidget::Position`
+    void setPosition(int position);
+
+signals:
+    void upPressed();
+    void downPressed();
+    void cutPressed();
+
+private:
+    const std::unique_ptr<Ui::MergeRowForm> m_ui;
+};
