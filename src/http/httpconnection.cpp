@@ -11,10 +11,10 @@
 
 namespace {
 
-constexpr long GetTimeoutSeconds = 3;
-constexpr long PostTimeoutSeconds = 5;
-constexpr long LowSpeedBytesPerSecond = 50;
-constexpr long LowSpeedSeconds = 5;
+constexpr long getTimeoutSeconds = 3;
+constexpr long postTimeoutSeconds = 5;
+constexpr long lowSpeedBytesPerSecond = 50;
+constexpr long lowSpeedSeconds = 5;
 
 // libcurl counts its initialisations without a lock of its own on some systems. A thread makes no
 // other call of libcurl before its own pair has begun, so a lock on the pairs is enough.
@@ -150,7 +150,7 @@ int HttpConnection::performGet(const std::string &url, const std::vector<std::st
         return CURLE_FAILED_INIT;
     }
     applyDebug(easy.get());
-    applyCommon(easy.get(), urlWithQuery(url, params), GetTimeoutSeconds, response);
+    applyCommon(easy.get(), urlWithQuery(url, params), getTimeoutSeconds, response);
     applyTlsMode(easy.get());
     const HeaderList lines = headerList(headers);
     curl_easy_setopt(easy.get(), CURLOPT_HTTPHEADER, lines.get());
@@ -170,10 +170,10 @@ int HttpConnection::performPost(const std::string &url, const std::vector<std::s
         curl_easy_setopt(easy.get(), CURLOPT_SSL_VERIFYPEER, 0L);
         curl_easy_setopt(easy.get(), CURLOPT_SSL_VERIFYHOST, 0L);
     }
-    applyCommon(easy.get(), url, PostTimeoutSeconds, response);
+    applyCommon(easy.get(), url, postTimeoutSeconds, response);
     curl_easy_setopt(easy.get(), CURLOPT_POST, 1L);
-    curl_easy_setopt(easy.get(), CURLOPT_LOW_SPEED_LIMIT, LowSpeedBytesPerSecond);
-    curl_easy_setopt(easy.get(), CURLOPT_LOW_SPEED_TIME, LowSpeedSeconds);
+    curl_easy_setopt(easy.get(), CURLOPT_LOW_SPEED_LIMIT, lowSpeedBytesPerSecond);
+    curl_easy_setopt(easy.get(), CURLOPT_LOW_SPEED_TIME, lowSpeedSeconds);
     applyTlsMode(easy.get());
     const HeaderList lines = headerList(headers);
     curl_easy_setopt(easy.get(), CURLOPT_HTTPHEADER, lines.get());

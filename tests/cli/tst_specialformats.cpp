@@ -151,6 +151,12 @@ void TestSpecialFormats::halfAnApeIsNone()
     QVERIFY(limited.exitCode != 0);
     QVERIFY(!limited.err.isEmpty());
     QVERIFY(!QFile::exists(ape));
+
+    QVERIFY(QFile::resize(wav, QFileInfo(wav).size() - 100));
+    const ToolRun cut = runTool(mac, {wav, ape, QStringLiteral("-c3000")});
+    QCOMPARE(cut.exitCode, 1);
+    QVERIFY(cut.err.contains(wav.toUtf8()));
+    QVERIFY(!QFile::exists(ape));
     QVERIFY(runTool(mac, {ape, wav, QStringLiteral("-c3000")}).exitCode != 0);
 }
 

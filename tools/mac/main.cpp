@@ -6,10 +6,12 @@
 #include "platform/utf8locale.h"
 
 #include <QCoreApplication>
+#include <QDataStream>
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 
+#include <array>
 #include <cstdio>
 
 namespace {
@@ -26,6 +28,36 @@ QString levelCommand(const QString &option)
 {
     static const QRegularExpression level(QStringLiteral("^-(c[123])000$"));
     return level.match(option).captured(1);
+}
+
+// Whether all the samples that a WAV file's header promises are there: the library waits for the
+// missing ones without end. A file of any other kind is left to the library to refuse.
+bool isComplete(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return true;
+    QDataStream stream(&file);
+    stream.setByteOrder(QDataStream::LittleEndian);
+    using Name = std::array<char, 4>;
+    Name name{};
+    quint32 size = 0;
+    const auto readHeader = [&] {
+        if (stream.readRawData(name.data(), int(name.size())) != int(name.size()))
+            return false;
+        stream >> size;
+        return stream.status() == QDataStream::Ok;
+    };
+    if (!readHeader() || name != Name{'R', 'I', 'F', 'F'} || !file.seek(12)) // "RIFF", size, "WAVE"
+        return true;
+    while (readHeader()) {
+        const qint64 end = file.pos() + qint64(size);
+        if (name == Name{'d', 'a', 't', 'a'})
+            return end <= file.size();
+        if (!file.seek(end + size % 2)) // chunks begin at even places
+            return true;
+    }
+    return false;
 }
 
 int encode(const QString &input, const QString &output, const QString &level)
@@ -63,6 +95,10 @@ int main(int argc, char *argv[])
     if (arguments.size() != 4 || level.isEmpty()) {
         say(QStringLiteral("mac IN.wav OUT.ape -c1000|-c2000|-c3000"));
         return usageExitCode;
+    }
+    if (!isComplete(arguments[1])) {
+        say(arguments[1] + QLatin1String(": the file ends before its sound does"));
+        return 1;
     }
     return encode(QFileInfo(arguments[1]).absoluteFilePath(),
                   QFileInfo(arguments[2]).absoluteFilePath(), level);

@@ -8,6 +8,8 @@
 
 #include <QDir>
 
+#include <algorithm>
+
 namespace {
 
 // Weights only compare the steps with each other: a part weighs its length in ms by this number,
@@ -46,6 +48,16 @@ QString ConcatTask::problem() const
     return outputProblem(finalPath());
 }
 
+// Whether the result has sound. Parts are joined by the place of their streams, so then every part
+// needs a track.
+bool ConcatTask::wantsSound() const
+{
+    return m_param->encParam && m_param->encParam->audio &&
+           std::any_of(m_param->files.begin(), m_param->files.end(), [](const auto &input) {
+               return !input->sourceInfo || !input->sourceInfo->audios.isEmpty();
+           });
+}
+
 ConvertTaskParam ConcatTask::partStep(int index, const QString &workDir)
 {
     const InputFileMediaParam &input = *m_param->files[index];
@@ -57,6 +69,7 @@ ConvertTaskParam ConcatTask::partStep(int index, const QString &workDir)
     step.cropRect = input.cropRect;
     step.timeRange = input.timeRange;
     step.encParam = m_param->encParam;
+    step.silentTrack = wantsSound();
     step.outputDir = workDir;
     step.outputName = QString::number(index);
     step.format = m_param->format;

@@ -53,6 +53,7 @@ protected:
 
 private:
     ConvertTaskParam partStep(int index, const QString &workDir);
+    bool wantsSound() const;
     QString finalPath() const;
 
     QSharedPointer<ConcatTaskParam> m_param;

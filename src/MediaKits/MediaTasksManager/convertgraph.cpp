@@ -64,6 +64,8 @@ public:
 
     bool hasCurrent() const { return !m_current.isEmpty(); }
     bool hasPending() const { return !m_pending.isEmpty(); }
+    // Nothing at all has been done to the stream.
+    bool isPlain() const { return !hasPending() && text().isEmpty(); }
     QString text() const { return m_graph.toString(); }
 
 private:
@@ -255,6 +257,11 @@ void appendWatermark(StreamGraph &graph, const Overlay &overlay)
     graph.append(FilterGraph::filter(QStringLiteral("overlay"), options));
 }
 
+bool isSilent(const ConvertTaskParam &param)
+{
+    return param.sourceInfo && param.sourceInfo->audios.isEmpty();
+}
+
 QString twoDecimals(float value)
 {
     return QString::number(double(value), 'f', 2);
@@ -335,13 +342,16 @@ QString videoGraphText(const ConvertTaskParam &param)
         else if (kind == QLatin1String("watermark"))
             appendWatermark(graph, overlay);
     }
+    // The outputs of graphs come before all other streams, and the picture before the sound.
+    if (param.silentTrack && isSilent(param) && graph.isPlain())
+        graph.append("null", QString());
     graph.flush();
     return graph.text();
 }
 
 QString audioGraphText(const ConvertTaskParam &param, int outputMs)
 {
-    const bool silent = param.sourceInfo && param.sourceInfo->audios.isEmpty();
+    const bool silent = isSilent(param);
     StreamGraph graph(QStringLiteral("art"), silent ? QString() : QStringLiteral("0:a"));
     const bool timed = param.beauty && !isNeutral(double(param.beauty->speed));
     const double pictureMs = timed ? outputMs / double(param.beauty->speed) : outputMs;
@@ -351,6 +361,10 @@ QString audioGraphText(const ConvertTaskParam &param, int outputMs)
         const QVariantMap dubbing = entry.toMap();
         if (dubbing.value(QStringLiteral("filter")).toString() == QLatin1String("dubbing"))
             appendDubbing(graph, dubbing, pictureMs);
+    }
+    if (param.silentTrack && silent && graph.isPlain() && pictureMs > 0.0) {
+        graph.append("anullsrc", QString());
+        graph.append("atrim", QStringLiteral("end=%1").arg(pictureMs / 1000.0));
     }
     if (!graph.hasPending())
         return {};

@@ -22,6 +22,8 @@ struct ConvertTaskParam : MediaTaskParam
     QString format;      ///< output suffix, which also decides the container
     int durationMs = 0;  ///< length of the source, 0 when unknown
     int speed = 0;       ///< encoder speed 1 (fastest) to 9 (slowest), 0 for the encoder's own
+    /// A source without sound gets a silent track, if its length is known.
+    bool silentTrack = false;
     QSharedPointer<EncParam> encParam;
     QSharedPointer<TimeSpan> timeRange;
     QSharedPointer<CropBox> cropRect;
