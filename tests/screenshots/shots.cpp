@@ -6,6 +6,7 @@
 #include "controls/toast.h"
 #include "MediaKits/AppInstance/LocalStore/encparamhistory.h"
 #include "MediaKits/AppInstance/LocalStore/historyrecord.h"
+#include "MediaKits/FunctionPage/AudioConvert/audioconvertfunctionpage.h"
 #include "MediaKits/FunctionPage/AudioConvert/audiocutdialog.h"
 #include "MediaKits/FunctionPage/Framework/convertspeedswitchmenu.h"
 #include "MediaKits/FunctionPage/Framework/failuredetailsdialog.h"
@@ -13,7 +14,12 @@
 #include "MediaKits/FunctionPage/Framework/mediaformatdialog.h"
 #include "MediaKits/FunctionPage/Framework/mediaformatsettipsdialog.h"
 #include "MediaKits/FunctionPage/Framework/mediaimportdialog.h"
+#include "MediaKits/FunctionPage/VideoCompress/compresssettingsdialog.h"
+#include "MediaKits/FunctionPage/VideoCompress/mediacompressfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoConvert/mediaconvertfunctionpage.h"
+#include "MediaKits/FunctionPage/VideoMerge/mediamergefinishtipsdialog.h"
+#include "MediaKits/FunctionPage/VideoMerge/mediamergefunctionpage.h"
+#include "MediaKits/FunctionPage/VideoMerge/mediamergelistitemwidget.h"
 #include "MediaKits/MainWindow/aboutmedialog.h"
 #include "MediaKits/MainWindow/customerservice.h"
 #include "MediaKits/MainWindow/exittipsdialog.h"
@@ -55,20 +61,55 @@ void showDialog(Stage &stage)
     stage.show(new Dialog(&stage.window()));
 }
 
-MediaConvertFunctionPage &convertPage(Stage &stage)
+template<class Page>
+Page &openPage(Stage &stage, const char *button)
 {
-    stage.press("btnConverter");
-    return *stage.window().findChild<MediaConvertFunctionPage *>();
+    stage.press(button);
+    return *stage.window().findChild<Page *>();
 }
 
-void fillConvertPage(Stage &stage)
+template<class Page>
+void fillPage(Stage &stage, const char *button)
 {
-    convertPage(stage).addFiles(stage.media());
+    openPage<Page>(stage, button).addFiles(stage.media());
+}
+
+void showCompressSettings(Stage &stage, bool advanced)
+{
+    MediaInfoData info;
+    info.format = QSharedPointer<MediaFormatInfo>::create();
+    info.format->fileSize = 734003200; // 700 MiB
+    info.format->duration = cutDurationMs;
+    info.video = QSharedPointer<VEncParam>::create();
+    info.video->width = 1920;
+    info.video->height = 1080;
+    info.video->bitrate = 9000;
+    info.audios.append(QSharedPointer<AEncParam>::create());
+    auto *dialog = new CompressSettingsDialog(&stage.window());
+    dialog->setMediaInfo(info);
+    const auto settings = QSharedPointer<CompressSettingsParam>::create();
+    settings->advanced = advanced;
+    settings->rate = 0.6;
+    dialog->setParam(settings);
+    stage.show(dialog);
+}
+
+// The second input has a part of its time and of its picture marked.
+void showCutInputs(Stage &stage)
+{
+    auto &page = openPage<MediaMergeFunctionPage>(stage, "btnMerger");
+    const auto rows = page.findChildren<MediaMergeListItemWidget *>();
+    if (rows.size() < 2)
+        return;
+    const auto input = MediaMergeListItemWidget::inputOf(rows[1]->item());
+    input->timeRange = QSharedPointer<TimeSpan>::create(TimeSpan{1000, 2000});
+    input->cropRect = QSharedPointer<CropBox>::create(CropBox{10, 20, 160, 120});
+    rows[1]->showSelection();
 }
 
 void startConverting(Stage &stage)
 {
-    MediaConvertFunctionPage &page = convertPage(stage);
+    auto &page = openPage<MediaConvertFunctionPage>(stage, "btnConverter");
     page.on_btnConvertAll_clicked();
     // Some rows are done then, while the longest still runs.
     const auto rows = page.findChildren<QPushButton *>(QStringLiteral("btnOpenDir"));
@@ -200,9 +241,28 @@ const QVector<Shot> &allShots()
         {QLatin1String("feedback"), [](Stage &stage) { showFeedback(stage, QString()); }},
         {QLatin1String("feedback-long"),
          [](Stage &stage) { showFeedback(stage, longText().repeated(3)); }},
-        {QLatin1String("page-to-come"), [](Stage &stage) { stage.press("btnCompressor"); }},
+        {QLatin1String("page-to-come"), [](Stage &stage) { stage.press("btnCutter"); }},
         {QLatin1String("convert-empty"), [](Stage &stage) { stage.press("btnConverter"); }},
-        {QLatin1String("convert-rows"), fillConvertPage},
+        {QLatin1String("convert-rows"),
+         [](Stage &stage) { fillPage<MediaConvertFunctionPage>(stage, "btnConverter"); }},
+        {QLatin1String("compress-empty"), [](Stage &stage) { stage.press("btnCompressor"); }},
+        {QLatin1String("compress-rows"),
+         [](Stage &stage) { fillPage<MediaCompressFunctionPage>(stage, "btnCompressor"); }},
+        {QLatin1String("compress-settings"),
+         [](Stage &stage) { showCompressSettings(stage, false); }},
+        {QLatin1String("compress-settings-own"),
+         [](Stage &stage) { showCompressSettings(stage, true); }},
+        {QLatin1String("merge-empty"), [](Stage &stage) { stage.press("btnMerger"); }},
+        {QLatin1String("merge-rows"),
+         [](Stage &stage) { fillPage<MediaMergeFunctionPage>(stage, "btnMerger"); }},
+        {QLatin1String("merge-cut"), showCutInputs},
+        {QLatin1String("merge-finished"),
+         [](Stage &stage) {
+             stage.show(new MediaMergeFinishTipsDialog(QStringLiteral("/home/output/合并视频.mp4"),
+                                                       &stage.window()));
+         }},
+        {QLatin1String("audio-rows"),
+         [](Stage &stage) { fillPage<AudioConvertFunctionPage>(stage, "btnAudioConverter"); }},
         {QLatin1String("formats-recent"), [](Stage &stage) { showFormats(stage, "btnHistory"); }},
         {QLatin1String("formats-video"), [](Stage &stage) { showFormats(stage, "btnVideo"); }},
         {QLatin1String("formats-audio"), [](Stage &stage) { showFormats(stage, "btnAudio"); }},
