@@ -56,6 +56,9 @@ const QVector<Room> &rooms()
         room("compresspage", "MediaKits/FunctionPage/VideoCompress/",
              "framework player controls tracking tasks probing formats stores catalogue log "
              "platform"),
+        room("cutpage", "MediaKits/FunctionPage/VideoCut/",
+             "framework player controls tracking tasks probing formats stores catalogue log "
+             "platform"),
         room("mergepage", "MediaKits/FunctionPage/VideoMerge/",
              "framework player controls tracking tasks probing formats stores catalogue log "
              "platform"),
@@ -63,8 +66,8 @@ const QVector<Room> &rooms()
              "framework player controls tracking tasks probing formats stores catalogue log "
              "platform"),
         room("mainwindow", "MediaKits/MainWindow/",
-             "convertpage compresspage mergepage audiopage framework player updater browser "
-             "controls tracking formats stores log platform"),
+             "convertpage compresspage cutpage mergepage audiopage framework player updater "
+             "browser controls tracking formats stores log platform"),
         room("resources", "resources/", "controls"),
         room("displayscale", "MediaKits/AppInstance/displayscale", "platform"),
         room("program", "MediaKits/AppInstance/",

@@ -9,6 +9,8 @@
 #include "MediaKits/FunctionPage/AudioConvert/audioconvertfunctionpage.h"
 #include "MediaKits/FunctionPage/AudioConvert/audiocutdialog.h"
 #include "MediaKits/FunctionPage/Framework/convertspeedswitchmenu.h"
+#include "MediaKits/FunctionPage/Framework/Cut/mutivideocutdialog.h"
+#include "MediaKits/FunctionPage/Framework/Cut/videocutdialog.h"
 #include "MediaKits/FunctionPage/Framework/failuredetailsdialog.h"
 #include "MediaKits/FunctionPage/Framework/historyrecordcovertdialog.h"
 #include "MediaKits/FunctionPage/Framework/mediaformatdialog.h"
@@ -17,6 +19,7 @@
 #include "MediaKits/FunctionPage/VideoCompress/compresssettingsdialog.h"
 #include "MediaKits/FunctionPage/VideoCompress/mediacompressfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoConvert/mediaconvertfunctionpage.h"
+#include "MediaKits/FunctionPage/VideoCut/mediacutfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergefinishtipsdialog.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergefunctionpage.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergelistitemwidget.h"
@@ -33,8 +36,10 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QSpinBox>
 #include <QTest>
 #include <QThread>
+#include <QTimeEdit>
 
 #include <algorithm>
 
@@ -222,6 +227,37 @@ void showAudioCut(Stage &stage)
     pausePlayer(*dialog);
 }
 
+template<class Dialog>
+Dialog *showVideoCut(Stage &stage)
+{
+    MediaInfoData info;
+    info.format = QSharedPointer<MediaFormatInfo>::create();
+    info.format->duration = cutDurationMs;
+    info.video = QSharedPointer<VEncParam>::create();
+    info.video->width = 640;
+    info.video->height = 360;
+    info.video->frameRate = 25;
+    auto *dialog = new Dialog(&stage.window());
+    dialog->showMedium(longestFilm(stage), info);
+    stage.show(dialog);
+    Stage::child<QSpinBox>(*dialog, "sbX").setValue(120);
+    Stage::child<QSpinBox>(*dialog, "sbY").setValue(60);
+    Stage::child<QSpinBox>(*dialog, "sbW").setValue(400);
+    Stage::child<QSpinBox>(*dialog, "sbH").setValue(240);
+    return dialog;
+}
+
+void showFragments(Stage &stage)
+{
+    auto *dialog = showVideoCut<MutiVideoCutDialog>(stage);
+    for (int second = 60; second < 240; second += 60) {
+        Stage::child<QTimeEdit>(*dialog, "tedtEnd").setTime(QTime(0, 0).addSecs(second + 45));
+        Stage::child<QTimeEdit>(*dialog, "tedtStart").setTime(QTime(0, 0).addSecs(second));
+        Stage::child<QPushButton>(*dialog, "btnFragmentAdd").click();
+    }
+    pausePlayer(*dialog);
+}
+
 void showToast(Stage &stage)
 {
     Toast::showToast(QStringLiteral("请先添加文件"), 2000, Toast::centred, Toast::centred,
@@ -241,7 +277,7 @@ const QVector<Shot> &allShots()
         {QLatin1String("feedback"), [](Stage &stage) { showFeedback(stage, QString()); }},
         {QLatin1String("feedback-long"),
          [](Stage &stage) { showFeedback(stage, longText().repeated(3)); }},
-        {QLatin1String("page-to-come"), [](Stage &stage) { stage.press("btnCutter"); }},
+        {QLatin1String("page-to-come"), [](Stage &stage) { stage.press("btnBeautifier"); }},
         {QLatin1String("convert-empty"), [](Stage &stage) { stage.press("btnConverter"); }},
         {QLatin1String("convert-rows"),
          [](Stage &stage) { fillPage<MediaConvertFunctionPage>(stage, "btnConverter"); }},
@@ -252,6 +288,11 @@ const QVector<Shot> &allShots()
          [](Stage &stage) { showCompressSettings(stage, false); }},
         {QLatin1String("compress-settings-own"),
          [](Stage &stage) { showCompressSettings(stage, true); }},
+        {QLatin1String("cut-empty"), [](Stage &stage) { stage.press("btnCutter"); }},
+        {QLatin1String("cut-rows"),
+         [](Stage &stage) { fillPage<MediaCutFunctionPage>(stage, "btnCutter"); }},
+        {QLatin1String("cut-fragments"), showFragments},
+        {QLatin1String("cut-playing"), [](Stage &stage) { showVideoCut<VideoCutDialog>(stage); }},
         {QLatin1String("merge-empty"), [](Stage &stage) { stage.press("btnMerger"); }},
         {QLatin1String("merge-rows"),
          [](Stage &stage) { fillPage<MediaMergeFunctionPage>(stage, "btnMerger"); }},

@@ -71,7 +71,12 @@ void Stage::tidy()
         const bool passing = qobject_cast<QDialog *>(widget) != nullptr ||
                              widget->windowType() == Qt::Popup ||
                              widget->inherits("MediaPreviewWnd");
-        if (!own && passing && widget->isVisible())
+        if (own || !passing || !widget->isVisible())
+            continue;
+        // An editor would ask whether to lose what it shows.
+        if (auto *dialog = qobject_cast<QDialog *>(widget))
+            dialog->done(QDialog::Rejected);
+        else
             widget->close();
     }
     qDeleteAll(m_window.findChildren<Toast *>());

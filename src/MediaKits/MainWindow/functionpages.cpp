@@ -4,6 +4,7 @@
 #include "MediaKits/FunctionPage/AudioConvert/audioconvertfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoCompress/mediacompressfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoConvert/mediaconvertfunctionpage.h"
+#include "MediaKits/FunctionPage/VideoCut/mediacutfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergefunctionpage.h"
 #include "MediaKits/MainWindow/emptypage.h"
 #include "MediaKits/MainWindow/functionpage.h"
@@ -37,7 +38,7 @@ const QVector<FunctionPageEntry> &functionPages()
               makePage<MediaConvertFunctionPage>),
         entry("Compressor", FunctionPage::tr("视频压缩"), "compressor",
               makePage<MediaCompressFunctionPage>),
-        entry("Cutter", FunctionPage::tr("视频剪裁"), "cutter"),
+        entry("Cutter", FunctionPage::tr("视频剪裁"), "cutter", makePage<MediaCutFunctionPage>),
         entry("Merger", FunctionPage::tr("视频合并"), "merger", makePage<MediaMergeFunctionPage>),
         entry("Beautifier", FunctionPage::tr("视频美化"), "beautifier"),
         entry("Gif", FunctionPage::tr("视频转GIF"), "gif"),

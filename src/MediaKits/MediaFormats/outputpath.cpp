@@ -31,3 +31,10 @@ bool fileNameFits(const QString &path)
 {
     return QFile::encodeName(QFileInfo(path).fileName()).size() <= maxFileNameBytes;
 }
+
+QString outputNameFrom(const QString &typed, const QString &before)
+{
+    if (typed.trimmed().isEmpty())
+        return before;
+    return QString(typed).replace(QLatin1Char('/'), QLatin1Char('_'));
+}

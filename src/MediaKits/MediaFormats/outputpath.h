@@ -9,3 +9,7 @@ QString uniqueOutputPath(const QString &path);
 
 /// The file name of \a path isn't longer than the file system takes.
 bool fileNameFits(const QString &path);
+
+/// The base name that a user typed for an output, as one name in its folder.
+/// @param before stands when nothing was typed
+QString outputNameFrom(const QString &typed, const QString &before);

@@ -4,7 +4,6 @@
 #include "MediaKits/FunctionPage/AudioConvert/audioconvertlistwidget.h"
 #include "MediaKits/FunctionPage/AudioConvert/audiocutdialog.h"
 #include "MediaKits/FunctionPage/Framework/mediaformatdialog.h"
-#include "MediaKits/MediaFormats/mediatexts.h"
 
 namespace {
 
@@ -37,7 +36,6 @@ TaskRowWidget::Kind audioRows()
 AudioConvertListItemWidget::AudioConvertListItemWidget(QListWidgetItem *item, QWidget *parent)
     : PresetRowWidget(RowItem(item), audioRows(), parent)
 {
-    change([](RowContent &content) { content.editorEnabled = false; });
     connect(task(), &MediaTask::taskStateChanged, this, [this](MediaTask::State state) {
         if (state == MediaTask::START)
             change([](RowContent &content) { content.progressText = QStringLiteral("0.0"); });
@@ -62,19 +60,12 @@ void AudioConvertListItemWidget::connectForm(TaskRowForm &form)
             &AudioConvertListItemWidget::on_btnCut_clicked);
 }
 
-// Without the length there is nothing to cut.
-bool AudioConvertListItemWidget::editorAllowed() const
-{
-    return !sourceInfo().isNull();
-}
-
 void AudioConvertListItemWidget::takeSource(const MediaInfoData &info)
 {
     const QString bitrate = bitrateOf(info);
+    if (bitrate.isEmpty())
+        return;
     change([&](RowContent &content) {
-        content.editorEnabled = content.page == RowContent::IdlePage;
-        if (bitrate.isEmpty())
-            return;
         content.in.detail = bitrate;
         if (content.out.detail.isEmpty())
             content.out.detail = bitrate;
@@ -107,10 +98,6 @@ void AudioConvertListItemWidget::on_btnCut_clicked()
     dialog.setTimeRange(param().timeRange);
     if (dialog.exec() != QDialog::Accepted || !task())
         return;
-    const auto range = dialog.timeRange();
-    param().timeRange = range;
-    change([&](RowContent &content) {
-        content.out.duration =
-            timeText(range ? range->end - range->start : int(info->format->duration));
-    });
+    param().timeRange = dialog.timeRange();
+    showCutLength();
 }

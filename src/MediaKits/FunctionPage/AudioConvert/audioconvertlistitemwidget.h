@@ -21,7 +21,6 @@ protected:
     void takeSource(const MediaInfoData &info) override;
     void takeResult(const MediaInfoData &info) override;
     void takePreset(const EncParam *preset) override;
-    bool editorAllowed() const override;
     void connectForm(TaskRowForm &form) override;
     void setUpFormatDialog(MediaFormatDialog &dialog) override;
 };

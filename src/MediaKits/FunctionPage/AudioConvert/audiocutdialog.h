@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/editordialog.h"
+#include "MediaKits/FunctionPage/Framework/timespaneditor.h"
 #include "MediaKits/MediaTasksManager/mediaselection.h"
 
 #include <QSharedPointer>
 
-class TimeSpanBinding;
-
 /// Marks what is to be kept of a sound.
-class AudioCutDialog : public EditorDialog
+class AudioCutDialog : public TimeSpanEditor
 {
     Q_OBJECT
 
@@ -18,17 +16,18 @@ public:
 
     /// Starts the preview; a sound without a picture is drawn as its wave.
     void start(const QString &path, const QStringList &options);
-    void setDuration(int ms) override;
     void setTimeRange(const QSharedPointer<TimeSpan> &range);
     /// Null stands for the whole sound.
     QSharedPointer<TimeSpan> timeRange() const { return m_timeRange; }
 
-protected slots:
-    void on_btnSave_clicked() override;
-    void on_btnSCapture_clicked();
-    void on_btnECapture_clicked();
+protected:
+    bool isChanged() const override;
+
+private slots:
+    void on_btnSave_clicked();
 
 private:
+    QSharedPointer<TimeSpan> marked() const;
+
     QSharedPointer<TimeSpan> m_timeRange;
-    TimeSpanBinding *m_span;
 };

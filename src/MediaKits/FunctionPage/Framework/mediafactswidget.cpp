@@ -5,6 +5,11 @@
 #include <QLabel>
 #include <QVariant>
 
+namespace {
+// For "00:00:00" and its like, so that the labels of all rows stand below one another.
+constexpr int inLineWidth = 64;
+} // namespace
+
 MediaFactsWidget::MediaFactsWidget(QWidget *parent) : QWidget(parent)
 {
     auto *grid = new QGridLayout(this);
@@ -58,6 +63,17 @@ void MediaFactsWidget::showFinishedSizeName()
 {
     if (m_sizeName)
         m_sizeName->setText(m_sizeName->property("FinishName").toString());
+}
+
+void MediaFactsWidget::setInLine()
+{
+    auto *grid = static_cast<QGridLayout *>(layout());
+    grid->setColumnStretch(1, 0);
+    int column = 0;
+    for (QLabel *label : {m_format, m_detail, m_duration, m_size}) {
+        label->setFixedWidth(inLineWidth);
+        grid->addWidget(label, 0, column++);
+    }
 }
 
 void MediaFactsWidget::showFacts(const MediaFacts &facts)

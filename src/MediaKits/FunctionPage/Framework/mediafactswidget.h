@@ -24,6 +24,9 @@ public:
     void setSizeName(const QString &name, const QString &finishName);
     void showFinishedSizeName();
 
+    /// Puts the labels side by side.
+    void setInLine();
+
     void showFacts(const MediaFacts &facts);
 
 private:

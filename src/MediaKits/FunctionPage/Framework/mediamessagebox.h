@@ -9,7 +9,8 @@ namespace Ui {
 class MediaMessageBox;
 }
 
-/// A title, a text and the button "确定". The title is "提示" until set.
+/// A title, a text and the button "确定", for a question also "取消". The title is "提示" until
+/// set.
 class MediaMessageBox : public DialogFrame
 {
     Q_OBJECT
@@ -24,10 +25,15 @@ public:
 
     /// Shows a message modally and returns when the user closed it.
     static void showMessage(const QString &title, const QString &text, QWidget *parent);
+    /// Asks modally; true when the user agreed.
+    static bool ask(const QString &title, const QString &text, QWidget *parent);
 
 private slots:
     void on_btnOK_clicked();
+    void on_btnCancel_clicked();
 
 private:
+    static int run(const QString &title, const QString &text, bool question, QWidget *parent);
+
     const std::unique_ptr<Ui::MediaMessageBox> m_ui;
 };

@@ -2,7 +2,6 @@
 #include "MediaKits/FunctionPage/Framework/mediarowwidget.h"
 
 #include "controls/repolish.h"
-#include "controls/toast.h"
 #include "MediaKits/FunctionPage/Framework/rowform.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
 #include "MediaKits/MediaInfo/mediainfo.h"
@@ -17,7 +16,6 @@
 
 namespace {
 
-constexpr int noticeMs = 2000;
 // Room for a picture in a row, in pixels.
 constexpr QSize pictureFrame(144, 84);
 
@@ -62,16 +60,29 @@ void MediaRowWidget::makeForm()
     tabIntoForm();
 }
 
+QVector<QWidget *> MediaRowWidget::tabStops()
+{
+    QVector<QWidget *> stops{this};
+    if (!m_form)
+        return stops;
+    for (QWidget *widget : m_form->findChildren<QWidget *>()) {
+        if (widget->focusPolicy() & Qt::TabFocus)
+            stops += widget;
+    }
+    return stops;
+}
+
 // Widgets that are made late come last in the window, behind those of all other rows.
 void MediaRowWidget::tabIntoForm()
 {
-    QWidget *before = this;
-    for (QWidget *widget : m_form->findChildren<QWidget *>()) {
-        if (!(widget->focusPolicy() & Qt::TabFocus))
-            continue;
-        setTabOrder(before, widget);
-        before = widget;
-    }
+    const QVector<QWidget *> stops = tabStops();
+    for (int i = 1; i < stops.size(); ++i)
+        setTabOrder(stops.at(i - 1), stops.at(i));
+}
+
+void MediaRowWidget::tabAfter(MediaRowWidget *above)
+{
+    setTabOrder(above->tabStops().last(), this);
 }
 
 void MediaRowWidget::change(const std::function<void(RowContent &)> &changes)
@@ -96,29 +107,45 @@ QSharedPointer<MediaInfoData> MediaRowWidget::sourceInfo() const
     return m_item.data(MediaInfoRole).value<QSharedPointer<MediaInfoData>>();
 }
 
+void MediaRowWidget::takeKnown()
+{
+    if (const auto known = sourceInfo()) {
+        keepSource(known);
+        showSource(*known);
+    }
+    if (hasPicture())
+        showPicture();
+}
+
 void MediaRowWidget::probeSource()
 {
-    if (const auto known = sourceInfo())
-        showSource(*known);
-    else
+    takeKnown();
+    if (!sourceInfo())
         probe(sourcePath(), [this](const MediaInfoData &info) { showSource(info); });
-    if (!m_item.data(PictureRole).isNull()) {
-        showPicture();
-        return;
-    }
     const QString suffix = sourceSuffix();
-    if (!isVideoFormat(suffix) || suffix.toUpper() == QLatin1String("QLV"))
+    if (hasPicture() || !isVideoFormat(suffix) || suffix.toUpper() == QLatin1String("QLV"))
         return;
     requestThumbnail(sourcePath(), this, [this](const QPixmap &picture) {
-        if (picture.isNull())
+        if (picture.isNull() || m_item.isNull())
             return;
         const qreal ratio = devicePixelRatioF();
         QPixmap scaled =
             picture.scaled(pictureFrame * ratio, Qt::KeepAspectRatio, Qt::SmoothTransformation);
         scaled.setDevicePixelRatio(ratio);
-        m_item.setData(PictureRole, scaled);
-        showPicture();
+        setPicture(scaled);
     });
+}
+
+bool MediaRowWidget::hasPicture() const
+{
+    return !m_item.data(PictureRole).isNull();
+}
+
+void MediaRowWidget::setPicture(const QPixmap &picture)
+{
+    m_item.setData(PictureRole, picture);
+    showPicture();
+    emit pictureTaken(picture);
 }
 
 void MediaRowWidget::showSource(const MediaInfoData &info)
@@ -141,19 +168,26 @@ void MediaRowWidget::probe(const QString &path,
                            const std::function<void(const MediaInfoData &)> &take)
 {
     MediaInfoBase *reader = createMediaInfo(QFileInfo(path).suffix().toUpper(), path, this);
-    connect(reader, &MediaInfoBase::got, this, [this, reader, path, take] {
+    const auto miss = [this, reader, path] {
+        if (path == sourcePath())
+            missSource();
+        reader->deleteLater();
+    };
+    connect(reader, &MediaInfoBase::error, this, miss);
+    connect(reader, &MediaInfoBase::got, this, [this, reader, path, take, miss] {
         const auto info = reader->mediaInfo();
         const bool accepted = path != sourcePath() || acceptsSource(*reader);
-        if (!m_item.isNull() && accepted && info && info->format) {
-            if (path == sourcePath()) {
-                m_item.setData(MediaInfoRole, QVariant::fromValue(info));
-                keepSource(info);
-            }
-            take(*info);
+        if (m_item.isNull() || !accepted || !info || !info->format) {
+            miss();
+            return;
         }
+        if (path == sourcePath()) {
+            m_item.setData(MediaInfoRole, QVariant::fromValue(info));
+            keepSource(info);
+        }
+        take(*info);
         reader->deleteLater();
     });
-    connect(reader, &MediaInfoBase::error, reader, &QObject::deleteLater);
     reader->start();
 }
 
@@ -187,11 +221,6 @@ QVariantMap MediaRowWidget::previewInfo(int page, const QString &mode)
     return {{QStringLiteral("event"), QStringLiteral("video_preview_view")},
             {QStringLiteral("track"), QVariantMap{{QStringLiteral("pageIndex"), page},
                                                   {QStringLiteral("video_preview_mode"), mode}}}};
-}
-
-void MediaRowWidget::showCutNotice()
-{
-    Toast::showToast(tr("剪裁功能正在建设中"), noticeMs, Toast::centred, Toast::centred, window());
 }
 
 void MediaRowWidget::on_btnPlaySrc_clicked()

@@ -35,11 +35,18 @@ public:
     /// unless a name is being typed there. Tells whether widgets were made.
     bool setInSight(bool inSight);
     const RowContent &content() const { return m_content; }
+    /// Lets the focus come here after the row above, wherever this one was made in between.
+    void tabAfter(MediaRowWidget *above);
+    /// A picture of the source, of the row's size.
+    void setPicture(const QPixmap &picture);
 
     /// What the preview window is told along with a finished file.
     /// @param page number of the page in usage tracking
     /// @param mode "手动" or "自动"
     static QVariantMap previewInfo(int page, const QString &mode);
+
+signals:
+    void pictureTaken(const QPixmap &picture);
 
 public slots:
     virtual void on_btnDel_clicked() = 0;
@@ -51,6 +58,10 @@ protected:
     /// Starts the probe of the source and asks for its picture, where the item has neither; for
     /// the subclass's constructor.
     void probeSource();
+    /// Takes what the item already has of both.
+    void takeKnown();
+    /// The source turned out to be none that can be used.
+    virtual void missSource() {}
     /// Whether the source may be taken as its probe found it.
     virtual bool acceptsSource(const MediaInfoBase &) { return true; }
     /// Puts what the probe of the source has found where the task looks for it.
@@ -64,8 +75,6 @@ protected:
     void change(const std::function<void(RowContent &)> &changes);
     void showOperate(MediaTask::Operate operate);
     void showProgress(double progress);
-    /// Stands in for the editor of time and picture.
-    void showCutNotice();
 
     bool event(QEvent *event) override;
 
@@ -73,8 +82,10 @@ protected:
 
 private:
     void makeForm();
+    QVector<QWidget *> tabStops();
     void tabIntoForm();
     void showSource(const MediaInfoData &info);
+    bool hasPicture() const;
     void showPicture();
     void setHovered(bool hovered);
 

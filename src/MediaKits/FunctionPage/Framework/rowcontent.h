@@ -41,6 +41,7 @@ struct RowContent
     QString settings;  ///< text of the button that opens the row's choices; empty hides it
     int speedType = 0; ///< chooses the start button's text, from 1; 0 hides the speed button
     bool editorEnabled = true;
+    int fragments = 0; ///< how many were made of a source that shows them below itself
 
     Page page = IdlePage;
     int progress = -1; ///< percent; -1 draws nothing

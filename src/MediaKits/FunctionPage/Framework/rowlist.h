@@ -2,13 +2,12 @@
 #pragma once
 
 #include <QListWidget>
-#include <QTimer>
 #include <QVector>
 
 class MediaRowWidget;
+class RowSight;
 
-/// A list of rows that make their widgets when they come in sight, so that a thousand of them are
-/// no load. Its items hold the rows' data.
+/// A list of rows. Its items hold the rows' data.
 class RowList : public QListWidget
 {
     Q_OBJECT
@@ -29,14 +28,9 @@ public:
     void clearRows();
 
 protected:
-    void resizeEvent(QResizeEvent *event) override;
     /// Scrolls to the row that the focus goes to.
     bool focusNextPrevChild(bool next) override;
 
 private:
-    void lookSoon();
-    void updateSight();
-
-    /// Gathers the changes of an import, whose every file scrolls the list.
-    QTimer m_sightTimer;
+    RowSight *m_sight;
 };

@@ -9,9 +9,12 @@
 #include <QStackedLayout>
 #include <QVariant>
 
+#include <algorithm>
+
 namespace {
-constexpr QSize placeholderSize(48, 48);
-}
+constexpr int placeholderSide = 48;
+constexpr int placeholderMargin = 2;
+} // namespace
 
 RowPictureWidget::RowPictureWidget(QWidget *parent)
     : QWidget(parent), m_lblVideo(new QLabel), m_buttons(new QWidget)
@@ -58,9 +61,10 @@ void RowPictureWidget::setUpEditor(const QString &objectName, const QString &too
 
 void RowPictureWidget::showPlaceholder(bool audio)
 {
+    const int side = std::min(placeholderSide, maximumHeight() - 2 * placeholderMargin);
     m_lblVideo->setPixmap(iconPixmap(audio ? QStringLiteral(":/drawable/media_audio.png")
                                            : QStringLiteral(":/drawable/media_video.png"),
-                                     placeholderSize));
+                                     QSize(side, side)));
 }
 
 void RowPictureWidget::showPicture(const QPixmap &picture)

@@ -3,7 +3,6 @@
 
 #include "MediaKits/FunctionPage/Framework/rowlist.h"
 #include "MediaKits/FunctionPage/Framework/taskrowwidget.h"
-#include "MediaKits/MediaTasksManager/grouptaskfactory.h"
 
 #include <QSignalBlocker>
 #include <QVariant>
@@ -30,18 +29,7 @@ void TaskListWidget::addFile(const QString &path)
     TaskRowWidget *row = createRow(item);
     adoptRow(row);
     m_list->showRow(row);
-    if (m_list->count() == 1)
-        emit mediaListEmptyChanged(false);
-}
-
-QSharedPointer<MediaTask> TaskListWidget::createConversion(const QString &path) const
-{
-    auto *param = new ConvertTaskParam;
-    param->inputFile = path;
-    param->outputDir = outPath();
-    QSharedPointer<MediaTask> task(createGroupTask(ComplexConvertKind));
-    task->setParam(param);
-    return task;
+    noteEmptiness();
 }
 
 QVector<TaskRowWidget *> TaskListWidget::rows() const
@@ -59,10 +47,8 @@ void TaskListWidget::deleteRow(TaskRowWidget *row)
 
 void TaskListWidget::clear()
 {
-    if (isEmpty())
-        return;
     m_list->clearRows();
-    emit mediaListEmptyChanged(true);
+    noteEmptiness();
 }
 
 bool TaskListWidget::isEmpty() const

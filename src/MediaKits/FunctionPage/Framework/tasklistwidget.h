@@ -28,9 +28,6 @@ protected:
     void deleteRow(TaskRowWidget *row) override;
     bool isEmpty() const override;
 
-    /// A complex conversion of a file into the list's folder, as most pages have it.
-    QSharedPointer<MediaTask> createConversion(const QString &path) const;
-
 private:
     RowList *m_list;
 };

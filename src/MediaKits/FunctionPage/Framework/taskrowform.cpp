@@ -36,6 +36,7 @@ TaskRowForm::~TaskRowForm() = default;
 void TaskRowForm::nameButtons(const Kind &kind)
 {
     m_ui->btnSettings->setObjectName(kind.settingsButton);
+    m_ui->btnSpeedSwitch->setObjectName(kind.speedButton);
     m_ui->btnConvert->setProperty("textNames", kind.startTexts);
     if (kind.startTexts.isEmpty()) {
         // The form has already asked for the button's size, and with it for its style.

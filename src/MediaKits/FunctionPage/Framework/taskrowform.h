@@ -27,6 +27,8 @@ public:
         /// Object name and tool tip of the button that opens the row's editor; empty for none.
         QLatin1String editorButton;
         QString editorToolTip;
+        /// Object name of the button that opens the choice of speed.
+        QLatin1String speedButton = QLatin1String("btnSpeedSwitch");
         /// Texts of the start button by speed; empty for rows without a choice of speed.
         QStringList startTexts;
         /// What stands before the size of the result, and instead of it once it is finished; empty

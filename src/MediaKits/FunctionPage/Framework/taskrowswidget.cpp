@@ -5,8 +5,11 @@
 #include "MediaKits/FunctionPage/Framework/mediaformatsettipsdialog.h"
 #include "MediaKits/FunctionPage/Framework/taskrowwidget.h"
 #include "MediaKits/MediaFormats/revealfile.h"
+#include "MediaKits/MediaTasksManager/grouptaskfactory.h"
 
 #include <QPointer>
+
+#include <utility>
 
 TaskRowsWidget::TaskRowsWidget(QWidget *parent) : MediaRowsWidget(parent)
 {
@@ -51,6 +54,23 @@ void TaskRowsWidget::trackStart(const QString &mode) const
                {{QStringLiteral("convert_number_mode"), mode}});
 }
 
+void TaskRowsWidget::noteEmptiness()
+{
+    const bool empty = isEmpty();
+    if (std::exchange(m_wasEmpty, empty) != empty)
+        emit mediaListEmptyChanged(empty);
+}
+
+QSharedPointer<MediaTask> TaskRowsWidget::createConversion(const QString &path) const
+{
+    auto *param = new ConvertTaskParam;
+    param->inputFile = path;
+    param->outputDir = outPath();
+    QSharedPointer<MediaTask> task(createGroupTask(ComplexConvertKind));
+    task->setParam(param);
+    return task;
+}
+
 void TaskRowsWidget::adoptRow(TaskRowWidget *row)
 {
     MediaTask *task = row->task();
@@ -60,8 +80,8 @@ void TaskRowsWidget::adoptRow(TaskRowWidget *row)
             [this, row](TaskOperation operation) { operate(row, operation); });
     const QPointer<TaskRowWidget> alive(row);
     connect(task, &MediaTask::taskStateChanged, this, [this, alive](MediaTask::State state) {
-        if (state == MediaTask::DESTORIED && isEmpty())
-            emit mediaListEmptyChanged(true);
+        if (state == MediaTask::DESTORIED)
+            noteEmptiness();
         else if (alive && state == MediaTask::FINISHED)
             addHistory(alive->sourcePath(), alive->outputPath());
     });

@@ -28,6 +28,11 @@ protected:
     virtual void deleteRow(TaskRowWidget *row) = 0;
     virtual bool isEmpty() const = 0;
 
+    /// Tells when the last row went or the first one came.
+    void noteEmptiness();
+
+    /// A complex conversion of a file into the folder of the results, as most pages have it.
+    QSharedPointer<MediaTask> createConversion(const QString &path) const;
     /// Takes a new row, whose task is in its item, into the batch and gives it the page's preset.
     void adoptRow(TaskRowWidget *row);
 
@@ -36,4 +41,5 @@ private:
     void trackStart(const QString &mode) const;
 
     TaskBatch m_batch;
+    bool m_wasEmpty = true;
 };

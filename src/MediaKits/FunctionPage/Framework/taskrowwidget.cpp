@@ -4,7 +4,10 @@
 #include "MediaKits/DataTracker/oskdatatracker.h"
 #include "MediaKits/DataTracker/trackevent.h"
 #include "MediaKits/FunctionPage/Framework/failuredetailsdialog.h"
+#include "MediaKits/FunctionPage/Framework/taskbatch.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
+#include "MediaKits/MediaFormats/mediatexts.h"
+#include "MediaKits/MediaFormats/outputpath.h"
 #include "MediaKits/MediaTasksManager/mediamovetask.h"
 #include "MediaKits/Player/mediapreviewwnd.h"
 
@@ -33,7 +36,10 @@ int startEventOf(int page)
 TaskRowWidget::TaskRowWidget(const RowItem &item, const Kind &kind, QWidget *parent)
     : MediaRowWidget(item, parent), m_kind(kind)
 {
-    change([](RowContent &content) { content.remainingText = tr("正在计算"); });
+    change([](RowContent &content) {
+        content.remainingText = tr("正在计算");
+        content.editorEnabled = false;
+    });
     watchTask();
 }
 
@@ -88,11 +94,7 @@ void TaskRowWidget::takeOutputName(const QString &typed)
 {
     if (!task())
         return;
-    // A name is one file's in the output folder, whatever is typed.
-    QString name = typed;
-    name.replace(QLatin1Char('/'), QLatin1Char('_'));
-    if (name.trimmed().isEmpty())
-        name = param().outputName;
+    const QString name = outputNameFrom(typed, param().outputName);
     param().outputName = name;
     change([&](RowContent &content) { content.outputName = name; });
 }
@@ -101,7 +103,8 @@ void TaskRowWidget::takeSourceName()
 {
     const QFileInfo file(sourcePath());
     param().inputFormat = file.suffix().toLower();
-    param().outputName = file.completeBaseName();
+    if (param().outputName.isEmpty())
+        param().outputName = file.completeBaseName();
     change([this](RowContent &content) { content.outputName = param().outputName; });
 }
 
@@ -109,6 +112,16 @@ void TaskRowWidget::keepSource(const QSharedPointer<MediaInfoData> &info)
 {
     param().sourceInfo = info;
     param().durationMs = int(info->format->duration);
+    change([this](RowContent &content) {
+        content.editorEnabled = TaskBatch::canStart(task()->state()) && editorAllowed();
+    });
+}
+
+void TaskRowWidget::showCutLength()
+{
+    const auto range = param().timeRange;
+    const int length = range ? range->end - range->start : param().durationMs;
+    change([&](RowContent &content) { content.out.duration = timeText(length); });
 }
 
 void TaskRowWidget::onTaskState(MediaTask::State state)

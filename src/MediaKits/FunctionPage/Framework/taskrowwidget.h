@@ -48,14 +48,17 @@ public slots:
     void on_btnErrorDetail_clicked();
 
 protected:
-    /// Names the result after the source; for the constructor of a row whose task is a conversion.
+    /// Names the result after the source unless it has a name; for the constructor of a row whose
+    /// task is a conversion.
     void takeSourceName();
     /// Tells of the finished file, by a probe of it.
     virtual void readResult();
     /// Takes what that probe has found.
     virtual void takeResult(const MediaInfoData &) {}
-    /// Whether the row's editor may be opened for this source.
-    virtual bool editorAllowed() const { return true; }
+    /// Whether the row's editor may be opened for this source, which has to be known for it.
+    virtual bool editorAllowed() const { return !sourceInfo().isNull(); }
+    /// Tells how long the result will be, after its time was cut.
+    void showCutLength();
     /// For the subclass's own buttons.
     virtual void connectForm(TaskRowForm &) {}
 

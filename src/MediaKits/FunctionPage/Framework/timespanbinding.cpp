@@ -2,18 +2,21 @@
 #include "MediaKits/FunctionPage/Framework/timespanbinding.h"
 
 #include "controls/interceptslider.h"
-#include "MediaKits/Player/csvideoplayer.h"
 
 #include <QSignalBlocker>
 #include <QTimeEdit>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
 
+// What a time edit can show at most.
+constexpr int lastMs = 24 * 60 * 60 * 1000 - 1;
+
 QTime timeOf(int ms)
 {
-    return QTime(0, 0).addMSecs(ms);
+    return QTime(0, 0).addMSecs(std::min(ms, lastMs));
 }
 
 int msOf(const QTime &time)
@@ -48,7 +51,8 @@ int TimeSpanBinding::start() const
 
 int TimeSpanBinding::end() const
 {
-    return msOf(m_parts.end->time());
+    const int ms = msOf(m_parts.end->time());
+    return ms == lastMs ? m_duration : ms;
 }
 
 void TimeSpanBinding::setStart(int ms)
@@ -81,7 +85,7 @@ void TimeSpanBinding::onStartEdited(const QTime &time)
     m_parts.end->setMinimumTime(time);
     const QSignalBlocker blocker(m_parts.scrubBar);
     m_parts.scrubBar->setLeftValue(msOf(time));
-    m_parts.player->seek(msOf(time));
+    emit pointChanged(msOf(time));
 }
 
 void TimeSpanBinding::onEndEdited(const QTime &time)
@@ -89,7 +93,7 @@ void TimeSpanBinding::onEndEdited(const QTime &time)
     m_parts.start->setMaximumTime(time);
     const QSignalBlocker blocker(m_parts.scrubBar);
     m_parts.scrubBar->setRightValue(msOf(time));
-    m_parts.player->seek(msOf(time));
+    emit pointChanged(msOf(time));
 }
 
 void TimeSpanBinding::onLeftDragged(int ms)
@@ -99,7 +103,7 @@ void TimeSpanBinding::onLeftDragged(int ms)
         m_parts.start->setTime(timeOf(ms));
     }
     m_parts.end->setMinimumTime(timeOf(ms));
-    m_parts.player->seek(ms);
+    emit pointChanged(ms);
 }
 
 void TimeSpanBinding::onRightDragged(int ms)
@@ -109,5 +113,5 @@ void TimeSpanBinding::onRightDragged(int ms)
         m_parts.end->setTime(timeOf(ms));
     }
     m_parts.start->setMaximumTime(timeOf(ms));
-    m_parts.player->seek(ms);
+    emit pointChanged(ms);
 }

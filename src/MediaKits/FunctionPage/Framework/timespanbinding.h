@@ -6,12 +6,11 @@
 #include <QObject>
 #include <QSharedPointer>
 
-class CSVideoPlayer;
 class InterceptSlider;
 class QTimeEdit;
 
-/// Keeps two time edits, the handles of a time line and a preview together: what is changed in one
-/// shows in the others, start and end never cross, and the preview jumps to what was changed.
+/// Keeps two time edits and the handles of a time line together: what is changed in one shows in
+/// the others, and start and end never cross.
 class TimeSpanBinding : public QObject
 {
     Q_OBJECT
@@ -22,8 +21,10 @@ public:
         QTimeEdit *start;
         QTimeEdit *end;
         InterceptSlider *scrubBar;
-        CSVideoPlayer *player;
     };
+
+    /// An end this near to the medium's own, in ms, usually cuts nothing.
+    static constexpr int endTolerance = 499;
 
     /// The parts outlive the binding.
     TimeSpanBinding(const Parts &parts, QObject *parent);
@@ -43,6 +44,10 @@ public:
     /// The span as a result: null when it is the whole medium.
     /// @param tolerance ms by which the end may miss the medium's
     QSharedPointer<TimeSpan> span(int tolerance) const;
+
+signals:
+    /// Start or end was changed to this; the preview is to show the frame.
+    void pointChanged(int ms);
 
 private:
     void onStartEdited(const QTime &time);

@@ -1,23 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/presetrowwidget.h"
+#include "MediaKits/FunctionPage/Framework/videorowwidget.h"
 
-/// One file to convert: its picture size is told on both sides.
-class MediaConvertListItemWidget : public PresetRowWidget
+/// One file to convert.
+class MediaConvertListItemWidget : public VideoRowWidget
 {
     Q_OBJECT
 
 public:
     MediaConvertListItemWidget(QListWidgetItem *item, QWidget *parent);
-
-public slots:
-    void on_btnCut_clicked();
-
-protected:
-    void takeSource(const MediaInfoData &info) override;
-    void takeResult(const MediaInfoData &info) override;
-    void takePreset(const EncParam *preset) override;
-    bool editorAllowed() const override;
-    void connectForm(TaskRowForm &form) override;
 };

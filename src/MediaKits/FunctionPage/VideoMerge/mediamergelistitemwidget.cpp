@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/VideoMerge/mediamergelistitemwidget.h"
 
+#include "MediaKits/FunctionPage/Framework/Cut/videocutdialog.h"
 #include "MediaKits/FunctionPage/VideoMerge/mergerowform.h"
 #include "MediaKits/MediaFormats/mediatexts.h"
 
@@ -72,6 +73,7 @@ void MediaMergeListItemWidget::showSelection()
     const auto crop = input->cropRect;
     const auto span = input->timeRange;
     change([&](RowContent &content) {
+        content.editorEnabled = !sourceInfo().isNull();
         content.out.detail = crop ? MediaFacts::sizeInPixels(crop->width, crop->height) : QString();
         content.out.duration =
             span ? QStringLiteral("%1-%2").arg(timeText(span->start), timeText(span->end))
@@ -96,5 +98,15 @@ void MediaMergeListItemWidget::on_btnDown_clicked()
 
 void MediaMergeListItemWidget::on_btnCutSettting_clicked()
 {
-    showCutNotice();
+    const auto info = sourceInfo();
+    if (!info)
+        return;
+    const auto input = inputOf(item());
+    const auto saved =
+        VideoCutDialog::edit(sourcePath(), *info, {input->timeRange, input->cropRect}, this);
+    if (!saved || item().isNull())
+        return;
+    input->timeRange = saved->timeRange;
+    input->cropRect = saved->cropRect;
+    showSelection();
 }

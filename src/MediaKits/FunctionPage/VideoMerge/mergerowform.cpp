@@ -35,6 +35,7 @@ void MergeRowForm::showContent(const RowContent &content)
     m_ui->lblInputName->setFullText(content.inputName);
     m_ui->wdtInputFacts->showFacts(content.in);
     m_ui->wdtVideo->showPicture(content.picture);
+    m_ui->btnCutSettting->setEnabled(content.editorEnabled);
     const MediaFacts &cut = content.out;
     m_ui->lblOutSize->setText(cut.detail);
     m_ui->lblOutFromTo->setText(cut.duration);

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+class QVBoxLayout;
+
+/// A translucent window glued to the surface of a video, which an external player draws: only
+/// another window can lie above it. It is the surface's child, so that it goes with it, and one of
+/// the editor's transient windows, so that the window manager keeps it directly above the editor
+/// and below everything above that. The keyboard stays with the editor.
+class VideoMask : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit VideoMask(QWidget *target);
+
+    /// Takes the content, and deletes the one before.
+    void setContent(QWidget *content);
+    QWidget *content() const { return m_content; }
+    /// Whether the mask is to be shown whenever its target is.
+    void setMaskEnabled(bool enabled);
+    bool isMaskEnabled() const { return m_maskEnabled; }
+
+    /// What the content draws, in its own pixels. Where no compositor runs, nothing else of the
+    /// window is there, since it would be black.
+    void setDrawnRegion(const QRegion &region);
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+protected:
+    void mousePressEvent(QMouseEvent *event) override;
+
+private:
+    void follow();
+    void showAsEnabled();
+    void showLater();
+    void onWindowEvent(const QEvent &event);
+
+    QWidget *const m_target;
+    QPointer<QWidget> m_content;
+    QVBoxLayout *m_layout;
+    bool m_maskEnabled = true;
+};

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/VideoCut/mediacutchildtreeitemwidget.h"
+
+#include "MediaKits/FunctionPage/VideoCut/mediacuttreewidget.h"
+
+namespace {
+
+TaskRowWidget::Kind cutRows()
+{
+    TaskRowWidget::Kind kind;
+    kind.page = MediaCutTreeWidget::page;
+    kind.reportsFailures = false;
+    kind.form.speedButton = QLatin1String("btnSwitchRapid");
+    return kind;
+}
+
+} // namespace
+
+MediaCutChildTreeItemWidget::MediaCutChildTreeItemWidget(QTreeWidgetItem *item, QWidget *parent)
+    : VideoRowWidget(RowItem(item), cutRows(), parent)
+{
+    takeKnown();
+}
+
+QString MediaCutChildTreeItemWidget::fixedSize() const
+{
+    const auto crop = param().cropRect;
+    return crop ? MediaFacts::sizeInPixels(crop->width, crop->height) : QString();
+}

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/VideoCut/mediacutfunctionpage.h"
+
+#include "MediaKits/AppInstance/LocalStore/functionsettings.h"
+#include "MediaKits/FunctionPage/VideoCut/mediacuttreewidget.h"
+#include "MediaKits/MediaFormats/mediaformats.h"
+
+MediaCutFunctionPage::MediaCutFunctionPage(QWidget *parent)
+    : PresetListPage({MediaCutTreeWidget::page, FunctionSection::cutter,
+                      VideoFormatClass | SpecialVideoFormatClass | AudioFormatClass, allFormats},
+                     parent)
+{
+}
+
+TaskRowsWidget *MediaCutFunctionPage::createRows(QWidget *parent)
+{
+    return new MediaCutTreeWidget(parent);
+}
