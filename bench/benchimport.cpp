@@ -17,6 +17,7 @@ namespace {
 
 constexpr int tickMs = 5;
 constexpr int scrollSteps = 200;
+constexpr int settlingMs = 500; // until the empty page is painted
 
 // Memory of this process alone, in KB.
 qint64 ownMemory()
@@ -88,8 +89,10 @@ int main(int argc, char *argv[])
     MediaConvertFunctionPage page;
     page.resize(1000, 640);
     page.show();
-    for (int i = 0; i < 20; ++i)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
+    QElapsedTimer settling;
+    settling.start();
+    while (settling.elapsed() < settlingMs)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, tickMs);
 
     const qint64 memoryBefore = ownMemory();
     QElapsedTimer total;

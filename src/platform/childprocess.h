@@ -19,10 +19,16 @@ public:
 
     explicit ChildProcess(QObject *parent = nullptr, Group group = Group::Own);
 
+    /// How far the child stands back for other programs when processors are scarce, for the next
+    /// start.
+    /// @param niceness 0 for not at all, at most 19
+    void setNiceness(int niceness) { m_niceness = niceness; }
+
 protected:
     void setupChildProcess() override;
 
 private:
     qint64 m_ownerPid;
     Group m_group;
+    int m_niceness = 0;
 };

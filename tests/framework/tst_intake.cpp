@@ -4,6 +4,7 @@
 #include "MediaKits/FunctionPage/Framework/fileaddgpage.h"
 #include "MediaKits/FunctionPage/Framework/mediaimportdialog.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
+#include "MediaKits/Player/thumbnail.h"
 #include "support/testfile.h"
 
 #include <QFrame>
@@ -28,6 +29,7 @@ private slots:
     void importsInOrder();
     void importCancels();
     void importOutlivesItsParent();
+    void thumbnailsWaitForTheImport();
 
 private:
     static void press(const QWidget *window, const char *button, const QStringList &answer = {})
@@ -178,6 +180,18 @@ void TestIntake::importOutlivesItsParent()
     });
     QCOMPARE(imported, 1);
     QVERIFY(!window);
+}
+
+void TestIntake::thumbnailsWaitForTheImport()
+{
+    QWidget window;
+    int answers = 0;
+    importFiles(&window, {path("a.MP4")}, [&](const QString &file) {
+        requestThumbnail(file, &window, [&](const QPixmap &) { ++answers; });
+        QTest::qWait(1500); // three times what a request usually waits
+        QCOMPARE(answers, 0);
+    });
+    QTRY_COMPARE_WITH_TIMEOUT(answers, 1, 30000);
 }
 
 QTEST_MAIN(TestIntake)

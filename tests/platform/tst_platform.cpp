@@ -17,8 +17,10 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <algorithm>
 #include <cstdio>
 
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace {
@@ -66,9 +68,14 @@ void TstPlatform::deathOfAProcess()
 void TstPlatform::suspendsAndResumes()
 {
     ChildProcess child;
+    const int own = ::getpriority(PRIO_PROCESS, 0);
+    const int niceness = std::min(own + 3, 19);
+    child.setNiceness(niceness);
     child.start(QStringLiteral("sleep"), {QStringLiteral("1000")});
     QVERIFY(child.waitForStarted());
     const qint64 pid = child.processId();
+    QCOMPARE(::getpriority(PRIO_PROCESS, id_t(pid)), niceness);
+    QCOMPARE(::getpriority(PRIO_PROCESS, 0), own);
     QVERIFY(suspendProcess(pid));
     QTRY_COMPARE(processState(pid), 'T');
     QVERIFY(resumeProcess(pid));

@@ -8,10 +8,13 @@
 
 namespace {
 constexpr int blockingWaitMs = 30000;
+// An encoder takes all processors there are; the window and the preview go before it.
+constexpr int toolNiceness = 5;
 } // namespace
 
 ToolProcessor::ToolProcessor(QObject *parent) : MediaProcessor(parent)
 {
+    m_process.setNiceness(toolNiceness);
     connect(&m_process, &QProcess::stateChanged, this, [this](QProcess::ProcessState childState) {
         if (childState == QProcess::Running)
             childRunning();

@@ -10,6 +10,8 @@
 #include <QFileInfo>
 #include <QUuid>
 
+#include <utility>
+
 namespace {
 
 constexpr int dispatchIntervalMs = 500;
@@ -18,9 +20,19 @@ constexpr int runningLimit = 1;
 MediaTasksManager &thumbnailManager()
 {
     static MediaTasksManager manager(dispatchIntervalMs, runningLimit);
-    static const bool started = (manager.startTimer(), true);
-    Q_UNUSED(started)
     return manager;
+}
+
+// The manager rests until there is something to do and while there is a break.
+int breaks = 0;
+bool wanted = false;
+
+void runManager()
+{
+    if (wanted && breaks == 0)
+        thumbnailManager().startTimer();
+    else
+        thumbnailManager().stopTimer();
 }
 
 } // namespace
@@ -48,4 +60,18 @@ void requestThumbnail(const QString &path, QObject *context,
     });
     QObject::connect(task, &QObject::destroyed, task, [target] { QFile::remove(target); });
     thumbnailManager().addTask(task);
+    if (!std::exchange(wanted, true))
+        runManager();
+}
+
+ThumbnailBreak::ThumbnailBreak()
+{
+    ++breaks;
+    runManager();
+}
+
+ThumbnailBreak::~ThumbnailBreak()
+{
+    --breaks;
+    runManager();
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QPixmap>
+#include <QtGlobal>
 
 #include <functional>
 
@@ -13,3 +14,14 @@ class QObject;
 /// @param context the callback isn't called any more once it is gone
 void requestThumbnail(const QString &path, QObject *context,
                       const std::function<void(const QPixmap &)> &callback);
+
+/// As long as one is there, no further picture is begun. For work that keeps the window busy: the
+/// start of a child process takes up to 10 ms, and the program then finds all its memory shared
+/// with it, page by page.
+class ThumbnailBreak
+{
+public:
+    ThumbnailBreak();
+    ~ThumbnailBreak();
+    Q_DISABLE_COPY(ThumbnailBreak)
+};

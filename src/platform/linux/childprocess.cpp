@@ -4,6 +4,7 @@
 #include <csignal>
 
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace {
@@ -23,6 +24,8 @@ void ChildProcess::setupChildProcess()
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (m_group == Group::Own)
         ::setpgid(0, 0);
+    if (m_niceness > 0)
+        ::setpriority(PRIO_PROCESS, 0, m_niceness);
     // An owner that died before the prctl() sends no signal any more.
     if (::getppid() != m_ownerPid)
         ::_exit(notRunExitCode);

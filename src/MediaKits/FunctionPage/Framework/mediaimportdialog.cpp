@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/Framework/mediaimportdialog.h"
 
+#include "MediaKits/Player/thumbnail.h"
 #include "ui_mediaimportdialog.h"
 
 #include <QEventLoop>
@@ -76,6 +77,7 @@ void importFiles(QWidget *dialogParent, const QStringList &files, const PerFile 
 {
     if (files.isEmpty())
         return;
+    const ThumbnailBreak thumbnailsWait;
     const QPointer<MediaImportDialog> dialog = new MediaImportDialog(dialogParent);
     QEventLoop loop;
     QObject::connect(dialog.data(), &QDialog::finished, &loop, &QEventLoop::quit);

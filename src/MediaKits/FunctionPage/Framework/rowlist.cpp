@@ -26,7 +26,7 @@ QListWidgetItem *RowList::addPath(const QString &path)
     item->setData(SourcePathRole, path);
     item->setData(Qt::SizeHintRole, QSize(-1, RowSight::rowHeight));
     addItem(item);
-    scrollToItem(item);
+    m_sight->scrollToNewest(count());
     return item;
 }
 

@@ -15,8 +15,8 @@ namespace {
 // Rows beyond the edges that keep their widgets, so that small scrolls make none.
 constexpr int rowsBeyond = 8;
 constexpr int delayMs = 120;
-// A row's widgets take some 10 ms to make; more at once would be felt.
-constexpr int rowsAtOnce = 2;
+// A row's widgets take some 10 ms to make and as long to paint; more at once would be felt.
+constexpr int rowsAtOnce = 1;
 
 } // namespace
 
@@ -32,7 +32,7 @@ RowSight::RowSight(QAbstractItemView *view, std::function<QVector<MediaRowWidget
     view->verticalScrollBar()->setSingleStep(rowHeight / 4);
     view->installEventFilter(this);
     m_timer.setSingleShot(true);
-    connect(&m_timer, &QTimer::timeout, this, &RowSight::look);
+    connect(&m_timer, &QTimer::timeout, this, &RowSight::onTimeout);
     connect(view->verticalScrollBar(), &QScrollBar::valueChanged, this, [this] {
         if (!m_timer.isActive())
             look();
@@ -59,6 +59,22 @@ void RowSight::rowShown(int count)
         look();
     else
         m_timer.start(delayMs);
+}
+
+// Each scroll moves the rows' widgets, all of them.
+void RowSight::scrollToNewest(int count)
+{
+    if (count <= rowsBeyond)
+        m_view->scrollToBottom();
+    else
+        m_newestWanted = true;
+}
+
+void RowSight::onTimeout()
+{
+    if (std::exchange(m_newestWanted, false))
+        m_view->scrollToBottom();
+    look();
 }
 
 void RowSight::look()

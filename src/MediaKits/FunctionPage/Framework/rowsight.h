@@ -26,7 +26,10 @@ public:
     /// A row was put on its item.
     /// @param count of the rows that there are now
     void rowShown(int count);
-    /// Gathers the changes of an import, whose every file scrolls the view.
+    /// Scrolls to the row at the end, in a long import once it has come to rest.
+    /// @param count of the rows that there are now
+    void scrollToNewest(int count);
+    /// Gathers the changes of an import.
     void lookSoon();
 
     /// The row that the focus is in, null for none.
@@ -35,9 +38,11 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    void onTimeout();
     void look();
 
     QAbstractItemView *m_view;
     const std::function<QVector<MediaRowWidget *>()> m_rows;
     QTimer m_timer;
+    bool m_newestWanted = false;
 };

@@ -41,7 +41,7 @@ QTreeWidgetItem *RowTree::addSource(const QString &path)
     item->setData(0, SourcePathRole, path);
     item->setData(0, Qt::SizeHintRole, QSize(-1, sourceHeight));
     addTopLevelItem(item);
-    scrollToItem(item);
+    m_sight->scrollToNewest(topLevelItemCount());
     return item;
 }
 
