@@ -245,6 +245,19 @@ void TestMainWindow::secondStartUnderDialog()
     QTRY_VERIFY(stackPlace(dialog) > stackPlace(window));
 }
 
+// Looked at in a grid: a style for something else can take the background away from a whole page.
+static bool isOpaque(const QImage &picture)
+{
+    constexpr int step = 12;
+    for (int y = step; y < picture.height() - step; y += step) {
+        for (int x = step; x < picture.width() - step; x += step) {
+            if (picture.pixelColor(x, y).alpha() != 255)
+                return false;
+        }
+    }
+    return true;
+}
+
 void TestMainWindow::navigation()
 {
     MainWindow window;
@@ -260,6 +273,7 @@ void TestMainWindow::navigation()
         press(window, button);
         QCOMPARE(shownPage(window), page);
         QCOMPARE(currentFunction(), page);
+        QVERIFY(isOpaque(window.grab().toImage()));
     }
     QCOMPARE(jumps.size(), 2);
 

@@ -151,13 +151,19 @@ void TestMpvPlayer::earlyCommandsKeepTheirOrder()
         QElapsedTimer clock;
         clock.start();
         player.play(false);
+        player.seek(15000);
+        player.seek(12500);
         for (int i = 1; i <= 50; ++i)
             player.setSpeed(i / 10.0);
         QVERIFY(clock.elapsed() < 200);
     });
+    QSignalSpy progress(&player, &CSVideoPlayer::progressChanged);
     const QString server = start(player);
     QVERIFY(!server.isEmpty());
     MpvPeer peer(server);
+    QTRY_COMPARE(peer.property("time-pos").toDouble(), 12.5);
+    QTRY_VERIFY(!progress.isEmpty());
+    QCOMPARE(progress.first().at(0).value<long>(), 12000L);
     QTRY_COMPARE(peer.property("speed").toDouble(), 5.0);
     QCOMPARE(peer.property("pause"), QJsonValue(true));
     QCOMPARE(peer.property("volume").toDouble(), 30.0);

@@ -198,12 +198,17 @@ QString longestFilm(const Stage &stage)
 }
 
 // A picture that keeps still: playing, then paused.
-void pausePlayer(QWidget &window)
+void awaitPicture(QWidget &window)
 {
     auto *player = window.findChild<CSVideoPlayer *>();
     QSignalSpy progress(player, &CSVideoPlayer::progressChanged);
     for (int i = 0; i < 3; ++i)
         progress.wait();
+}
+
+void pausePlayer(QWidget &window)
+{
+    awaitPicture(window);
     Stage::child<QPushButton>(window, "btnPlay").click();
 }
 
@@ -240,6 +245,7 @@ Dialog *showVideoCut(Stage &stage)
     auto *dialog = new Dialog(&stage.window());
     dialog->showMedium(longestFilm(stage), info);
     stage.show(dialog);
+    awaitPicture(*dialog);
     Stage::child<QSpinBox>(*dialog, "sbX").setValue(120);
     Stage::child<QSpinBox>(*dialog, "sbY").setValue(60);
     Stage::child<QSpinBox>(*dialog, "sbW").setValue(400);

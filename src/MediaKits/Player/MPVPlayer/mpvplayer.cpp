@@ -11,6 +11,8 @@
 #include <QStandardPaths>
 #include <QUuid>
 
+#include <utility>
+
 namespace {
 
 constexpr int replacePatienceMs = 300;
@@ -75,6 +77,8 @@ void MPVPlayer::start(uint windowId, const QString &file, const QStringList &arg
     }
     m_ipcSocket.abort();
     m_pending.clear();
+    m_heldSeeks.clear();
+    m_opened = false;
 
     m_process = new ChildProcess(this);
     m_process->setWorkingDirectory(QFileInfo(playerPath()).path());
@@ -163,9 +167,18 @@ void MPVPlayer::seek(double value, SeekMode mode, bool exact)
 {
     static const QLatin1String modes[] = {
         QLatin1String("relative"), QLatin1String("absolute-percent"), QLatin1String("absolute")};
-    sendCommand(QStringLiteral("seek %1 %2 %3")
-                    .arg(QString::number(value, 'g', 6), modes[mode],
-                         exact ? QStringLiteral("exact") : QStringLiteral("keyframes")));
+    const QString command = QStringLiteral("seek %1 %2 %3")
+                                .arg(QString::number(value, 'g', 6), modes[mode],
+                                     exact ? QStringLiteral("exact") : QStringLiteral("keyframes"));
+    if (m_opened) {
+        sendCommand(command);
+        return;
+    }
+    // The player refuses to seek before it has opened the file, and begins at the start anyway.
+    if (mode != Relative)
+        m_heldSeeks.clear();
+    if (mode == Relative || value > 0)
+        m_heldSeeks += command;
 }
 
 void MPVPlayer::setContrast(int value)
@@ -245,6 +258,13 @@ void MPVPlayer::dataRecieve()
     const QByteArray output = process->readAllStandardOutput();
     if (!output.isEmpty())
         CLOG(ERROR, "default") << "MPVPlayer:" << QString::fromLocal8Bit(output);
-    for (const PlayerStatus &status : playerStatuses(process->readAllStandardError()))
+    const auto statuses = playerStatuses(process->readAllStandardError());
+    m_opened = m_opened || !statuses.isEmpty();
+    if (m_opened && !m_heldSeeks.isEmpty()) {
+        for (const QString &seek : std::exchange(m_heldSeeks, {}))
+            sendCommand(seek);
+        return; // that was before the seek
+    }
+    for (const PlayerStatus &status : statuses)
         emit progressChanged(status.position, status.total, status.percent);
 }

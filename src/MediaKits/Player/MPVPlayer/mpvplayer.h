@@ -82,6 +82,8 @@ private:
     uint m_windowId = 0;
     QLocalSocket m_ipcSocket;
     const QString m_ipcServerName;
-    QByteArray m_pending; ///< commands that wait for the socket
+    QByteArray m_pending;    ///< commands that wait for the socket
+    bool m_opened = false;   ///< the player has told where it is
+    QStringList m_heldSeeks; ///< commands that wait for that
     QTimer m_retry;
 };

@@ -39,8 +39,15 @@ void VideoMask::setMaskEnabled(bool enabled)
 
 void VideoMask::setDrawnRegion(const QRegion &region)
 {
+    m_drawn = region;
+    shapeAsNeeded();
+}
+
+void VideoMask::shapeAsNeeded()
+{
     if (!isCompositingActive())
-        setMask(region);
+        // An empty shape would be none at all.
+        setMask(m_drawn.isEmpty() ? QRegion(-1, -1, 1, 1) : m_drawn);
     else if (!mask().isEmpty())
         clearMask();
 }
@@ -53,8 +60,10 @@ void VideoMask::follow()
 void VideoMask::showAsEnabled()
 {
     const bool up = m_target->isVisible() && !m_target->window()->isMinimized();
-    if (m_maskEnabled && up)
+    if (m_maskEnabled && up) {
         follow();
+        shapeAsNeeded();
+    }
     setVisible(m_maskEnabled && up);
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QPointer>
+#include <QRegion>
 #include <QWidget>
 
 class QVBoxLayout;
@@ -37,10 +38,12 @@ private:
     void follow();
     void showAsEnabled();
     void showLater();
+    void shapeAsNeeded();
     void onWindowEvent(const QEvent &event);
 
     QWidget *const m_target;
     QPointer<QWidget> m_content;
     QVBoxLayout *m_layout;
     bool m_maskEnabled = true;
+    QRegion m_drawn;
 };
