@@ -30,6 +30,7 @@
 #include "MediaKits/Player/csvideoplayer.h"
 #include "MediaKits/Player/mediapreviewwnd.h"
 #include "screenshots/stage.h"
+#include "support/guisupport.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -40,6 +41,7 @@
 #include <QTest>
 #include <QThread>
 #include <QTimeEdit>
+#include <QTreeWidget>
 
 #include <algorithm>
 
@@ -264,6 +266,45 @@ void showFragments(Stage &stage)
     pausePlayer(*dialog);
 }
 
+// Marks fragments of half a second each, one behind the other, or of the whole.
+void markFragments(QTreeWidget &tree, int source, int count, bool whole)
+{
+    whenModal("MutiVideoCutDialog", [=](QWidget &dialog) {
+        for (int i = 1; i <= count; ++i) {
+            if (!whole) {
+                Stage::child<QTimeEdit>(dialog, "tedtEnd").setTime(QTime(0, 0).addMSecs(i * 500));
+                Stage::child<QTimeEdit>(dialog, "tedtStart")
+                    .setTime(QTime(0, 0).addMSecs((i - 1) * 500));
+                Stage::child<QSpinBox>(dialog, "sbW").setValue(400);
+            }
+            Stage::child<QPushButton>(dialog, "btnFragmentAdd").click();
+        }
+        Stage::child<QPushButton>(dialog, "btnOk").click();
+    });
+    QWidget *row = tree.itemWidget(tree.topLevelItem(source), 0);
+    auto &add = Stage::child<QPushButton>(*row, "btnAddItem");
+    if (!QTest::qWaitFor([&add] { return add.isEnabled(); }))
+        qWarning("the file was not read");
+    add.click();
+}
+
+// Of the fragments one is done, one runs, one waits.
+void showFragmentStates(Stage &stage)
+{
+    auto &page = openPage<MediaCutFunctionPage>(stage, "btnCutter");
+    page.clear();
+    page.addFiles({stage.media().first(), longestFilm(stage)});
+    auto &tree = Stage::child<QTreeWidget>(page, "convertTree");
+    markFragments(tree, 0, 1, false);
+    markFragments(tree, 1, 1, true);
+    page.on_btnConvertAll_clicked();
+    auto &done = Stage::child<QPushButton>(*tree.itemWidget(tree.topLevelItem(0)->child(0), 0),
+                                           "btnOpenDir");
+    if (!QTest::qWaitFor([&done] { return done.isVisibleTo(done.window()); }, convertAtMost))
+        qWarning("the conversion takes too long");
+    markFragments(tree, 0, 1, false);
+}
+
 void showToast(Stage &stage)
 {
     Toast::showToast(QStringLiteral("请先添加文件"), 2000, Toast::centred, Toast::centred,
@@ -298,6 +339,7 @@ const QVector<Shot> &allShots()
         {QLatin1String("cut-rows"),
          [](Stage &stage) { fillPage<MediaCutFunctionPage>(stage, "btnCutter"); }},
         {QLatin1String("cut-fragments"), showFragments},
+        {QLatin1String("cut-states"), showFragmentStates},
         {QLatin1String("cut-playing"), [](Stage &stage) { showVideoCut<VideoCutDialog>(stage); }},
         {QLatin1String("merge-empty"), [](Stage &stage) { stage.press("btnMerger"); }},
         {QLatin1String("merge-rows"),
