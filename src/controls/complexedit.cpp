@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "controls/complexedit.h"
 
+#include "controls/plaintooltip.h"
 #include "controls/repolish.h"
 #include "ui_complexedit.h"
 
@@ -130,7 +131,7 @@ void ComplexEdit::showText()
     const QString whole = text() + m_suffix;
     const QFontMetrics metrics = m_ui->lblText->fontMetrics();
     m_ui->lblText->setText(metrics.elidedText(whole, Qt::ElideMiddle, labelRoom()));
-    m_ui->lblText->setToolTip(whole);
+    setPlainToolTip(m_ui->lblText, whole);
     updateGeometry();
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "controls/elidedlabel.h"
 
+#include "controls/plaintooltip.h"
+
 #include <QEvent>
 
 namespace {
@@ -17,7 +19,7 @@ void ElidedLabel::setFullText(const QString &text)
 {
     m_fullText = text;
     if (m_autoToolTips)
-        setToolTip(text);
+        setPlainToolTip(this, text);
     updateGeometry();
     elide();
 }

@@ -2,6 +2,7 @@
 #include "MediaKits/Player/mediapreviewitemwidget.h"
 
 #include "controls/iconpixmap.h"
+#include "controls/plaintooltip.h"
 #include "controls/repolish.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
 #include "MediaKits/Player/thumbnail.h"
@@ -22,7 +23,7 @@ MediaPreviewItemWidget::MediaPreviewItemWidget(const QString &path, QWidget *par
     static_cast<QStackedLayout *>(m_ui->skdMain->layout())
         ->setStackingMode(QStackedLayout::StackAll);
     const QFileInfo file(path);
-    setToolTip(file.fileName());
+    setPlainToolTip(this, file.fileName());
     m_ui->lblVideo->setPixmap(iconPixmap(isAudioFormat(file.suffix())
                                              ? QStringLiteral(":/drawable/media_audio.png")
                                              : QStringLiteral(":/drawable/media_video.png"),

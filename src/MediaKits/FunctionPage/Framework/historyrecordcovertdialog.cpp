@@ -2,6 +2,7 @@
 #include "MediaKits/FunctionPage/Framework/historyrecordcovertdialog.h"
 
 #include "controls/elidedlabel.h"
+#include "controls/plaintooltip.h"
 #include "MediaKits/AppInstance/LocalStore/historyrecord.h"
 #include "MediaKits/MediaFormats/revealfile.h"
 #include "ui_historyrecordcovertdialog.h"
@@ -90,7 +91,7 @@ void HistoryRecordCovertDialog::setPathWidget(int row, int column)
     label->setProperty(columnProperty, column + 1);
     label->setAutoToolTips(false);
     label->setFullText(QFileInfo(path).fileName());
-    label->setToolTip(path);
+    setPlainToolTip(label, path);
     table->setCellWidget(row, column, label);
 }
 

@@ -2,6 +2,7 @@
 #include "MediaKits/FunctionPage/Framework/taskrowform.h"
 
 #include "controls/iconpixmap.h"
+#include "controls/plaintooltip.h"
 #include "controls/repolish.h"
 #include "ui_taskrowform.h"
 
@@ -139,5 +140,5 @@ void TaskRowForm::showContent(const RowContent &content)
     m_ui->wdtError->setVisible(content.failed || hindered);
     m_ui->lblErrorConvert->setText(hindered ? content.hindrance : tr("转换失败"));
     m_ui->btnErrorDetail->setVisible(content.failed);
-    m_ui->lblErrorConvert->setToolTip(content.failureTip);
+    setPlainToolTip(m_ui->lblErrorConvert, content.failureTip);
 }
