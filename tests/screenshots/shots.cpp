@@ -48,6 +48,7 @@
 namespace {
 
 const int manyRecords = 500;
+const int longName = 60; // letters of a path
 const int doneRows = 3;
 const int convertAtMost = 60000; // ms
 // An import that outlasts the wait for its picture.
@@ -199,7 +200,6 @@ QString longestFilm(const Stage &stage)
     return stage.media().filter(QStringLiteral(".avi")).value(0);
 }
 
-// A picture that keeps still: playing, then paused.
 void awaitPicture(QWidget &window)
 {
     auto *player = window.findChild<CSVideoPlayer *>();
@@ -208,6 +208,7 @@ void awaitPicture(QWidget &window)
         progress.wait();
 }
 
+// A picture that keeps still: playing, then paused.
 void pausePlayer(QWidget &window)
 {
     awaitPicture(window);
@@ -235,7 +236,7 @@ void showAudioCut(Stage &stage)
 }
 
 template<class Dialog>
-Dialog *showVideoCut(Stage &stage)
+Dialog *showVideoCut(Stage &stage, const QString &file)
 {
     MediaInfoData info;
     info.format = QSharedPointer<MediaFormatInfo>::create();
@@ -245,7 +246,7 @@ Dialog *showVideoCut(Stage &stage)
     info.video->height = 360;
     info.video->frameRate = 25;
     auto *dialog = new Dialog(&stage.window());
-    dialog->showMedium(longestFilm(stage), info);
+    dialog->showMedium(file, info);
     stage.show(dialog);
     awaitPicture(*dialog);
     Stage::child<QSpinBox>(*dialog, "sbX").setValue(120);
@@ -255,15 +256,24 @@ Dialog *showVideoCut(Stage &stage)
     return dialog;
 }
 
-void showFragments(Stage &stage)
+void showFragments(Stage &stage, const QString &file, int count)
 {
-    auto *dialog = showVideoCut<MutiVideoCutDialog>(stage);
-    for (int second = 60; second < 240; second += 60) {
+    auto *dialog = showVideoCut<MutiVideoCutDialog>(stage, file);
+    for (int second = 60; second <= count * 60; second += 60) {
         Stage::child<QTimeEdit>(*dialog, "tedtEnd").setTime(QTime(0, 0).addSecs(second + 45));
         Stage::child<QTimeEdit>(*dialog, "tedtStart").setTime(QTime(0, 0).addSecs(second));
         Stage::child<QPushButton>(*dialog, "btnFragmentAdd").click();
     }
     pausePlayer(*dialog);
+}
+
+// More fragments than there is room for, of a file with a long name.
+void showManyFragments(Stage &stage)
+{
+    for (const QString &file : stage.media()) {
+        if (file.size() > longName)
+            showFragments(stage, file, 9);
+    }
 }
 
 // Marks fragments of half a second each, one behind the other, or of the whole.
@@ -338,9 +348,12 @@ const QVector<Shot> &allShots()
         {QLatin1String("cut-empty"), [](Stage &stage) { stage.press("btnCutter"); }},
         {QLatin1String("cut-rows"),
          [](Stage &stage) { fillPage<MediaCutFunctionPage>(stage, "btnCutter"); }},
-        {QLatin1String("cut-fragments"), showFragments},
+        {QLatin1String("cut-fragments"),
+         [](Stage &stage) { showFragments(stage, longestFilm(stage), 3); }},
+        {QLatin1String("cut-fragments-many"), showManyFragments},
         {QLatin1String("cut-states"), showFragmentStates},
-        {QLatin1String("cut-playing"), [](Stage &stage) { showVideoCut<VideoCutDialog>(stage); }},
+        {QLatin1String("cut-playing"),
+         [](Stage &stage) { showVideoCut<VideoCutDialog>(stage, longestFilm(stage)); }},
         {QLatin1String("merge-empty"), [](Stage &stage) { stage.press("btnMerger"); }},
         {QLatin1String("merge-rows"),
          [](Stage &stage) { fillPage<MediaMergeFunctionPage>(stage, "btnMerger"); }},
