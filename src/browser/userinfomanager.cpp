@@ -80,7 +80,7 @@ void UserInfoManager::refreshUserInfo()
     QNetworkRequest request(QUrl(QString::fromStdString(serviceUrl(m_host, userPath))));
     request.setRawHeader("Authorization", m_store.token().toUtf8());
     m_request.get(request, [this](const QJsonObject &answer, const QString &error) {
-        takeAnswer(answer, error);
+        handleAnswer(answer, error);
     });
 }
 
@@ -104,7 +104,7 @@ void UserInfoManager::apply(const QJsonObject &user)
     emit userInfoChanged();
 }
 
-void UserInfoManager::takeAnswer(const QJsonObject &answer, const QString &error)
+void UserInfoManager::handleAnswer(const QJsonObject &answer, const QString &error)
 {
     bool accepted = false;
     const QJsonObject user = ServiceRequest::acceptedData(answer, accepted);

@@ -46,7 +46,7 @@ signals:
 
 private:
     void apply(const QJsonObject &user);
-    void takeAnswer(const QJsonObject &answer, const QString &error);
+    void handleAnswer(const QJsonObject &answer, const QString &error);
     void markLoggedOut();
 
     const QString m_host;

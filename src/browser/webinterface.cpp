@@ -35,13 +35,13 @@ void WebInterface::getInterface(const QString &host)
     }
     m_request.get(request, [this](const QJsonObject &answer, const QString &error) {
         if (error.isEmpty())
-            takeAnswer(answer);
+            handleAnswer(answer);
         else
             CLOG(ERROR, "default") << "接口获取失败 " << error;
     });
 }
 
-void WebInterface::takeAnswer(const QJsonObject &answer)
+void WebInterface::handleAnswer(const QJsonObject &answer)
 {
     bool accepted = false;
     const QJsonValue web = ServiceRequest::acceptedData(answer, accepted)[QLatin1String("web")];

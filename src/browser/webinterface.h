@@ -24,7 +24,7 @@ public:
 
 private:
     void getInterface(const QString &host);
-    void takeAnswer(const QJsonObject &answer);
+    void handleAnswer(const QJsonObject &answer);
 
     QString m_loginUrl;
     ServiceRequest m_request;

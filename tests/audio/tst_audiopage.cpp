@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "catalogue/encparamcatalog.h"
 #include "controls/interceptslider.h"
-#include "convert/pagetest.h"
+#include "support/pagetest.h"
 #include "MediaKits/AppInstance/LocalStore/appini.h"
 #include "MediaKits/FunctionPage/AudioConvert/audioconvertfunctionpage.h"
 #include "MediaKits/FunctionPage/AudioConvert/audiocutdialog.h"

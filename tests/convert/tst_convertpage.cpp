@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "controls/complexedit.h"
-#include "convert/pagetest.h"
+#include "support/pagetest.h"
 #include "MediaKits/AppInstance/LocalStore/appini.h"
 #include "MediaKits/AppInstance/LocalStore/historyrecord.h"
 #include "MediaKits/FunctionPage/VideoConvert/mediaconvertfunctionpage.h"

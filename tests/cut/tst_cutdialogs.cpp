@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "controls/complexedit.h"
 #include "controls/interceptslider.h"
-#include "convert/pagetest.h"
+#include "support/pagetest.h"
 #include "MediaKits/AppInstance/LocalStore/appini.h"
-#include "MediaKits/FunctionPage/Framework/Cut/mutivideocutdialog.h"
-#include "MediaKits/FunctionPage/Framework/Cut/videocutdialog.h"
+#include "MediaKits/FunctionPage/Framework/Editors/Cut/mutivideocutdialog.h"
+#include "MediaKits/FunctionPage/Framework/Editors/Cut/videocutdialog.h"
 #include "MediaKits/FunctionPage/VideoConvert/mediaconvertfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergefunctionpage.h"
 #include "MediaKits/MediaInfo/mediainfodata.h"

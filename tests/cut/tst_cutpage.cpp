@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "controls/complexedit.h"
-#include "convert/pagetest.h"
+#include "support/pagetest.h"
 #include "MediaKits/AppInstance/LocalStore/appini.h"
 #include "MediaKits/AppInstance/LocalStore/historyrecord.h"
-#include "MediaKits/FunctionPage/Framework/taskrowform.h"
+#include "MediaKits/FunctionPage/Framework/Rows/taskrowform.h"
 #include "MediaKits/FunctionPage/VideoCut/mediacutfunctionpage.h"
 #include "resources/look.h"
 #include "support/mediaprobe.h"

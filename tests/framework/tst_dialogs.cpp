@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "controls/elidedlabel.h"
 #include "MediaKits/AppInstance/LocalStore/historyrecord.h"
-#include "MediaKits/FunctionPage/Framework/convertspeedswitchmenu.h"
-#include "MediaKits/FunctionPage/Framework/historyrecordcovertdialog.h"
-#include "MediaKits/FunctionPage/Framework/mediaformatsettipsdialog.h"
+#include "MediaKits/FunctionPage/Framework/Formats/mediaformatsettipsdialog.h"
+#include "MediaKits/FunctionPage/Framework/History/historyrecordcovertdialog.h"
+#include "MediaKits/FunctionPage/Framework/Rows/convertspeedswitchmenu.h"
 #include "support/testfile.h"
 
 #include <QPointer>

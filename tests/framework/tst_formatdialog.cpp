@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "catalogue/encparamcatalog.h"
 #include "MediaKits/AppInstance/LocalStore/encparamhistory.h"
-#include "MediaKits/FunctionPage/Framework/formatitemroles.h"
-#include "MediaKits/FunctionPage/Framework/mediaformatdialog.h"
+#include "MediaKits/FunctionPage/Framework/Formats/formatitemroles.h"
+#include "MediaKits/FunctionPage/Framework/Formats/mediaformatdialog.h"
 
 #include <QButtonGroup>
 #include <QLabel>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "controls/filechooser.h"
-#include "MediaKits/FunctionPage/Framework/comtoolbargpage.h"
-#include "MediaKits/FunctionPage/Framework/fileaddgpage.h"
-#include "MediaKits/FunctionPage/Framework/mediaimportdialog.h"
+#include "MediaKits/FunctionPage/Framework/Intake/comtoolbargpage.h"
+#include "MediaKits/FunctionPage/Framework/Intake/fileaddgpage.h"
+#include "MediaKits/FunctionPage/Framework/Intake/mediaimportdialog.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
 #include "MediaKits/Player/thumbnail.h"
 #include "support/testfile.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "MediaKits/FunctionPage/Framework/Mask/chopmaskadapter.h"
-#include "MediaKits/FunctionPage/Framework/Mask/drmwidget.h"
-#include "MediaKits/FunctionPage/Framework/Mask/watermarkmaskadapter.h"
-#include "MediaKits/FunctionPage/Framework/Mask/watermarkmaskadapteritem.h"
+#include "MediaKits/FunctionPage/Framework/Editors/Mask/chopmaskadapter.h"
+#include "MediaKits/FunctionPage/Framework/Editors/Mask/drmwidget.h"
+#include "MediaKits/FunctionPage/Framework/Editors/Mask/watermarkmaskadapter.h"
+#include "MediaKits/FunctionPage/Framework/Editors/Mask/watermarkmaskadapteritem.h"
 #include "resources/look.h"
 #include "support/guisupport.h"
 #include "support/testfile.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "convert/pagetest.h"
+#include "support/pagetest.h"
 #include "MediaKits/AppInstance/LocalStore/appini.h"
 #include "MediaKits/AppInstance/LocalStore/historyrecord.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergefunctionpage.h"

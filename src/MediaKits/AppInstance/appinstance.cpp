@@ -17,7 +17,7 @@
 #include "MediaKits/DataTracker/a360sem.h"
 #include "MediaKits/DataTracker/oskdatatracker.h"
 #include "MediaKits/DataTracker/volcdatatracker.h"
-#include "MediaKits/FunctionPage/Framework/fileaddtype.h"
+#include "MediaKits/FunctionPage/Framework/Intake/fileaddtype.h"
 #include "MediaKits/Logger/logger.h"
 #include "MediaKits/Manifest/playermanifest.h"
 #include "MediaKits/MediaFormats/tempmarker.h"

@@ -40,7 +40,7 @@ QtSingleApplication::QtSingleApplication(const QString &id, int &argc, char **ar
 
 bool QtSingleApplication::isRunning()
 {
-    return !m_lock.isHeld() && !takePlace();
+    return !m_lock.isHeld() && !claimPlace();
 }
 
 bool QtSingleApplication::sendMessage(const QString &message, int timeoutMs)
@@ -52,7 +52,7 @@ bool QtSingleApplication::sendMessage(const QString &message, int timeoutMs)
         if (socket.waitForConnected(int(deadline.remainingTime())) &&
             deliver(socket, message, deadline))
             return true;
-        if (takePlace())
+        if (claimPlace())
             return false;
         QThread::msleep(retryIntervalMs);
     }
@@ -66,7 +66,7 @@ QString QtSingleApplication::socketPath() const
 
 // The lock dies with its process, so that a crash never bars the next start; the socket's file
 // stays and tells nothing.
-bool QtSingleApplication::takePlace()
+bool QtSingleApplication::claimPlace()
 {
     // Without a folder no other instance can be found either.
     if (!QDir().mkpath(m_directory))

@@ -37,7 +37,7 @@ signals:
 
 private:
     QString socketPath() const;
-    bool takePlace();
+    bool claimPlace();
     void listen();
     void onConnection();
     void read(QLocalSocket *socket);

@@ -252,7 +252,7 @@ bool VolcDataTracker::onRegistered(int curlCode, const std::string &response)
     HttpTask task;
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        takeRegistration(reply);
+        storeRegistration(reply);
         const QJsonArray events = std::exchange(m_pending, {});
         if (events.isEmpty())
             return true;
@@ -262,7 +262,7 @@ bool VolcDataTracker::onRegistered(int curlCode, const std::string &response)
     return true;
 }
 
-void VolcDataTracker::takeRegistration(const QJsonObject &reply)
+void VolcDataTracker::storeRegistration(const QJsonObject &reply)
 {
     for (const char *key : registrationKeys) {
         const QLatin1String name(key);

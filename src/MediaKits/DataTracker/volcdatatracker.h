@@ -59,7 +59,7 @@ private:
     HttpTask registrationTask();
     HttpTask eventTask(const QJsonArray &events) const;
     bool onRegistered(int curlCode, const std::string &response);
-    void takeRegistration(const QJsonObject &reply);
+    void storeRegistration(const QJsonObject &reply);
 
     const VolcTrackerConfig m_config;
     QString m_deviceId;

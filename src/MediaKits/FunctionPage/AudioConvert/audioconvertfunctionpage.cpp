@@ -13,7 +13,7 @@ AudioConvertFunctionPage::AudioConvertFunctionPage(QWidget *parent)
 {
 }
 
-TaskRowsWidget *AudioConvertFunctionPage::createRows(QWidget *parent)
+TaskRowsView *AudioConvertFunctionPage::createRows(QWidget *parent)
 {
     return new AudioConvertListWidget(parent);
 }

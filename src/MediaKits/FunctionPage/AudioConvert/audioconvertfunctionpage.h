@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/presetlistpage.h"
+#include "MediaKits/FunctionPage/Framework/Page/presetlistpage.h"
 
 /// The page that turns audio files, and the sound of video files, into audio presets.
 class AudioConvertFunctionPage : public PresetListPage
@@ -12,6 +12,6 @@ public:
     explicit AudioConvertFunctionPage(QWidget *parent = nullptr);
 
 protected:
-    TaskRowsWidget *createRows(QWidget *parent) override;
+    TaskRowsView *createRows(QWidget *parent) override;
     void setUpFormatDialog(MediaFormatDialog &dialog) override;
 };

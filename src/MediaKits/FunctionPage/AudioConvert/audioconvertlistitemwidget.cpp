@@ -3,7 +3,7 @@
 
 #include "MediaKits/FunctionPage/AudioConvert/audioconvertlistwidget.h"
 #include "MediaKits/FunctionPage/AudioConvert/audiocutdialog.h"
-#include "MediaKits/FunctionPage/Framework/mediaformatdialog.h"
+#include "MediaKits/FunctionPage/Framework/Formats/mediaformatdialog.h"
 
 namespace {
 
@@ -60,7 +60,7 @@ void AudioConvertListItemWidget::connectForm(TaskRowForm &form)
             &AudioConvertListItemWidget::on_btnCut_clicked);
 }
 
-void AudioConvertListItemWidget::takeSource(const MediaInfoData &info)
+void AudioConvertListItemWidget::onSourceProbed(const MediaInfoData &info)
 {
     const QString bitrate = bitrateOf(info);
     if (bitrate.isEmpty())
@@ -72,14 +72,14 @@ void AudioConvertListItemWidget::takeSource(const MediaInfoData &info)
     });
 }
 
-void AudioConvertListItemWidget::takeResult(const MediaInfoData &info)
+void AudioConvertListItemWidget::onResultProbed(const MediaInfoData &info)
 {
     const QString bitrate = bitrateOf(info);
     if (!bitrate.isEmpty())
         change([&](RowContent &content) { content.out.detail = bitrate; });
 }
 
-void AudioConvertListItemWidget::takePreset(const EncParam *preset)
+void AudioConvertListItemWidget::applyPreset(const EncParam *preset)
 {
     change([preset](RowContent &content) {
         content.out.detail =

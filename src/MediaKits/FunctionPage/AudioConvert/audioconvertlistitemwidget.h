@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/presetrowwidget.h"
+#include "MediaKits/FunctionPage/Framework/Rows/presetrowwidget.h"
 
 /// One sound to convert: its bitrate is told on both sides.
 class AudioConvertListItemWidget : public PresetRowWidget
@@ -18,9 +18,9 @@ public slots:
     void on_btnCut_clicked();
 
 protected:
-    void takeSource(const MediaInfoData &info) override;
-    void takeResult(const MediaInfoData &info) override;
-    void takePreset(const EncParam *preset) override;
+    void onSourceProbed(const MediaInfoData &info) override;
+    void onResultProbed(const MediaInfoData &info) override;
+    void applyPreset(const EncParam *preset) override;
     void connectForm(TaskRowForm &form) override;
     void setUpFormatDialog(MediaFormatDialog &dialog) override;
 };

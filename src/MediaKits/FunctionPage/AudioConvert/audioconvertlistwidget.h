@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/tasklistwidget.h"
+#include "MediaKits/FunctionPage/Framework/Rows/tasklistwidget.h"
 
 class AudioConvertListWidget : public TaskListWidget
 {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/AudioConvert/audiocutdialog.h"
 
-#include "MediaKits/FunctionPage/Framework/timespanbinding.h"
+#include "MediaKits/FunctionPage/Framework/Editors/timespanbinding.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
 #include "MediaKits/Player/csvideoplayer.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/timespaneditor.h"
+#include "MediaKits/FunctionPage/Framework/Editors/timespaneditor.h"
 #include "MediaKits/MediaTasksManager/mediaselection.h"
 
 #include <QSharedPointer>

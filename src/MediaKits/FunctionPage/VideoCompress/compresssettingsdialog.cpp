@@ -136,7 +136,7 @@ void CompressSettingsDialog::on_btnOK_clicked()
     if (m_param->advanced) {
         if (!m_param->encParam)
             m_param->encParam = makeEncParam(m_hasAudio ? VideoPart | AudioPart : VideoPart);
-        takeEncParam(*m_param->encParam);
+        fillEncParam(*m_param->encParam);
     } else {
         m_param->rate = rateOfSlider(m_ui->compressSlider->value());
         m_param->encParam.clear();
@@ -144,7 +144,7 @@ void CompressSettingsDialog::on_btnOK_clicked()
     accept();
 }
 
-void CompressSettingsDialog::takeEncParam(EncParam &wanted) const
+void CompressSettingsDialog::fillEncParam(EncParam &wanted) const
 {
     const QSize size = m_ui->cbResolution->currentData().toSize();
     wanted.video->width = size.width();

@@ -37,7 +37,7 @@ private:
     void fillAudioChoices(const QVector<QSharedPointer<AEncParam>> &audios);
     void showRate(double rate);
     void showEncParam(const EncParam &wanted);
-    void takeEncParam(EncParam &wanted) const;
+    void fillEncParam(EncParam &wanted) const;
 
     const std::unique_ptr<Ui::CompressSettingsDialog> m_ui;
     QSharedPointer<CompressSettingsParam> m_param;

@@ -20,7 +20,7 @@ MediaCompressFunctionPage::MediaCompressFunctionPage(QWidget *parent)
 {
 }
 
-TaskRowsWidget *MediaCompressFunctionPage::createRows(QWidget *parent)
+TaskRowsView *MediaCompressFunctionPage::createRows(QWidget *parent)
 {
     m_list = new MediaCompressListWidget(parent);
     return m_list;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/listpage.h"
+#include "MediaKits/FunctionPage/Framework/Page/listpage.h"
 
 class MediaCompressListWidget;
 
@@ -16,7 +16,7 @@ public:
     void on_compressSlider_valueChanged(int value);
 
 protected:
-    TaskRowsWidget *createRows(QWidget *parent) override;
+    TaskRowsView *createRows(QWidget *parent) override;
     void setUpChoices(QWidget *choices) override;
 
 private:

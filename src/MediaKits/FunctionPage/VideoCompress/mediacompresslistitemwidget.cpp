@@ -31,7 +31,7 @@ TaskRowWidget::Kind compressRows()
 MediaCompressListItemWidget::MediaCompressListItemWidget(QListWidgetItem *item, QWidget *parent)
     : TaskRowWidget(RowItem(item), compressRows(), parent)
 {
-    takeSourceName();
+    nameAfterSource();
     const QString suffix = sourceSuffix().toLower();
     param().format = suffix;
     change([&](RowContent &content) {
@@ -57,7 +57,7 @@ bool MediaCompressListItemWidget::acceptsSource(const MediaInfoBase &reader)
     return false;
 }
 
-void MediaCompressListItemWidget::takeSource(const MediaInfoData &info)
+void MediaCompressListItemWidget::onSourceProbed(const MediaInfoData &info)
 {
     change([&](RowContent &content) {
         content.in.detail = MediaFacts::sizeInPixels(info.video);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/taskrowwidget.h"
+#include "MediaKits/FunctionPage/Framework/Rows/taskrowwidget.h"
 #include "MediaKits/FunctionPage/VideoCompress/compresssettingsparam.h"
 
 /// Item data of this page's rows: `QSharedPointer<CompressSettingsParam>`.
@@ -27,7 +27,7 @@ public slots:
 protected:
     void connectForm(TaskRowForm &form) override;
     bool acceptsSource(const MediaInfoBase &reader) override;
-    void takeSource(const MediaInfoData &info) override;
+    void onSourceProbed(const MediaInfoData &info) override;
     void readResult() override;
 
 private:

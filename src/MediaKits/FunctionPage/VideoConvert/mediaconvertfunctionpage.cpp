@@ -12,7 +12,7 @@ MediaConvertFunctionPage::MediaConvertFunctionPage(QWidget *parent)
 {
 }
 
-TaskRowsWidget *MediaConvertFunctionPage::createRows(QWidget *parent)
+TaskRowsView *MediaConvertFunctionPage::createRows(QWidget *parent)
 {
     return new MediaConvertListWidget(parent);
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/presetlistpage.h"
+#include "MediaKits/FunctionPage/Framework/Page/presetlistpage.h"
 
 /// The page that converts video and audio files to a preset of the catalogue.
 class MediaConvertFunctionPage : public PresetListPage
@@ -12,5 +12,5 @@ public:
     explicit MediaConvertFunctionPage(QWidget *parent = nullptr);
 
 protected:
-    TaskRowsWidget *createRows(QWidget *parent) override;
+    TaskRowsView *createRows(QWidget *parent) override;
 };

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/videorowwidget.h"
+#include "MediaKits/FunctionPage/Framework/Rows/videorowwidget.h"
 
 /// One file to convert.
 class MediaConvertListItemWidget : public VideoRowWidget

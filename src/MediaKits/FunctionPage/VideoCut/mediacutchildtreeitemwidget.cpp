@@ -19,7 +19,7 @@ TaskRowWidget::Kind cutRows()
 MediaCutChildTreeItemWidget::MediaCutChildTreeItemWidget(QTreeWidgetItem *item, QWidget *parent)
     : VideoRowWidget(RowItem(item), cutRows(), parent)
 {
-    takeKnown();
+    adoptKnown();
 }
 
 QString MediaCutChildTreeItemWidget::fixedSize() const

@@ -12,7 +12,7 @@ MediaCutFunctionPage::MediaCutFunctionPage(QWidget *parent)
 {
 }
 
-TaskRowsWidget *MediaCutFunctionPage::createRows(QWidget *parent)
+TaskRowsView *MediaCutFunctionPage::createRows(QWidget *parent)
 {
     return new MediaCutTreeWidget(parent);
 }

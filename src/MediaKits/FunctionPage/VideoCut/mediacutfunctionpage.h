@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/presetlistpage.h"
+#include "MediaKits/FunctionPage/Framework/Page/presetlistpage.h"
 
 /// The page that cuts each file into any number of fragments and converts these.
 class MediaCutFunctionPage : public PresetListPage
@@ -12,5 +12,5 @@ public:
     explicit MediaCutFunctionPage(QWidget *parent = nullptr);
 
 protected:
-    TaskRowsWidget *createRows(QWidget *parent) override;
+    TaskRowsView *createRows(QWidget *parent) override;
 };

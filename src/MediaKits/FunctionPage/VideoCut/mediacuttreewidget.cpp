@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/VideoCut/mediacuttreewidget.h"
 
-#include "MediaKits/FunctionPage/Framework/Cut/mutivideocutdialog.h"
+#include "MediaKits/FunctionPage/Framework/Editors/Cut/mutivideocutdialog.h"
 #include "MediaKits/FunctionPage/VideoCut/mediacutchildtreeitemwidget.h"
 #include "MediaKits/FunctionPage/VideoCut/mediacuttoptreeitemwidget.h"
 

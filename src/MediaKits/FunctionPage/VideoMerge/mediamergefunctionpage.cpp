@@ -21,7 +21,7 @@ MediaMergeFunctionPage::MediaMergeFunctionPage(QWidget *parent)
 {
 }
 
-MediaRowsWidget *MediaMergeFunctionPage::createRows(QWidget *parent)
+RowsView *MediaMergeFunctionPage::createRows(QWidget *parent)
 {
     m_list = new MediaMergeListWidget(parent);
     return m_list;

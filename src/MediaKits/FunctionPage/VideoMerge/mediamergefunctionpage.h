@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/presetlistpage.h"
+#include "MediaKits/FunctionPage/Framework/Page/presetlistpage.h"
 
 class MediaMergeListWidget;
 class QLineEdit;
@@ -20,7 +20,7 @@ public:
     void on_ledtOutName_textChanged(const QString &arg1);
 
 protected:
-    MediaRowsWidget *createRows(QWidget *parent) override;
+    RowsView *createRows(QWidget *parent) override;
     void setUpChoices(QWidget *choices) override;
     /// The parts have to become alike.
     bool hidesKeepSource() const override { return true; }

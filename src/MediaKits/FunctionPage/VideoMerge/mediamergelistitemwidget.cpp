@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/VideoMerge/mediamergelistitemwidget.h"
 
-#include "MediaKits/FunctionPage/Framework/Cut/videocutdialog.h"
+#include "MediaKits/FunctionPage/Framework/Editors/Cut/videocutdialog.h"
 #include "MediaKits/FunctionPage/VideoMerge/mergerowform.h"
 #include "MediaKits/MediaFormats/mediatexts.h"
 
@@ -61,7 +61,7 @@ void MediaMergeListItemWidget::keepSource(const QSharedPointer<MediaInfoData> &i
     input->durationMs = int(info->format->duration);
 }
 
-void MediaMergeListItemWidget::takeSource(const MediaInfoData &info)
+void MediaMergeListItemWidget::onSourceProbed(const MediaInfoData &info)
 {
     change([&](RowContent &content) { content.in.detail = MediaFacts::sizeInPixels(info.video); });
     showSelection();

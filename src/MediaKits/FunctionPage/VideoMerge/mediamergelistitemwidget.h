@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/mediarowwidget.h"
+#include "MediaKits/FunctionPage/Framework/Rows/mediarowwidget.h"
 #include "MediaKits/MediaTasksManager/concattask.h"
 
 #include <QPointer>
@@ -47,7 +47,7 @@ signals:
 protected:
     RowForm *createForm() override;
     void keepSource(const QSharedPointer<MediaInfoData> &info) override;
-    void takeSource(const MediaInfoData &info) override;
+    void onSourceProbed(const MediaInfoData &info) override;
 
 private:
     void watchTask();

@@ -4,8 +4,8 @@
 #include "catalogue/encparamcatalog.h"
 #include "MediaKits/DataTracker/oskdatatracker.h"
 #include "MediaKits/DataTracker/trackevent.h"
-#include "MediaKits/FunctionPage/Framework/mediamessagebox.h"
-#include "MediaKits/FunctionPage/Framework/rowlist.h"
+#include "MediaKits/FunctionPage/Framework/Messages/mediamessagebox.h"
+#include "MediaKits/FunctionPage/Framework/Rows/rowlist.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergefinishtipsdialog.h"
 #include "MediaKits/MediaTasksManager/grouptaskfactory.h"
 #include "MediaKits/MediaTasksManager/mediamovetask.h"
@@ -26,7 +26,7 @@ constexpr int startEvent = 20;
 } // namespace
 
 MediaMergeListWidget::MediaMergeListWidget(QWidget *parent)
-    : MediaRowsWidget(parent),
+    : RowsView(parent),
       m_manager(dispatchIntervalMs, runningLimit),
       m_task(createGroupTask(ConcatKind)),
       m_list(new RowList)
@@ -122,7 +122,7 @@ void MediaMergeListWidget::trackEnded(bool success) const
 
 void MediaMergeListWidget::setEncParamInfoID(quint32 id)
 {
-    MediaRowsWidget::setEncParamInfoID(id);
+    RowsView::setEncParamInfoID(id);
     const EncParamCatalog &catalogue = EncParamCatalog::instance();
     const auto preset = catalogue.encParam(id);
     const auto category = preset ? catalogue.category(preset->displayCategoryID) : nullptr;
@@ -134,7 +134,7 @@ void MediaMergeListWidget::setEncParamInfoID(quint32 id)
 
 void MediaMergeListWidget::setOutPath(const QString &path)
 {
-    MediaRowsWidget::setOutPath(path);
+    RowsView::setOutPath(path);
     param().outputDir = path;
 }
 
@@ -173,7 +173,7 @@ void MediaMergeListWidget::merge()
 void MediaMergeListWidget::addFiles(const QStringList &files)
 {
     stop();
-    MediaRowsWidget::addFiles(files);
+    RowsView::addFiles(files);
 }
 
 void MediaMergeListWidget::addFile(const QString &path)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/mediarowswidget.h"
+#include "MediaKits/FunctionPage/Framework/Rows/rowsview.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergelistitemwidget.h"
 #include "MediaKits/MediaTasksManager/concattask.h"
 #include "MediaKits/MediaTasksManager/mediatasksmanager.h"
@@ -9,7 +9,7 @@
 class RowList;
 
 /// The inputs of a merge in their order, and the one task that joins them.
-class MediaMergeListWidget : public MediaRowsWidget
+class MediaMergeListWidget : public RowsView
 {
     Q_OBJECT
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/rowform.h"
+#include "MediaKits/FunctionPage/Framework/Rows/rowform.h"
 
 #include <memory>
 

@@ -120,7 +120,7 @@ void MPlayer::forgetAnswers()
     m_percent = -1;
 }
 
-void MPlayer::takeAnswer(const QString &line)
+void MPlayer::handleAnswer(const QString &line)
 {
     const auto take = [&line](QLatin1String answer, float &value) {
         // The number stands behind the equals sign.
@@ -136,7 +136,7 @@ void MPlayer::dataRecieve()
 {
     while (m_process->canReadLine()) {
         QString line = QString::fromLatin1(m_process->readLine());
-        takeAnswer(line.remove(QLatin1Char('\n')));
+        handleAnswer(line.remove(QLatin1Char('\n')));
     }
     if (m_length >= 0)
         emit progressChanged(m_position, m_length, m_percent);

@@ -42,7 +42,7 @@ private:
     void send(const QString &line);
     void ask();
     void forgetAnswers();
-    void takeAnswer(const QString &line);
+    void handleAnswer(const QString &line);
 
     std::unique_ptr<ChildProcess> m_process;
     float m_length = -1;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/Framework/Tree/rowtree.h"
 
-#include "MediaKits/FunctionPage/Framework/mediarowwidget.h"
-#include "MediaKits/FunctionPage/Framework/rowsight.h"
+#include "MediaKits/FunctionPage/Framework/Rows/mediarowwidget.h"
+#include "MediaKits/FunctionPage/Framework/Rows/rowsight.h"
 
 #include <QHeaderView>
 

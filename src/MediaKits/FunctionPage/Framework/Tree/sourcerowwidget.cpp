@@ -35,7 +35,7 @@ void SourceRowWidget::keepSource(const QSharedPointer<MediaInfoData> &)
     // The item has it, and there is no task that wants it.
 }
 
-void SourceRowWidget::takeSource(const MediaInfoData &info)
+void SourceRowWidget::onSourceProbed(const MediaInfoData &info)
 {
     change([&](RowContent &content) {
         content.in.detail = MediaFacts::sizeInPixels(info.video);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/mediarowwidget.h"
+#include "MediaKits/FunctionPage/Framework/Rows/mediarowwidget.h"
 #include "MediaKits/FunctionPage/Framework/Tree/itemoperation.h"
 
 /// The row of a source file, above those of its fragments. It has no task.
@@ -27,7 +27,7 @@ protected:
     RowForm *createForm() override;
     bool acceptsSource(const MediaInfoBase &reader) override;
     void keepSource(const QSharedPointer<MediaInfoData> &info) override;
-    void takeSource(const MediaInfoData &info) override;
+    void onSourceProbed(const MediaInfoData &info) override;
     void missSource() override;
 
 private:

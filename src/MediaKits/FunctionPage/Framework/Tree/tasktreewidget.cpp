@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/Framework/Tree/tasktreewidget.h"
 
-#include "MediaKits/FunctionPage/Framework/taskrowwidget.h"
+#include "MediaKits/FunctionPage/Framework/Rows/taskrowwidget.h"
 
 #include <QSignalBlocker>
 #include <QVariant>
 #include <QVBoxLayout>
 
-TaskTreeWidget::TaskTreeWidget(QWidget *parent) : TaskRowsWidget(parent), m_tree(new RowTree)
+TaskTreeWidget::TaskTreeWidget(QWidget *parent) : TaskRowsView(parent), m_tree(new RowTree)
 {
     qRegisterMetaType<ItemOperation>("ItemOperation");
     auto *layout = new QVBoxLayout(this);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/taskrowswidget.h"
+#include "MediaKits/FunctionPage/Framework/Rows/taskrowsview.h"
 #include "MediaKits/FunctionPage/Framework/Tree/itemoperation.h"
 #include "MediaKits/FunctionPage/Framework/Tree/rowtree.h"
 #include "MediaKits/FunctionPage/Framework/Tree/sourcerowwidget.h"
@@ -12,7 +12,7 @@
 
 /// Base of the trees: a row for each source, and below it one for each fragment that was marked in
 /// it, each with a task of its own.
-class TaskTreeWidget : public TaskRowsWidget
+class TaskTreeWidget : public TaskRowsView
 {
     Q_OBJECT
 

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/Framework/Editors/Mask/chopmaskadapter.h"
+
+#include "MediaKits/FunctionPage/Framework/Editors/Mask/chopmaskwidget.h"
+#include "MediaKits/FunctionPage/Framework/Editors/Mask/edgedrag.h"
+
+#include <QScopedValueRollback>
+
+ChopMaskAdapter::ChopMaskAdapter(QWidget *target, QObject *parent)
+    : MaskAdapter(target, new ChopMaskWidget, parent),
+      m_chopWidget(static_cast<ChopMaskWidget *>(mask()->content()))
+{
+    connect(m_chopWidget, &ChopMaskWidget::chopRectChanged, this,
+            &ChopMaskAdapter::onMaskRectChanged);
+    mask()->setDrawnRegion(m_chopWidget->drawnRegion());
+}
+
+void ChopMaskAdapter::setChopX(int x)
+{
+    QRect rect = m_chopRect;
+    rect.moveLeft(x);
+    setChopRect(rect);
+}
+
+void ChopMaskAdapter::setChopY(int y)
+{
+    QRect rect = m_chopRect;
+    rect.moveTop(y);
+    setChopRect(rect);
+}
+
+void ChopMaskAdapter::setChopW(int w)
+{
+    QRect rect = m_chopRect;
+    rect.setWidth(w);
+    setChopRect(rect);
+}
+
+void ChopMaskAdapter::setChopH(int h)
+{
+    QRect rect = m_chopRect;
+    rect.setHeight(h);
+    setChopRect(rect);
+}
+
+void ChopMaskAdapter::setChopRect(QRect rt)
+{
+    if (rt != m_chopRect) {
+        m_chopRect = rt;
+        emit chopRectChanged(rt);
+    }
+    placeFrame();
+}
+
+void ChopMaskAdapter::onScaleChanged()
+{
+    setChopRect(m_chopRect);
+}
+
+// Rounded to the surface's pixels and back, the numbers would drift.
+void ChopMaskAdapter::placeFrame()
+{
+    if (!isScaleKnown() || !mask())
+        return;
+    const QScopedValueRollback<bool> placing(m_placing, true);
+    m_chopWidget->setChopRect(
+        EdgeDrag::rounded(QRectF(m_chopRect.x() * scale(), m_chopRect.y() * scale(),
+                                 m_chopRect.width() * scale(), m_chopRect.height() * scale())));
+}
+
+void ChopMaskAdapter::onMaskRectChanged(const QRect &rect)
+{
+    mask()->setDrawnRegion(m_chopWidget->drawnRegion());
+    if (m_placing || !isScaleKnown())
+        return;
+    const QRect found = EdgeDrag::rounded(QRectF(rect.x() / scale(), rect.y() / scale(),
+                                                 rect.width() / scale(), rect.height() / scale()));
+    if (found == m_chopRect)
+        return;
+    m_chopRect = found;
+    emit chopRectChanged(found);
+}

@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/Framework/Editors/Mask/edgedrag.h"
+
+#include <QRectF>
+
+#include <algorithm>
+
+namespace EdgeDrag {
+
+int edgesAt(const QPoint &point, const QSize &size, int grip)
+{
+    int edges = 0;
+    if (point.y() < grip)
+        edges |= TopEdge;
+    else if (size.height() - 1 - point.y() < grip)
+        edges |= BottomEdge;
+    if (point.x() < grip)
+        edges |= LeftEdge;
+    else if (size.width() - 1 - point.x() < grip)
+        edges |= RightEdge;
+    return edges;
+}
+
+Qt::CursorShape cursorFor(int edges, bool pressed)
+{
+    switch (edges) {
+    case TopEdge | LeftEdge:
+    case BottomEdge | RightEdge:
+        return Qt::SizeFDiagCursor;
+    case TopEdge | RightEdge:
+    case BottomEdge | LeftEdge:
+        return Qt::SizeBDiagCursor;
+    case TopEdge:
+    case BottomEdge:
+        return Qt::SizeVerCursor;
+    case LeftEdge:
+    case RightEdge:
+        return Qt::SizeHorCursor;
+    default:
+        return pressed ? Qt::ClosedHandCursor : Qt::OpenHandCursor;
+    }
+}
+
+QRect spanned(const QPoint &a, const QPoint &b)
+{
+    return {QPoint(std::min(a.x(), b.x()), std::min(a.y(), b.y())),
+            QPoint(std::max(a.x(), b.x()), std::max(a.y(), b.y()))};
+}
+
+QRect stretched(const QRect &pressed, int edges, const QPoint &pointer)
+{
+    QPoint from = pressed.topLeft();
+    QPoint to = pressed.bottomRight();
+    if (edges & TopEdge)
+        from.setY(pointer.y());
+    else if (edges & BottomEdge)
+        to.setY(pointer.y());
+    if (edges & LeftEdge)
+        from.setX(pointer.x());
+    else if (edges & RightEdge)
+        to.setX(pointer.x());
+    return spanned(from, to);
+}
+
+QRect clamped(const QRect &rect, const QSize &bound)
+{
+    return {QPoint(std::max(rect.left(), 0), std::max(rect.top(), 0)),
+            QPoint(std::min(rect.right(), bound.width() - 1),
+                   std::min(rect.bottom(), bound.height() - 1))};
+}
+
+QPoint pushedInto(const QRect &rect, const QSize &bound)
+{
+    return {std::min(std::max(rect.left(), 0), bound.width() - rect.width()),
+            std::min(std::max(rect.top(), 0), bound.height() - rect.height())};
+}
+
+QRect withAspect(const QRect &rect, int edges, double aspect, const QSize &bound)
+{
+    int left = rect.left();
+    int top = rect.top();
+    int right = rect.right();
+    int bottom = rect.bottom();
+    switch (edges) {
+    case LeftEdge: // hangs on its top
+        bottom = top + int(rect.width() * aspect);
+        if (bottom >= bound.height()) {
+            bottom = bound.height();
+            left = int(right - (bottom - top) / aspect);
+        }
+        break;
+    case RightEdge: // stands on its bottom
+        top = bottom - int(rect.width() * aspect);
+        if (top < 0) {
+            top = 0;
+            right = int(left + bottom / aspect);
+        }
+        break;
+    case BottomEdge:
+    case TopEdge | LeftEdge:
+    case BottomEdge | LeftEdge:
+        left = right - int(rect.height() / aspect);
+        if (left < 0) {
+            left = 0;
+            bottom = int(aspect * right + top);
+        }
+        break;
+    default:
+        right = left + int(rect.height() / aspect);
+        if (right > bound.width()) {
+            right = bound.width();
+            top = int(bottom - aspect * (right - left));
+        }
+        break;
+    }
+    return {QPoint(left, top), QPoint(right, bottom)};
+}
+
+QRect rounded(const QRectF &rect)
+{
+    return {qRound(rect.x()), qRound(rect.y()), qRound(rect.width()), qRound(rect.height())};
+}
+
+} // namespace EdgeDrag

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/FunctionPage/Framework/Editors/Mask/maskadapter.h"
+
+#include <QRectF>
+
+#include <memory>
+#include <vector>
+
+class WatermarkMaskAdapterItem;
+class WatermarkMaskWidget;
+
+/// The boxes over a picture, in picture pixels. Operations on an item that isn't (any more) one of
+/// the adapter's do nothing.
+class WatermarkMaskAdapter : public MaskAdapter
+{
+    Q_OBJECT
+
+public:
+    explicit WatermarkMaskAdapter(QWidget *target, QObject *parent = nullptr);
+    ~WatermarkMaskAdapter() override;
+
+    /// A new box has its place when the event loop has gone round once.
+    WatermarkMaskAdapterItem *addTextItem();
+    /// Null, after a message, when the picture can't be read.
+    WatermarkMaskAdapterItem *addImageItem(const QString &path);
+    WatermarkMaskAdapterItem *addDelogoItem();
+
+    QRectF itemRect(const WatermarkMaskAdapterItem *item) const;
+    void setItemRect(WatermarkMaskAdapterItem *item, const QRectF &rect);
+    void moveItem(WatermarkMaskAdapterItem *item, const QPointF &topLeft);
+    /// @param place one of nine, 0 to 8, row by row from the upper left; others leave the place
+    void alignItem(WatermarkMaskAdapterItem *item, int place);
+    /// Deletes the item.
+    void removeItem(WatermarkMaskAdapterItem *item);
+    /// Null when none is.
+    WatermarkMaskAdapterItem *selectedItem() const { return m_selected; }
+
+public slots:
+    void selectItem(WatermarkMaskAdapterItem *item);
+
+signals:
+    void itemRectChanged(WatermarkMaskAdapterItem *item, QRectF rect);
+    void itemSelectItemChanged(WatermarkMaskAdapterItem *cur, WatermarkMaskAdapterItem *pre);
+    /// The item is deleted as soon as the slots have returned.
+    void itemRemoved(WatermarkMaskAdapterItem *item);
+
+private:
+    using Items = std::vector<std::unique_ptr<WatermarkMaskAdapterItem>>;
+
+    void onScaleChanged() override;
+    WatermarkMaskAdapterItem *addItem(std::unique_ptr<WatermarkMaskAdapterItem> item,
+                                      const QSize &size);
+    void placeItem(const WatermarkMaskAdapterItem &item);
+    void onBoxChanged(WatermarkMaskAdapterItem *item);
+    void markSelected(WatermarkMaskAdapterItem *item, bool selected);
+    void showDrawnRegion();
+    Items::const_iterator find(const WatermarkMaskAdapterItem *item) const;
+    bool has(const WatermarkMaskAdapterItem *item) const { return find(item) != m_items.end(); }
+
+    WatermarkMaskWidget *const m_maskWidget; ///< owned by the mask
+    Items m_items;
+    WatermarkMaskAdapterItem *m_selected = nullptr;
+    bool m_placing = false;
+};

@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "controls/dialogframe.h"
+
+#include <QSize>
+
+#include <memory>
+
+class CSVideoPlayer;
+class InterceptSlider;
+class QPushButton;
+struct MediaInfoData;
+struct VEncParam;
+
+namespace Ui {
+class EditorDialog;
+}
+
+/// Base of the editors: a running preview with play button, time line, volume, and below it the
+/// place for what is edited. Modal, for one `exec`; results are read when it was accepted. All
+/// times are ms.
+///
+/// Space plays and pauses, the arrow keys step a second, with Shift one frame. Escape asks before
+/// anything is lost.
+class EditorDialog : public DialogFrame
+{
+    Q_OBJECT
+
+public:
+    explicit EditorDialog(QWidget *parent = nullptr);
+    ~EditorDialog() override;
+
+    /// Opens a file that was probed: preview, picture, frame rate and length.
+    void showMedium(const QString &file, const MediaInfoData &info);
+
+    /// Starts the preview.
+    /// @param extraArgs options of the player, behind those that every preview has
+    void load(const QString &file, const QStringList &extraArgs);
+    /// The size of the picture as the preview shows it, in pixels.
+    virtual void setVideoSize(const QSize &size);
+    /// The length of the medium.
+    virtual void setDuration(int ms);
+    int duration() const { return m_duration; }
+    /// Frames a second, for steps by the keyboard.
+    void setFrameRate(double framesPerSecond);
+
+protected:
+    /// Starts the preview with these options of the player alone.
+    void startPlayer(const QString &file, const QStringList &args);
+    /// Takes the picture that a probe has found.
+    /// @param video null when the medium has none
+    virtual void setVideo(const VEncParam *video);
+    CSVideoPlayer &player() const;
+    InterceptSlider &scrubBar() const;
+    /// Jumps there; the preview shows that frame.
+    void seek(int ms);
+    /// Where the preview stands.
+    int position() const { return m_position; }
+
+    /// Where the subclass lays out its controls, below the preview.
+    QWidget *editorArea() const;
+    /// The button that takes the result, "btnSave" unless it is named otherwise.
+    QPushButton *confirmButton() const;
+    /// Adds a column at the right of the preview.
+    /// @param action stands at the column's foot, pointing to it
+    void setSidePane(QWidget *pane, QPushButton *action);
+
+    /// Whether leaving the editor would lose something.
+    virtual bool isChanged() const = 0;
+    /// The editor's keys, wherever the focus is; true when it was one of them.
+    virtual bool handleKey(const QKeyEvent &event);
+
+    void keyPressEvent(QKeyEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+protected slots:
+    void on_btnPlay_toggled(bool checked);
+    void on_btnVolume_clicked();
+    void on_btnCancel_clicked();
+
+private:
+    void connectPlayer();
+    void setUpFocus();
+    void onProgress(int ms);
+    void showPosition();
+    bool mayLeave();
+
+    const std::unique_ptr<Ui::EditorDialog> m_ui;
+    int m_duration = 0;
+    int m_position = 0;
+    bool m_standsAtSought = false; // paused, and sent to the position since
+    int m_frameMs;
+};

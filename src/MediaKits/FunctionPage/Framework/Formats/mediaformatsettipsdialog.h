@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/FunctionPage/Framework/Messages/mediamessagebox.h"
+
+/// Notice of a start without a chosen preset.
+class MediaFormatSetTipsDialog : public MediaMessageBox
+{
+    Q_OBJECT
+
+public:
+    explicit MediaFormatSetTipsDialog(QWidget *parent = nullptr);
+};

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/Framework/Formats/presetlook.h"
+
+#include "catalogue/encparamcatalog.h"
+#include "controls/iconpixmap.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+constexpr quint32 videoKind = 1;
+constexpr int videoType = 1;
+constexpr QSize categoryIconSize(32, 38);
+constexpr QSize presetIconSize(24, 24);
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("PresetLook", text);
+}
+
+QString pictureText(const VEncParam *video, bool zeroSizeShown)
+{
+    if (!video || (video->width <= 0 && !zeroSizeShown))
+        return tr("原视频分辨率");
+    return QStringLiteral("%1*%2").arg(video->width).arg(video->height);
+}
+
+} // namespace
+
+QPixmap categoryPixmap(const VADisplayCategory &category)
+{
+    const QString folder = category.type == videoType ? QStringLiteral(":/format/video/%1.png")
+                                                      : QStringLiteral(":/format/audio/%1.png");
+    return iconPixmap(folder.arg(category.icon), categoryIconSize);
+}
+
+QPixmap presetPixmap()
+{
+    return iconPixmap(QStringLiteral(":/format/video.png"), presetIconSize);
+}
+
+QString presetDetailText(const EncParam &preset, bool zeroSizeShown)
+{
+    if (EncParamCatalog::categoryKind(preset.displayCategoryID) == videoKind)
+        return pictureText(preset.video.data(), zeroSizeShown);
+    if (!preset.audio)
+        return tr("自动");
+    return QStringLiteral("%1 Kbps").arg(preset.audio->bitrate);
+}

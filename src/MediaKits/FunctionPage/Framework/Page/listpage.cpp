@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/Framework/Page/listpage.h"
+
+#include "controls/filechooser.h"
+#include "MediaKits/AppInstance/LocalStore/functionsettings.h"
+#include "MediaKits/AppInstance/LocalStore/outputdirs.h"
+#include "MediaKits/DataTracker/trackevent.h"
+#include "MediaKits/MediaFormats/mediaformats.h"
+#include "ui_listpage.h"
+
+#include <QDir>
+#include <QVBoxLayout>
+
+namespace {
+
+enum StackPage { EmptyPage, RowsPage };
+
+const QString batchName = QStringLiteral("a");
+
+QString addTypeText(FileAddType type)
+{
+    switch (type) {
+    case FileAddType::Dragged:
+        return QStringLiteral("拖拽文件");
+    case FileAddType::AddFile:
+        return QStringLiteral("添加文件");
+    case FileAddType::AddFolder:
+        return QStringLiteral("添加文件夹");
+    }
+    return {};
+}
+
+} // namespace
+
+ListPage::ListPage(const Kind &kind, QWidget *parent) : QWidget(parent), m_kind(kind) {}
+
+ListPage::~ListPage() = default;
+
+void ListPage::showEvent(QShowEvent *event)
+{
+    ensureBuilt();
+    QWidget::showEvent(event);
+}
+
+void ListPage::ensureBuilt()
+{
+    if (m_ui)
+        return;
+    m_ui = std::make_unique<Ui::ListPage>();
+    m_ui->setupUi(this);
+    m_rows = createRows(m_ui->fileDragDropWidget);
+    auto *layout = new QVBoxLayout(m_ui->fileDragDropWidget);
+    layout->setContentsMargins(16, 0, 8, 0);
+    layout->addWidget(m_rows);
+    setUpIntake();
+    connect(m_rows, &RowsView::taskGrpStateChanged, this,
+            [this](const QString &, RowsView::TaskGrpState state) { showGroupState(state); });
+    connect(m_rows, &RowsView::mediaListEmptyChanged, this, [this](bool empty) {
+        m_ui->skdWdtList->setCurrentIndex(empty ? EmptyPage : RowsPage);
+    });
+    const QString outPath = setting(FunctionKey::outPath).toString();
+    m_rows->setOutPath(outPath.isEmpty() ? defaultOutputDir(m_kind.page) : outPath);
+    m_ui->ledtCustomPath->setText(QDir::toNativeSeparators(outPath));
+    setUpChoices(m_ui->wdtChoices);
+}
+
+void ListPage::setUpIntake()
+{
+    const QString filter = fileDialogFilter(m_kind.formatClasses);
+    const QStringList &suffixes = m_kind.dropSuffixes();
+    m_ui->fileAddGPage->setFilter(filter);
+    m_ui->fileAddGPage->setAllowedSuffixes(suffixes);
+    m_ui->fileDragDropWidget->setAllowedSuffixes(suffixes);
+    m_ui->comToolBarGPage->setFilter(filter);
+    m_ui->comToolBarGPage->setAllowedPatterns(suffixPatterns(m_kind.formatClasses));
+    connect(m_ui->fileAddGPage, &FileAddGPage::filesAddActived, this, &ListPage::receiveFiles);
+    connect(m_ui->fileDragDropWidget, &FileDragDropWidget::filesAddActived, this,
+            &ListPage::receiveFiles);
+    connect(m_ui->comToolBarGPage, &ComToolBarGPage::filesAddActived, this,
+            &ListPage::receiveFiles);
+    connect(m_ui->comToolBarGPage, &ComToolBarGPage::itemclearActived, this, &ListPage::clear);
+}
+
+void ListPage::receiveFiles(const QStringList &files, FileAddType type)
+{
+    trackEvent(m_kind.page, QStringLiteral("file_select"),
+               {{QStringLiteral("select_type"), addTypeText(type)},
+                {QStringLiteral("select_number"), files.size()}});
+    addFiles(files);
+}
+
+void ListPage::addFiles(const QStringList &files)
+{
+    ensureBuilt();
+    m_rows->addFiles(files);
+}
+
+void ListPage::clear()
+{
+    if (m_rows)
+        m_rows->clear();
+}
+
+void ListPage::showGroupState(RowsView::TaskGrpState state)
+{
+    const char *name = state == RowsView::GroupEnded ? "ConvertName" : "ConvertingName";
+    m_ui->btnConvertAll->setText(m_ui->btnConvertAll->property(name).toString());
+}
+
+void ListPage::on_btnChangePath_clicked()
+{
+    const QString folder =
+        FileChooser::chooseDirectory(this, {tr("请选择文件"), QString(), rows().outPath()});
+    if (!folder.isEmpty())
+        m_ui->ledtCustomPath->setText(QDir::toNativeSeparators(folder));
+}
+
+void ListPage::on_btnConvertAll_clicked()
+{
+    m_rows->convertAll(batchName);
+}
+
+void ListPage::on_ledtCustomPath_textChanged(const QString &arg1)
+{
+    const QString path = QDir::fromNativeSeparators(arg1);
+    // Without a folder of the user's choice, results go where they go at first.
+    m_rows->setOutPath(path.isEmpty() ? defaultOutputDir(m_kind.page) : path);
+    storeSetting(FunctionKey::outPath, path);
+}
+
+void ListPage::raiseChoices()
+{
+    m_ui->wdtChoices->setProperty("cls", QStringLiteral("bottomBar"));
+    m_ui->layout1->insertWidget(m_ui->layout1->indexOf(m_ui->wdtBottom), m_ui->wdtChoices);
+}
+
+void ListPage::nameStart(const QString &objectName, const QString &idleText,
+                         const QString &busyText)
+{
+    m_ui->btnConvertAll->setObjectName(objectName);
+    m_ui->btnConvertAll->setProperty("ConvertName", idleText);
+    m_ui->btnConvertAll->setProperty("ConvertingName", busyText);
+    m_ui->btnConvertAll->setText(idleText);
+}
+
+QVariant ListPage::setting(QLatin1String key) const
+{
+    return FunctionSettings::instance().value(m_kind.section, key);
+}
+
+void ListPage::storeSetting(QLatin1String key, const QVariant &value)
+{
+    FunctionSettings::instance().setValue(m_kind.section, key, value);
+}

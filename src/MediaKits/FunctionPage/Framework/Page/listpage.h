@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/FunctionPage/Framework/Intake/fileaddtype.h"
+#include "MediaKits/FunctionPage/Framework/Rows/taskrowsview.h"
+
+#include <QWidget>
+
+#include <memory>
+
+namespace Ui {
+class ListPage;
+}
+
+/// Base of the pages that hold a list or a tree of rows: intake of files, output folder, and the
+/// button that starts everything. Nothing of it is built before the page is first shown or given
+/// files.
+class ListPage : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// What tells one page from another.
+    struct Kind
+    {
+        /// Number of the page in usage tracking, and of its function among the output folders.
+        int page;
+        /// Name of its section in the function settings.
+        QLatin1String section;
+        /// Classes of suffixes that its dialogs offer: a sum of `FormatClass`.
+        int formatClasses;
+        /// Suffixes of what may be dropped.
+        const QStringList &(*dropSuffixes)();
+    };
+
+    ListPage(const Kind &kind, QWidget *parent);
+    ~ListPage() override;
+
+    void addFiles(const QStringList &files);
+    void clear();
+
+public slots:
+    void on_btnChangePath_clicked();
+    virtual void on_btnConvertAll_clicked();
+    void on_ledtCustomPath_textChanged(const QString &arg1);
+
+protected:
+    virtual RowsView *createRows(QWidget *parent) = 0;
+    /// Fills the left of the bottom bar and reads the page's own settings.
+    virtual void setUpChoices(QWidget *choices) = 0;
+
+    /// Gives the choices a row of their own, above the bottom bar; for `setUpChoices`.
+    void raiseChoices();
+    /// Gives the button that starts everything a name and texts of its own; for `setUpChoices`.
+    void nameStart(const QString &objectName, const QString &idleText, const QString &busyText);
+    QVariant setting(QLatin1String key) const;
+    void storeSetting(QLatin1String key, const QVariant &value);
+    /// Once built.
+    RowsView &rows() const { return *m_rows; }
+    void showEvent(QShowEvent *event) override;
+
+private:
+    void ensureBuilt();
+    void setUpIntake();
+    void receiveFiles(const QStringList &files, FileAddType type);
+    void showGroupState(RowsView::TaskGrpState state);
+
+    const Kind m_kind;
+    std::unique_ptr<Ui::ListPage> m_ui;
+    RowsView *m_rows = nullptr;
+};

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/Framework/Rows/rowsview.h"
+
+#include "MediaKits/AppInstance/LocalStore/historyrecord.h"
+#include "MediaKits/FunctionPage/Framework/Formats/mediaformatsettipsdialog.h"
+#include "MediaKits/FunctionPage/Framework/Intake/mediaimportdialog.h"
+#include "MediaKits/FunctionPage/Framework/Rows/mediarowwidget.h"
+
+#include <QApplication>
+#include <QDateTime>
+#include <QPointer>
+#include <QShortcut>
+
+RowsView::RowsView(QWidget *parent) : QWidget(parent)
+{
+    auto *shortcut = new QShortcut(QKeySequence(QKeySequence::Delete), this);
+    shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(shortcut, &QShortcut::activated, this, &RowsView::deleteFocusedRow);
+}
+
+void RowsView::addFiles(const QStringList &files)
+{
+    const QPointer<RowsView> alive(this);
+    importFiles(this, files, [alive](const QString &path) {
+        if (alive)
+            alive->addFile(path);
+    });
+}
+
+bool RowsView::presetIsMissing()
+{
+    if (!needsPreset() || m_encParamInfoID != 0)
+        return false;
+    MediaFormatSetTipsDialog(this).exec();
+    return true;
+}
+
+void RowsView::addHistory(const QString &source, const QString &result)
+{
+    HistoryRecord::instance().add(
+        {QDateTime::currentDateTime().toString(QStringLiteral("yyyy.MM.dd hh:mm")), source,
+         result});
+}
+
+void RowsView::deleteFocusedRow()
+{
+    for (QWidget *widget = QApplication::focusWidget(); widget && widget != this;
+         widget = widget->parentWidget()) {
+        if (auto *row = qobject_cast<MediaRowWidget *>(widget)) {
+            row->on_btnDel_clicked();
+            return;
+        }
+    }
+}

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/Framework/Rows/taskbatch.h"
+
+#include <utility>
+
+namespace {
+
+constexpr int dispatchIntervalMs = 500;
+constexpr int runningLimit = 1;
+
+bool isIdle(MediaTask::State state)
+{
+    return state == MediaTask::UNSTARTED || state == MediaTask::STOPED || state == MediaTask::ERROR;
+}
+
+} // namespace
+
+TaskBatch::TaskBatch(QObject *parent) : QObject(parent), m_manager(dispatchIntervalMs, runningLimit)
+{
+}
+
+bool TaskBatch::takesChoices(const MediaTask &task)
+{
+    return isIdle(task.state()) && task.operate() != MediaTask::OperateQueued;
+}
+
+bool TaskBatch::canStart(MediaTask::State state)
+{
+    return isIdle(state) || state == MediaTask::PAUSED;
+}
+
+void TaskBatch::watch(MediaTask *task)
+{
+    // An idle page has no timer that wakes the processor. Each start begins a new interval: more
+    // of them would hold the queue up while files are added.
+    if (!std::exchange(m_ticks, true))
+        m_manager.startTimer();
+    connect(task, &MediaTask::taskStateChanged, this, [this, task](MediaTask::State state) {
+        if (MediaTask::isFinal(state) || state == MediaTask::PAUSED ||
+            state == MediaTask::DESTORIED)
+            leave(task);
+    });
+    connect(task, &MediaTask::taskOperateChanged, this, [this, task](MediaTask::Operate operate) {
+        if (operate == MediaTask::OperateDequeued)
+            leave(task);
+    });
+}
+
+void TaskBatch::startAll(const QString &groupName, const QVector<MediaTask *> &tasks)
+{
+    if (groupName.isEmpty() || isRunning())
+        return;
+    QVector<MediaTask *> startable;
+    for (MediaTask *task : tasks) {
+        if (task->isEnabled() && canStart(task->state()))
+            startable += task;
+    }
+    m_pending.clear();
+    if (startable.isEmpty())
+        return;
+    m_groupName = groupName;
+    emit groupStateChanged(groupName, Started);
+    for (MediaTask *task : startable) {
+        m_manager.addTask(task);
+        task->setGroupId(groupName);
+        m_pending.insert(task);
+    }
+}
+
+void TaskBatch::start(MediaTask *task)
+{
+    task->setGroupId(QString());
+    if (canStart(task->state()))
+        m_manager.addTask(task);
+}
+
+void TaskBatch::stop(MediaTask *task)
+{
+    task->stop();
+    m_manager.removeTask(task);
+}
+
+void TaskBatch::operate(TaskOperation operation, MediaTask *task)
+{
+    switch (operation) {
+    case TaskOperation::Start:
+        start(task);
+        break;
+    case TaskOperation::Pause:
+        task->pause();
+        break;
+    case TaskOperation::Stop:
+        stop(task);
+        break;
+    case TaskOperation::Resume:
+        task->resume();
+        break;
+    case TaskOperation::OpenFolder:
+    case TaskOperation::Delete:
+        break;
+    }
+}
+
+void TaskBatch::leave(MediaTask *task)
+{
+    if (m_groupName.isEmpty() || task->groupId() != m_groupName)
+        return;
+    m_pending.remove(task);
+    if (!m_pending.isEmpty())
+        return;
+    emit groupStateChanged(m_groupName, Ended);
+    m_groupName.clear();
+}

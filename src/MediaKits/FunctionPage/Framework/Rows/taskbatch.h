@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/FunctionPage/Framework/Rows/taskoperation.h"
+#include "MediaKits/MediaTasksManager/mediatasksmanager.h"
+
+#include <QSet>
+#include <QVector>
+
+/// Runs the tasks of one page, one at a time, and keeps the books of the batch that "start all"
+/// began: which of its tasks have yet to leave it. A task leaves by any end, and by a pause.
+class TaskBatch : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum GroupState { Started = 1, Ended = 2 };
+
+    explicit TaskBatch(QObject *parent = nullptr);
+
+    /// Before a task's first start.
+    void watch(MediaTask *task);
+
+    bool isRunning() const { return !m_groupName.isEmpty(); }
+    /// Begins a batch with those of the tasks that can be started, in their order. Does nothing
+    /// for an empty name, while a batch runs, or when no task can be started.
+    void startAll(const QString &groupName, const QVector<MediaTask *> &tasks);
+    /// A start of its own, outside of any batch; nothing for a task that can't be started.
+    void start(MediaTask *task);
+    /// Stops a task, whether it runs or waits.
+    void stop(MediaTask *task);
+    /// Start, pause, stop and resume; the other operations aren't the batch's.
+    void operate(TaskOperation operation, MediaTask *task);
+
+    /// Whether a page's new choices still reach the task: it neither waits, works nor is done.
+    static bool takesChoices(const MediaTask &task);
+    static bool canStart(MediaTask::State state);
+
+signals:
+    void groupStateChanged(const QString &groupName, TaskBatch::GroupState state);
+
+private:
+    void leave(MediaTask *task);
+
+    MediaTasksManager m_manager;
+    bool m_ticks = false;
+    /// For comparing only: a pointer may be one of a task that is being destroyed.
+    QSet<const MediaTask *> m_pending;
+    QString m_groupName;
+};

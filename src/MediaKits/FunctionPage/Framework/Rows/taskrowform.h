@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/FunctionPage/Framework/Rows/rowform.h"
+
+#include <memory>
+
+namespace Ui {
+class TaskRowForm;
+}
+class QAbstractButton;
+
+/// The widgets of one row: source and result, three pages for idle, working and done. Buttons that
+/// only some pages have get their object names here.
+class TaskRowForm : public RowForm
+{
+    Q_OBJECT
+
+public:
+    /// What the rows of one page have.
+    struct Kind
+    {
+        /// What the second label of source and result shows, as "Res" for "lblInRes".
+        QLatin1String detail;
+        /// Object name of the button that opens the row's choices; empty for none.
+        QLatin1String settingsButton;
+        /// Object name and tool tip of the button that opens the row's editor; empty for none.
+        QLatin1String editorButton;
+        QString editorToolTip;
+        /// Object name of the button that opens the choice of speed.
+        QLatin1String speedButton = QLatin1String("btnSpeedSwitch");
+        /// Texts of the start button by speed; empty for rows without a choice of speed.
+        QStringList startTexts;
+        /// What stands before the size of the result, and instead of it once it is finished; empty
+        /// for nothing.
+        QString sizeName;
+        QString finishedSizeName;
+    };
+
+    TaskRowForm(const Kind &kind, bool audio, QWidget *parent);
+    ~TaskRowForm() override;
+
+    /// A name that is being typed stays.
+    void showContent(const RowContent &content) override;
+    bool isEditing() const override;
+
+signals:
+    void startPressed();
+    void stopPressed();
+    void pauseToggled(bool paused);
+    void settingsPressed(QWidget *button);
+    void speedPressed(QWidget *button);
+    void editorPressed();
+    void playResultPressed();
+    void revealPressed();
+    void failurePressed();
+    /// The text without its suffix.
+    void nameEdited(const QString &name);
+
+private:
+    void nameButtons(const Kind &kind);
+    void connectButtons();
+    void showName(const RowContent &content);
+    void showChoices(const RowContent &content);
+    void showPaused(bool paused);
+    void reveal();
+
+    const std::unique_ptr<Ui::TaskRowForm> m_ui;
+};

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/FunctionPage/Framework/Rows/mediarowwidget.h"
+#include "MediaKits/FunctionPage/Framework/Rows/taskoperation.h"
+#include "MediaKits/FunctionPage/Framework/Rows/taskrowform.h"
+#include "MediaKits/FunctionPage/Framework/Rows/worktimer.h"
+#include "MediaKits/MediaTasksManager/converttaskparam.h"
+
+/// Base of the rows that show one task, which is data of the row's item, too.
+class TaskRowWidget : public MediaRowWidget
+{
+    Q_OBJECT
+
+public:
+    struct Kind
+    {
+        /// Number of the page in usage tracking.
+        int page;
+        /// Whether the numbered events hear of failures and their reason.
+        bool reportsFailures;
+        TaskRowForm::Kind form;
+    };
+
+    /// @param item holds path and task already
+    TaskRowWidget(const RowItem &item, const Kind &kind, QWidget *parent);
+
+    /// Null when the item is gone.
+    MediaTask *task() const;
+
+    /// Where the result goes or has gone; empty when the item is gone.
+    virtual QString outputPath() const;
+    void setOutputDir(const QString &dir);
+    /// The preset by its id; rows of a page without presets ignore it.
+    virtual void setEncParamInfoID(quint32) {}
+    virtual quint32 encParamInfoID() const { return 0; }
+
+signals:
+    void taskOperationChange(TaskOperation operation);
+
+public slots:
+    void on_btnDel_clicked() override;
+    void on_btnConvert_clicked();
+    void on_btnStop_clicked();
+    void on_btnOpenDir_clicked();
+    void on_btnPause_toggled(bool checked);
+    void on_btnPlayDst_clicked();
+    void on_btnErrorDetail_clicked();
+
+protected:
+    /// Names the result after the source unless it has a name; for the constructor of a row whose
+    /// task is a conversion.
+    void nameAfterSource();
+    /// Tells of the finished file, by a probe of it.
+    virtual void readResult();
+    /// Takes what that probe has found.
+    virtual void onResultProbed(const MediaInfoData &) {}
+    /// Whether the row's editor may be opened for this source, which has to be known for it.
+    virtual bool editorAllowed() const { return !sourceInfo().isNull(); }
+    /// Tells how long the result will be, after its time was cut.
+    void showCutLength();
+    /// For the subclass's own buttons.
+    virtual void connectForm(TaskRowForm &) {}
+
+    /// The parameter of the row's task, for the rows whose task is a conversion.
+    ConvertTaskParam &param() const;
+    RowForm *createForm() override;
+    void keepSource(const QSharedPointer<MediaInfoData> &info) override;
+
+private:
+    void watchTask();
+    void onTaskState(MediaTask::State state);
+    void onTaskProgress(double progress);
+    void onTaskMessage(int type, MediaTask *sender, const QVariant &value);
+    void showStarted();
+    void showEnded();
+    void showFailed();
+    void showFinished();
+    void showDone();
+    void renameOutput(const QString &typed);
+    void trackEnded(bool success) const;
+
+    const Kind m_kind;
+    WorkTimer m_workTimer;
+};

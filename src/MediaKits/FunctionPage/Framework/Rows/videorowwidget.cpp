@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/Framework/Rows/videorowwidget.h"
+
+#include "catalogue/encparamcatalog.h"
+#include "MediaKits/FunctionPage/Framework/Editors/Cut/videocutdialog.h"
+#include "MediaKits/MediaFormats/mediaformats.h"
+
+namespace {
+
+constexpr quint32 audioKind = 2;
+
+bool isAudio(const EncParam &preset)
+{
+    return EncParamCatalog::categoryKind(preset.displayCategoryID) == audioKind;
+}
+
+TaskRowWidget::Kind withVideo(TaskRowWidget::Kind kind)
+{
+    kind.form.detail = QLatin1String("Res");
+    kind.form.editorButton = QLatin1String("btnCut");
+    kind.form.editorToolTip = VideoRowWidget::tr("剪裁");
+    return kind;
+}
+
+} // namespace
+
+VideoRowWidget::VideoRowWidget(const RowItem &item, const Kind &kind, QWidget *parent)
+    : PresetRowWidget(item, withVideo(kind), parent)
+{
+}
+
+bool VideoRowWidget::editorAllowed() const
+{
+    return PresetRowWidget::editorAllowed() && !isSpecialFormat(sourceSuffix());
+}
+
+void VideoRowWidget::connectForm(TaskRowForm &form)
+{
+    PresetRowWidget::connectForm(form);
+    connect(&form, &TaskRowForm::editorPressed, this, &VideoRowWidget::on_btnCut_clicked);
+}
+
+void VideoRowWidget::onSourceProbed(const MediaInfoData &info)
+{
+    showCutLength();
+    const QString size = MediaFacts::sizeInPixels(info.video);
+    if (size.isEmpty())
+        return;
+    const auto preset = EncParamCatalog::instance().encParam(encParamInfoID());
+    change([&](RowContent &content) {
+        content.in.detail = size;
+        if (content.out.detail.isEmpty() && !(preset && isAudio(*preset)))
+            content.out.detail = size;
+    });
+}
+
+void VideoRowWidget::onResultProbed(const MediaInfoData &info)
+{
+    const QString size = MediaFacts::sizeInPixels(info.video);
+    if (!size.isEmpty())
+        change([&](RowContent &content) { content.out.detail = size; });
+}
+
+void VideoRowWidget::applyPreset(const EncParam *preset)
+{
+    sizePreset();
+    const QString fixed = fixedSize();
+    const auto video = preset ? param().encParam->video : nullptr;
+    const QString given = MediaFacts::sizeInPixels(video);
+    change([&](RowContent &content) {
+        if (!fixed.isEmpty())
+            content.out.detail = fixed;
+        else if (preset && isAudio(*preset))
+            content.out.detail.clear();
+        else if (!video)
+            content.out.detail = content.in.detail;
+        else if (!given.isEmpty())
+            content.out.detail = given;
+    });
+}
+
+// A conversion crops only to a picture of a given size, which a preset may leave open.
+void VideoRowWidget::sizePreset()
+{
+    const EncParamCatalog &catalogue = EncParamCatalog::instance();
+    const auto preset = catalogue.encParam(encParamInfoID());
+    if (!preset)
+        return;
+    param().encParam = preset;
+    const auto crop = param().cropRect;
+    if (!crop || isAudio(*preset) || !MediaFacts::sizeInPixels(preset->video).isEmpty())
+        return;
+    const auto sized = catalogue.cloneAsCustom(preset->id);
+    if (!sized->video)
+        sized->video = QSharedPointer<VEncParam>::create();
+    sized->video->width = crop->width;
+    sized->video->height = crop->height;
+    param().encParam = sized;
+}
+
+void VideoRowWidget::on_btnCut_clicked()
+{
+    const auto info = sourceInfo();
+    if (!info)
+        return;
+    const auto saved =
+        VideoCutDialog::edit(sourcePath(), *info, {param().timeRange, param().cropRect}, this);
+    if (!saved || !task())
+        return;
+    param().timeRange = saved->timeRange;
+    param().cropRect = saved->cropRect;
+    applyPreset(EncParamCatalog::instance().encParam(encParamInfoID()).data());
+    showCutLength();
+}

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "controls/filechooser.h"
+#include "MediaKits/AppInstance/LocalStore/functionsettings.h"
+#include "MediaKits/FunctionPage/Framework/Rows/taskrowwidget.h"
+#include "support/guisupport.h"
+
+#include <QDir>
+#include <QLabel>
+#include <QListWidget>
+#include <QStackedWidget>
+#include <QTemporaryDir>
+
+#include <memory>
+
+/// Clicks a preset in the open format dialog.
+inline void pickPreset(quint32 id)
+{
+    constexpr int presetIdRole = Qt::UserRole + 2;
+    QWidget *dialog = nullptr;
+    QTRY_VERIFY((dialog = visibleWindow("MediaFormatDialog")));
+    auto *list = child<QListWidget>(*dialog, "lwdtParamInfos");
+    for (int i = 0; i < list->count(); ++i) {
+        if (list->item(i)->data(presetIdRole).toUInt() != id)
+            continue;
+        list->scrollToItem(list->item(i));
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier,
+                          list->visualItemRect(list->item(i)).center());
+        QTRY_VERIFY(!visibleWindow("MediaFormatDialog"));
+        return;
+    }
+    QFAIL("the dialog does not list the preset");
+}
+
+/// A list page in a window of its own, driven by its buttons.
+template<class Page>
+class PageTest
+{
+public:
+    /// @param preset stored in the page's settings, as if chosen earlier
+    PageTest(QLatin1String section, quint32 preset)
+    {
+        FunctionSettings &settings = FunctionSettings::instance();
+        settings.setValue(section, FunctionKey::outPath, out());
+        settings.setValue(section, FunctionKey::encParamID, preset);
+        page = std::make_unique<Page>();
+        page->resize(1000, 640);
+        page->show();
+        shown = QTest::qWaitForWindowActive(page.get());
+    }
+
+    QString out() const { return folder.filePath(QStringLiteral("out")); }
+
+    /// Through the file dialog's front and the tool bar's button.
+    void add(const QStringList &files)
+    {
+        FileChooser::setNextAnswer(files);
+        press(*page, "btnAddFile");
+    }
+
+    QListWidget *list() const { return child<QListWidget>(*page, "convertList"); }
+    QWidget *rowWidget(int index) const { return list()->itemWidget(list()->item(index)); }
+    TaskRowWidget *row(int index) const { return qobject_cast<TaskRowWidget *>(rowWidget(index)); }
+    MediaTask::State state(int index) const { return row(index)->task()->state(); }
+    QString text(int index, const char *label) const
+    {
+        return child<QLabel>(*rowWidget(index), label)->text();
+    }
+    /// 0 idle, 1 working, 2 done
+    int statePage(int index) const
+    {
+        return child<QStackedWidget>(*rowWidget(index), "swdtState")->currentIndex();
+    }
+    QString startAllText() const { return child<QPushButton>(*page, "btnConvertAll")->text(); }
+    bool isEmptyShown() const
+    {
+        return child<QStackedWidget>(*page, "skdWdtList")->currentIndex() == 0;
+    }
+    /// Finished files, without the marker directory.
+    QStringList results() const { return QDir(out()).entryList(QDir::Files | QDir::Hidden); }
+
+    QTemporaryDir folder;
+    std::unique_ptr<Page> page;
+    bool shown = false;
+};
