@@ -167,6 +167,31 @@ bool EncParamCatalog::isKeepSource(quint32 id) const
     return m_keepSourceIds.contains(id);
 }
 
+QString EncParamCatalog::titleOf(const EncParam &preset) const
+{
+    const auto listed = category(preset.displayCategoryID);
+    return listed ? listed->title : QString();
+}
+
+QString EncParamCatalog::labelOf(const EncParam &preset) const
+{
+    const QString title = titleOf(preset);
+    return title.isEmpty() ? preset.name : title + QLatin1Char(' ') + preset.name;
+}
+
+QString EncParamCatalog::suffixOf(const EncParam &preset) const
+{
+    static const QHash<quint32, const char *> unlisted{
+        {1007, "avi"}, {1008, "asf"}, {1009, "dv"},   {1014, "avi"},  {1017, "mxf"},
+        {1018, "ts"},  {1019, "trp"}, {1020, "mpg"},  {1024, "gif"},  {1027, "mp4"},
+        {1028, "mkv"}, {1050, "png"}, {1055, "m2ts"}, {2008, "aiff"}, {2009, "m4b"},
+        {2011, "au"},  {2013, "mka"}, {3001, "mp4"},  {3002, "mp4"},
+    };
+    const QString title = titleOf(preset);
+    return title.isEmpty() ? QLatin1String(unlisted.value(preset.displayCategoryID, "mp4"))
+                           : title.toLower();
+}
+
 QString EncParamCatalog::encoderOf(const QString &fourCC) const
 {
     return m_encoders.value(fourCC);

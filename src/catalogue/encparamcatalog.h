@@ -48,6 +48,13 @@ public:
     /// Whether the preset has neither a video nor an audio record.
     bool isKeepSource(quint32 id) const;
 
+    /// Title of the preset's category; empty for one that the catalogue doesn't list, as GIF.
+    QString titleOf(const EncParam &preset) const;
+    /// What names the preset to a user: the category's title, where it has one, and its own name.
+    QString labelOf(const EncParam &preset) const;
+    /// Suffix of the preset's results, in lower case.
+    QString suffixOf(const EncParam &preset) const;
+
     /// Encoder name of a codec label, compared exactly; empty when the label is unknown.
     QString encoderOf(const QString &fourCC) const;
 

@@ -3,7 +3,6 @@
 
 #include "catalogue/encparamcatalog.h"
 #include "cli/output.h"
-#include "cli/presetsuffix.h"
 #include "cli/recordjson.h"
 
 #include <QJsonArray>
@@ -13,7 +12,7 @@ namespace {
 
 QJsonObject presetJson(const EncParam &preset)
 {
-    const QString category = presetCategory(preset);
+    const QString category = EncParamCatalog::instance().titleOf(preset);
     return {
         {QStringLiteral("id"), qint64(preset.id)},
         {QStringLiteral("name"), preset.name},
@@ -36,7 +35,7 @@ QString presetLine(const EncParam &preset)
         facts += QStringLiteral("%1 Hz").arg(preset.audio->sampleRate);
     if (preset.audio && preset.audio->bitrate > 0)
         facts += QStringLiteral("%1 kbit/s").arg(preset.audio->bitrate);
-    const QString category = presetCategory(preset);
+    const QString category = EncParamCatalog::instance().titleOf(preset);
     return QStringLiteral("%1  %2  %3  %4")
         .arg(QString::number(preset.id).leftJustified(8),
              (category.isEmpty() ? QStringLiteral("-") : category).leftJustified(5), preset.name,
@@ -68,7 +67,7 @@ int listPresets(const CommandLine &line)
     QJsonArray array;
     for (const quint32 id : catalog.encParamIds()) {
         const auto preset = catalog.encParam(id);
-        if (!line.category.isEmpty() && presetCategory(*preset) != line.category)
+        if (!line.category.isEmpty() && catalog.titleOf(*preset) != line.category)
             continue;
         array.append(presetJson(*preset));
         if (!line.json)

@@ -3,9 +3,8 @@
 
 #include "catalogue/encparamcatalog.h"
 #include "cli/output.h"
-#include "cli/presetsuffix.h"
 #include "cli/probecommand.h"
-#include "MediaKits/MediaFormats/tempmarker.h"
+#include "MediaKits/AppInstance/LocalStore/tempmarker.h"
 #include "MediaKits/MediaTasksManager/complexconverttask.h"
 #include "MediaKits/MediaTasksManager/concattask.h"
 #include "MediaKits/MediaTasksManager/converttask.h"
@@ -57,7 +56,7 @@ ConvertTaskParam convertParam(const CommandLine &line, const QString &file, cons
     param.outputName = line.name.isEmpty() ? baseName(source) : line.name;
     param.outputDir = line.outputDir;
     param.encParam = EncParamCatalog::instance().encParam(line.presetId);
-    param.format = presetSuffix(*param.encParam);
+    param.format = EncParamCatalog::instance().suffixOf(*param.encParam);
     param.durationMs = durationMs(info);
     param.speed = line.speed;
     param.sourceInfo = info;
@@ -111,7 +110,7 @@ MediaTask *mergeTask(const CommandLine &line, const QVector<Info> &infos)
     param->outputName = line.name;
     param->outputDir = line.outputDir;
     param->encParam = EncParamCatalog::instance().encParam(line.presetId);
-    param->format = presetSuffix(*param->encParam);
+    param->format = EncParamCatalog::instance().suffixOf(*param->encParam);
     MediaTask *task = createGroupTask(ConcatKind);
     task->setParam(param);
     return task;

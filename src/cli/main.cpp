@@ -5,8 +5,8 @@
 #include "cli/output.h"
 #include "cli/probecommand.h"
 #include "MediaKits/AppInstance/LocalStore/appdirs.h"
+#include "MediaKits/AppInstance/LocalStore/tempmarker.h"
 #include "MediaKits/Logger/logger.h"
-#include "MediaKits/MediaFormats/tempmarker.h"
 #include "platform/terminationwatcher.h"
 #include "platform/utf8locale.h"
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "controls/elidedlabel.h"
 #include "MediaKits/AppInstance/LocalStore/historyrecord.h"
+#include "MediaKits/FunctionPage/Framework/Dialogs/historyrecordcovertdialog.h"
 #include "MediaKits/FunctionPage/Framework/Formats/mediaformatsettipsdialog.h"
-#include "MediaKits/FunctionPage/Framework/History/historyrecordcovertdialog.h"
 #include "MediaKits/FunctionPage/Framework/Rows/convertspeedswitchmenu.h"
 #include "support/testfile.h"
 

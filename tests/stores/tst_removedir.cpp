@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/AppInstance/LocalStore/removedir.h"
+#include "MediaKits/AppInstance/LocalStore/tempmarker.h"
 #include "support/testfile.h"
 
 #include <QDir>

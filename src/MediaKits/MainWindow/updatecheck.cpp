@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MainWindow/updatecheck.h"
 
-#include "MediaKits/FunctionPage/Framework/Messages/mediamessagebox.h"
+#include "MediaKits/FunctionPage/Framework/Dialogs/mediamessagebox.h"
 
 #include <QCoreApplication>
 

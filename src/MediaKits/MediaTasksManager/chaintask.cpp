@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MediaTasksManager/chaintask.h"
 
+#include "MediaKits/AppInstance/LocalStore/tempmarker.h"
 #include "MediaKits/MediaFormats/outputpath.h"
-#include "MediaKits/MediaFormats/tempmarker.h"
 #include "MediaKits/MediaTasksManager/mediamovetask.h"
 #include "MediaKits/MediaTasksManager/tempdircreatetask.h"
 #include "MediaKits/MediaTasksManager/tempdirdeletetask.h"

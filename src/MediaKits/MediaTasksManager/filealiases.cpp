@@ -3,8 +3,8 @@
 
 #include "MediaKits/AppInstance/LocalStore/appdirs.h"
 #include "MediaKits/AppInstance/LocalStore/removedir.h"
+#include "MediaKits/AppInstance/LocalStore/tempmarker.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
-#include "MediaKits/MediaFormats/tempmarker.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MediaTasksManager/tempdircreatetask.h"
 
-#include "MediaKits/MediaFormats/tempmarker.h"
+#include "MediaKits/AppInstance/LocalStore/tempmarker.h"
 
 #include <QDir>
 

@@ -2,7 +2,7 @@
 #include "MediaKits/MediaTasksManager/tempdirdeletetask.h"
 
 #include "MediaKits/AppInstance/LocalStore/removedir.h"
-#include "MediaKits/MediaFormats/tempmarker.h"
+#include "MediaKits/AppInstance/LocalStore/tempmarker.h"
 
 QString TempDirDeleteTask::perform()
 {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/AppInstance/LocalStore/removedir.h"
 
+#include "MediaKits/AppInstance/LocalStore/tempmarker.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -51,11 +53,6 @@ void removeEmptyParents(QString path)
 }
 
 } // namespace
-
-QString tempMarkerName()
-{
-    return QStringLiteral("~~MRVN_Temp~~");
-}
 
 bool removeDirRecursively(const QString &path)
 {

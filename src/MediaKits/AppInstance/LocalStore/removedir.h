@@ -3,9 +3,6 @@
 
 #include <QString>
 
-/// Name of the work directory that is made inside a folder of the user's.
-QString tempMarkerName();
-
 /// Deletes a directory with all it holds, read-only and hidden entries included, and then its
 /// parents as long as they are empty; the walk up ends with a directory named tempMarkerName(),
 /// since the folder that holds one is the user's. A symbolic link is deleted itself, never

@@ -4,7 +4,7 @@
 #include "catalogue/encparamcatalog.h"
 #include "MediaKits/DataTracker/oskdatatracker.h"
 #include "MediaKits/DataTracker/trackevent.h"
-#include "MediaKits/FunctionPage/Framework/Messages/mediamessagebox.h"
+#include "MediaKits/FunctionPage/Framework/Dialogs/mediamessagebox.h"
 #include "MediaKits/FunctionPage/Framework/Rows/rowlist.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergefinishtipsdialog.h"
 #include "MediaKits/MediaTasksManager/grouptaskfactory.h"
@@ -125,11 +125,10 @@ void MediaMergeListWidget::setEncParamInfoID(quint32 id)
     RowsView::setEncParamInfoID(id);
     const EncParamCatalog &catalogue = EncParamCatalog::instance();
     const auto preset = catalogue.encParam(id);
-    const auto category = preset ? catalogue.category(preset->displayCategoryID) : nullptr;
-    if (!category)
+    if (!preset)
         return;
     param().encParam = preset;
-    param().format = category->title.toLower();
+    param().format = catalogue.suffixOf(*preset);
 }
 
 void MediaMergeListWidget::setOutPath(const QString &path)

@@ -3,7 +3,7 @@
 
 #include "controls/edgeresizer.h"
 #include "controls/titlebar.h"
-#include "MediaKits/FunctionPage/Framework/Messages/mediamessagebox.h"
+#include "MediaKits/FunctionPage/Framework/Dialogs/mediamessagebox.h"
 #include "MediaKits/MediaFormats/mediatexts.h"
 #include "MediaKits/MediaInfo/mediainfodata.h"
 #include "MediaKits/Player/volumedialog.h"

@@ -7,7 +7,7 @@
 #include "MediaKits/FunctionPage/Framework/Formats/categoryitemwidget.h"
 #include "MediaKits/FunctionPage/Framework/Formats/encparaminfoitemwidget.h"
 #include "MediaKits/FunctionPage/Framework/Formats/formatitemroles.h"
-#include "MediaKits/FunctionPage/Framework/History/historyitemwidget.h"
+#include "MediaKits/FunctionPage/Framework/Formats/historyitemwidget.h"
 #include "ui_mediaformatdialog.h"
 
 #include <QKeyEvent>
@@ -165,9 +165,7 @@ void MediaFormatDialog::addHistoryItem(quint32 id)
     QListWidget *const list = m_ui->lwdtHistory;
     const auto category = catalog().category(catalog().categoryOf(id));
     const auto preset = catalog().encParam(id);
-    const QString name =
-        category ? category->title + QLatin1Char(' ') + preset->name : preset->name;
-    auto item = makeItem(id, name, QVariant::fromValue(category));
+    auto item = makeItem(id, catalog().labelOf(*preset), QVariant::fromValue(category));
     item->setData(RecentPresetRole, QVariant::fromValue(preset));
     QListWidgetItem *const added = item.get();
     appendRow<HistoryItemWidget>(list, std::move(item));

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/Messages/mediamessagebox.h"
+#include "MediaKits/FunctionPage/Framework/Dialogs/mediamessagebox.h"
 
 /// Notice of a start without a chosen preset.
 class MediaFormatSetTipsDialog : public MediaMessageBox

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/Framework/Intake/comtoolbargpage.h"
 
-#include "MediaKits/FunctionPage/Framework/History/historyrecordcovertdialog.h"
+#include "MediaKits/FunctionPage/Framework/Dialogs/historyrecordcovertdialog.h"
 #include "MediaKits/FunctionPage/Framework/Intake/mediafilechoice.h"
 #include "ui_comtoolbargpage.h"
 

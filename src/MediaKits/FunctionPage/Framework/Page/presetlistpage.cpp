@@ -52,9 +52,8 @@ void PresetListPage::setEncParamInfoID(quint32 id)
     rows().setEncParamInfoID(id);
     const EncParamCatalog &catalogue = EncParamCatalog::instance();
     const auto preset = catalogue.encParam(id);
-    const auto category = preset ? catalogue.category(preset->displayCategoryID) : nullptr;
-    if (category)
-        m_lblTextFormatSet->setText(category->title + QLatin1Char(' ') + preset->name);
+    if (preset)
+        m_lblTextFormatSet->setText(catalogue.labelOf(*preset));
     m_btnFormatSet->setAccessibleDescription(m_lblTextFormatSet->text());
 }
 

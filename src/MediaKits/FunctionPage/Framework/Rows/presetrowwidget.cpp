@@ -68,16 +68,13 @@ void PresetRowWidget::setEncParamInfoID(quint32 id)
         applyPreset(nullptr);
         return;
     }
-    const auto category = catalogue.category(preset->displayCategoryID);
-    if (!category)
-        return;
-    const QString suffix = category->title.toLower();
+    const QString suffix = catalogue.suffixOf(*preset);
     param().encParam = preset;
     param().format = suffix;
     change([&](RowContent &content) {
-        content.out.format = category->title;
+        content.out.format = suffix.toUpper();
         content.outputSuffix = QLatin1Char('.') + suffix;
-        content.settings = category->title + QLatin1Char(' ') + preset->name;
+        content.settings = catalogue.labelOf(*preset);
     });
     applyPreset(preset.data());
 }

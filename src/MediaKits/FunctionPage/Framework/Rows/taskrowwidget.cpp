@@ -3,7 +3,7 @@
 
 #include "MediaKits/DataTracker/oskdatatracker.h"
 #include "MediaKits/DataTracker/trackevent.h"
-#include "MediaKits/FunctionPage/Framework/Messages/failuredetailsdialog.h"
+#include "MediaKits/FunctionPage/Framework/Dialogs/failuredetailsdialog.h"
 #include "MediaKits/FunctionPage/Framework/Rows/taskbatch.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
 #include "MediaKits/MediaFormats/mediatexts.h"

@@ -2,11 +2,11 @@
 #include "MediaKits/FunctionPage/Framework/Editors/Mask/watermarkmaskadapter.h"
 
 #include "controls/repolish.h"
+#include "MediaKits/FunctionPage/Framework/Dialogs/mediamessagebox.h"
 #include "MediaKits/FunctionPage/Framework/Editors/Mask/drmwidget.h"
 #include "MediaKits/FunctionPage/Framework/Editors/Mask/edgedrag.h"
 #include "MediaKits/FunctionPage/Framework/Editors/Mask/watermarkmaskadapteritem.h"
 #include "MediaKits/FunctionPage/Framework/Editors/Mask/watermarkmaskwidget.h"
-#include "MediaKits/FunctionPage/Framework/Messages/mediamessagebox.h"
 
 #include <QScopedValueRollback>
 #include <QTimer>

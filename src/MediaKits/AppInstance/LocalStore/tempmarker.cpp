@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "MediaKits/MediaFormats/tempmarker.h"
+#include "MediaKits/AppInstance/LocalStore/tempmarker.h"
 
 #include "MediaKits/AppInstance/LocalStore/appdirs.h"
 #include "MediaKits/AppInstance/LocalStore/removedir.h"
@@ -225,6 +225,11 @@ void MarkerRegistry::writeNote(const QString &marker) const
     file.commit();
 }
 } // namespace
+
+QString tempMarkerName()
+{
+    return QStringLiteral("~~MRVN_Temp~~");
+}
 
 QString tempMarkerPath(const QString &dir)
 {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "MediaKits/FunctionPage/Framework/History/historyitemwidget.h"
+#include "MediaKits/FunctionPage/Framework/Formats/historyitemwidget.h"
 
 #include "MediaKits/FunctionPage/Framework/Formats/formatitemroles.h"
 #include "MediaKits/FunctionPage/Framework/Formats/presetlook.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/AppInstance/LocalStore/appdirs.h"
 #include "MediaKits/AppInstance/LocalStore/removedir.h"
-#include "MediaKits/MediaFormats/tempmarker.h"
+#include "MediaKits/AppInstance/LocalStore/tempmarker.h"
 #include "platform/executable.h"
 #include "platform/utf8locale.h"
 #include "support/testfile.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "MediaKits/FunctionPage/Framework/Messages/mediamessagebox.h"
+#include "MediaKits/FunctionPage/Framework/Dialogs/mediamessagebox.h"
 
 #include "ui_mediamessagebox.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "MediaKits/FunctionPage/Framework/Messages/failuredetailsdialog.h"
+#include "MediaKits/FunctionPage/Framework/Dialogs/failuredetailsdialog.h"
 
 #include "ui_failuredetailsdialog.h"
 

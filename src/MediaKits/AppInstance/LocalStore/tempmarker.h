@@ -7,6 +7,9 @@
 // Several processes may share one, and each may be killed at any time: what is in use is told by
 // locks that die with their process. All of this is best effort and reports no errors.
 
+/// Name of every marker directory.
+QString tempMarkerName();
+
 /// The path of the marker directory in \a dir; nothing is created.
 QString tempMarkerPath(const QString &dir);
 

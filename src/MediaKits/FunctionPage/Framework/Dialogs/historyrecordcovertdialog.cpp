@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "MediaKits/FunctionPage/Framework/History/historyrecordcovertdialog.h"
+#include "MediaKits/FunctionPage/Framework/Dialogs/historyrecordcovertdialog.h"
 
 #include "controls/elidedlabel.h"
 #include "controls/plaintooltip.h"
