@@ -39,10 +39,14 @@ target_compile_definitions(morvane_strict INTERFACE
     QT_NO_URL_CAST_FROM_STRING QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_NO_FOREACH
     QT_STRICT_ITERATORS QT_DISABLE_DEPRECATED_BEFORE=0x050F00)
 
-# morvane_room(NAME SOURCES file... [LINKS target...]): one static library of the source tree.
-# LINKS names exactly the rooms and libraries that the room uses.
+# morvane_room(NAME SOURCES file... [LINKS target...] [FILES prefix]): one static library of the
+# source tree. LINKS names exactly the rooms and libraries that the room uses. FILES is the prefix
+# of its files where it shares a folder with another room.
 function(morvane_room name)
-    cmake_parse_arguments(ROOM "" "" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
+    cmake_parse_arguments(ROOM "" "FILES" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
+    file(RELATIVE_PATH folder "${CMAKE_SOURCE_DIR}/src" "${CMAKE_CURRENT_SOURCE_DIR}")
+    list(JOIN ROOM_LINKS " " links)
+    set_property(GLOBAL APPEND PROPERTY MORVANE_ROOMS "${name} ${folder}/${ROOM_FILES} ${links}")
     add_library(${name} STATIC ${ROOM_SOURCES})
     target_include_directories(${name} PUBLIC "${CMAKE_SOURCE_DIR}/src")
     target_link_libraries(${name} PUBLIC ${ROOM_LINKS} PRIVATE ${ROOM_PRIVATE_LINKS} morvane_strict)

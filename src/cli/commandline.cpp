@@ -3,7 +3,7 @@
 
 #include "catalogue/encparamcatalog.h"
 #include "cli/textvalues.h"
-#include "MediaKits/AppInstance/LocalStore/outputdirs.h"
+#include "MediaKits/AppInstance/LocalStore/mediafunction.h"
 
 #include <QCommandLineParser>
 #include <QDir>
@@ -137,8 +137,9 @@ void readTarget(CommandLine &line, ValueReader &values)
     if (!EncParamCatalog::instance().hasEncParam(line.presetId))
         values.refuse(tr("未知的预设：%1").arg(values.text("preset")));
     const bool merges = line.command == Command::Merge;
-    line.outputDir = values.isSet("out") ? QDir::current().absoluteFilePath(values.text("out"))
-                                         : defaultOutputDir(merges ? MergeOutput : ConvertOutput);
+    line.outputDir = values.isSet("out")
+                         ? QDir::current().absoluteFilePath(values.text("out"))
+                         : defaultOutputDir(merges ? MediaFunction::Merge : MediaFunction::Convert);
     if (values.isSet("out") && values.text("out").isEmpty())
         values.refuse(tr("输出目录为空"));
     line.name = values.text("name");

@@ -8,85 +8,52 @@ namespace {
 
 struct Room
 {
-    QLatin1String name;
-    QLatin1String folder;
-    QLatin1String mayUse;
-
-    bool uses(QLatin1String other) const
-    {
-        return QString(mayUse).split(QLatin1Char(' ')).contains(other);
-    }
-    bool hasWidgets() const
-    {
-        const QLatin1String controls("controls");
-        return name == controls || uses(controls);
-    }
+    QString name;
+    QString folder; ///< or what its files begin with
+    QStringList links;
+    bool hasWidgets = false;
 };
 
-// Every room with the rooms that it may include. Those that may not use the controls may not use
-// Qt Widgets either.
+QString textOf(const char *path)
+{
+    QFile file(QString::fromUtf8(path));
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+// The rooms as they are built, each below all that it links.
 const QVector<Room> &rooms()
 {
-    const auto room = [](const char *name, const char *folder, const char *mayUse) {
-        return Room{QLatin1String(name), QLatin1String(folder), QLatin1String(mayUse)};
-    };
-    static const QVector<Room> table = {
-        room("platform", "platform/", ""),
-        room("log", "MediaKits/Logger/", "platform"),
-        room("catalogue", "catalogue/", ""),
-        room("stores", "MediaKits/AppInstance/LocalStore/", "catalogue platform"),
-        room("formats", "MediaKits/MediaFormats/", "stores platform"),
-        room("processors", "MediaKits/MediaProcessor/", "log platform"),
-        room("probing", "MediaKits/MediaInfo/", "processors catalogue formats log platform"),
-        room("tasks", "MediaKits/MediaTasksManager/",
-             "processors probing formats stores catalogue log platform"),
-        room("http", "http/", ""),
-        room("tracking", "MediaKits/DataTracker/", "http stores log platform"),
-        room("manifest", "MediaKits/Manifest/", "processors log"),
-        room("controls", "controls/", "platform"),
-        room("browser", "browser/", "controls tracking stores log platform"),
-        room("updater", "MediaKits/AppUpdater/", "controls tracking stores log platform"),
-        room("player", "MediaKits/Player/",
-             "controls tracking tasks processors formats stores log platform"),
-        room("framework", "MediaKits/FunctionPage/Framework/",
-             "player controls tracking tasks probing formats stores catalogue log platform"),
-        room("convertpage", "MediaKits/FunctionPage/VideoConvert/",
-             "framework player controls tracking tasks probing formats stores catalogue log "
-             "platform"),
-        room("compresspage", "MediaKits/FunctionPage/VideoCompress/",
-             "framework player controls tracking tasks probing formats stores catalogue log "
-             "platform"),
-        room("cutpage", "MediaKits/FunctionPage/VideoCut/",
-             "framework player controls tracking tasks probing formats stores catalogue log "
-             "platform"),
-        room("mergepage", "MediaKits/FunctionPage/VideoMerge/",
-             "framework player controls tracking tasks probing formats stores catalogue log "
-             "platform"),
-        room("audiopage", "MediaKits/FunctionPage/AudioConvert/",
-             "framework player controls tracking tasks probing formats stores catalogue log "
-             "platform"),
-        room("mainwindow", "MediaKits/MainWindow/",
-             "convertpage compresspage cutpage mergepage audiopage framework player updater "
-             "browser controls tracking formats stores log platform"),
-        room("resources", "resources/", "controls"),
-        room("displayscale", "MediaKits/AppInstance/displayscale", "platform"),
-        room("program", "MediaKits/AppInstance/",
-             "resources displayscale mainwindow framework updater browser controls manifest "
-             "tracking formats stores "
-             "catalogue log platform"),
-        room("cli", "cli/", "tasks processors probing formats stores catalogue log platform"),
-    };
+    static const QVector<Room> table = [] {
+        QVector<Room> built;
+        QMap<QString, bool> widgets{{QStringLiteral("Qt5::Widgets"), true}};
+        const QStringList lines =
+            textOf(MORVANE_ROOMS_FILE).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        for (const QString &line : lines) {
+            QStringList words = line.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+            Room room{words.takeFirst(), words.takeFirst(), {}, false};
+            for (const QString &link : qAsConst(words)) {
+                room.hasWidgets = room.hasWidgets || widgets.value(link);
+                if (widgets.contains(link) && !link.contains(QLatin1String("::")))
+                    room.links += link;
+            }
+            widgets.insert(room.name, room.hasWidgets);
+            built += room;
+        }
+        return built;
+    }();
     return table;
 }
 
-// The room of a file below src/, null when no room has it.
+// The room of a file below src/: the one with the longest beginning of its path; null when there
+// is none.
 const Room *roomOf(const QString &path)
 {
+    const Room *found = nullptr;
     for (const Room &room : rooms()) {
-        if (path.startsWith(room.folder))
-            return &room;
+        if (path.startsWith(room.folder) && (!found || room.folder.size() > found->folder.size()))
+            found = &room;
     }
-    return nullptr;
+    return found;
 }
 
 // What `pattern` captures in `text`.
@@ -123,7 +90,8 @@ class TstRooms : public QObject
 
 private slots:
     void init() { m_faults.clear(); }
-    void noIncludeCrossesRooms();
+    void roomsLinkWhatTheyInclude();
+    void theDocumentTellsTheRooms();
     void noWidgetsOrPlatformChoices();
     void everyFileHasItsLicenceLine();
     void cleanup() { QVERIFY2(m_faults.isEmpty(), qPrintable(m_faults.join(QLatin1Char('\n')))); }
@@ -133,22 +101,60 @@ private:
     QStringList m_faults;
 };
 
-void TstRooms::noIncludeCrossesRooms()
+// Not one more and not one less.
+void TstRooms::roomsLinkWhatTheyInclude()
 {
-    visitFiles("src", m_sources, [this](const QString &path, const QString &text) {
+    QMap<QString, QSet<QString>> included;
+    visitFiles("src", m_sources, [&](const QString &path, const QString &text) {
         const Room *from = roomOf(path);
         if (from == nullptr)
             m_faults += path + QLatin1String(" lies in no known room");
         for (const QString &name : captured(text, "^[ \\t]*#[ \\t]*include[ \\t]*\"([^\"]+)")) {
-            if (name.startsWith(QLatin1String("ui_")))
+            if (from == nullptr || name.startsWith(QLatin1String("ui_")))
                 continue;
             const Room *to = roomOf(name);
-            // A room may use only rooms that stand before it, so there is no circle.
-            if (from != nullptr && to != from &&
-                (to == nullptr || to > from || !from->uses(to->name)))
+            if (to != from && (to == nullptr || !from->links.contains(to->name)))
                 m_faults += QStringLiteral("%1 may not include %2").arg(path, name);
+            else if (to != from)
+                included[from->name] += to->name;
         }
     });
+    for (const Room &room : rooms()) {
+        for (const QString &link : room.links) {
+            if (!included[room.name].contains(link))
+                m_faults += QStringLiteral("%1 links %2 for nothing").arg(room.name, link);
+        }
+    }
+}
+
+// Its table has name, folder and links of each room.
+void TstRooms::theDocumentTellsTheRooms()
+{
+    QStringList told;
+    const QRegularExpression row(
+        QStringLiteral("^\\| (\\w+) \\| `([^`]+)` \\| .* \\| ([\\w, ]*)\\|$"),
+        QRegularExpression::MultilineOption);
+    QRegularExpressionMatchIterator rows =
+        row.globalMatch(textOf(MORVANE_SOURCE_DIR "/docs/architecture.md"));
+    while (rows.hasNext()) {
+        const QRegularExpressionMatch match = rows.next();
+        QStringList links = match.captured(3).trimmed().split(QStringLiteral(", "));
+        links.removeAll(QString());
+        links.sort();
+        told += match.captured(1) + QLatin1Char(' ') + match.captured(2) + QLatin1Char(' ') +
+                links.join(QLatin1Char(' '));
+    }
+    QStringList built;
+    for (const Room &room : rooms()) {
+        QStringList links = room.links;
+        links.sort();
+        built += room.name + QLatin1Char(' ') + room.folder + QLatin1Char(' ') +
+                 links.join(QLatin1Char(' '));
+    }
+    QVERIFY(!built.isEmpty());
+    told.sort();
+    built.sort();
+    QCOMPARE(told, built);
 }
 
 void TstRooms::noWidgetsOrPlatformChoices()
@@ -157,7 +163,7 @@ void TstRooms::noWidgetsOrPlatformChoices()
                        QLatin1String("/QtWidgets"));
     visitFiles("src", m_sources, [&](const QString &path, const QString &text) {
         const Room *room = roomOf(path);
-        const bool engine = room == nullptr || !room->hasWidgets();
+        const bool engine = room == nullptr || !room->hasWidgets;
         for (const QString &name : captured(text, "^[ \\t]*#[ \\t]*include[ \\t]*<([^>]+)")) {
             // Modules that bring the widgets along.
             if (!engine)

@@ -4,7 +4,7 @@
 #include "MediaKits/AppInstance/LocalStore/functionsettings.h"
 #include "MediaKits/AppInstance/LocalStore/historyrecord.h"
 #include "MediaKits/AppInstance/LocalStore/jsonwriter.h"
-#include "MediaKits/AppInstance/LocalStore/outputdirs.h"
+#include "MediaKits/AppInstance/LocalStore/mediafunction.h"
 #include "MediaKits/AppInstance/LocalStore/persiststore.h"
 #include "MediaKits/AppInstance/LocalStore/userinfostore.h"
 #include "support/testfile.h"
@@ -177,7 +177,7 @@ void TestStores::settingsMerge()
         const QVariantMap converter = settings.map().value(FunctionSection::converter).toMap();
         QCOMPARE(converter.value(QStringLiteral("extra")).toInt(), 7);
         QCOMPARE(converter.value(FunctionKey::encParamID).toUInt(), 1003001U);
-        QCOMPARE(converter.value(FunctionKey::outPath).toString(), defaultOutputDir(ConvertOutput));
+        QCOMPARE(converter.value(FunctionKey::outPath).toString(), defaultOutputDir(MediaFunction::Convert));
         settings.setValue(FunctionSection::cutter, FunctionKey::encParamID, 1005001U);
     }
     FunctionSettings settings;

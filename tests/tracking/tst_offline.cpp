@@ -27,7 +27,7 @@ void TestOffline::emptyHosts()
     A360Sem sem({QString(), QStringLiteral("360"), QStringLiteral("click")});
     volc.setUp({{QStringLiteral("user_unique_id"), 1}});
     for (int i = 0; i < 31; ++i)
-        trackEvent(1, QStringLiteral("video_convert_start"), {}, osk, volc);
+        trackEvent(MediaFunction::Convert, QStringLiteral("video_convert_start"), {}, osk, volc);
     sem.report(QStringLiteral("REGISTERED"));
     QCOMPARE(volc.headerAsJson(), QStringLiteral("{}"));
     QTest::qWait(20);

@@ -244,8 +244,9 @@ void TestTracking::pageEvents()
     ScriptedServer service(registered);
     OskDataTracker osk(oskConfig(collector));
     VolcDataTracker volc(volcConfig(service));
-    trackEvent(6, QStringLiteral("video_convert_start"), {}, osk, volc);
-    trackEvent(11, QStringLiteral("button_click"), {{QStringLiteral("k"), 1}}, osk, volc);
+    trackEvent(MediaFunction::Gif, QStringLiteral("video_convert_start"), {}, osk, volc);
+    trackEvent(MediaFunction::Screencap, QStringLiteral("button_click"), {{QStringLiteral("k"), 1}},
+               osk, volc);
     volc.stop();
     osk.stop();
     std::string bodies;

@@ -3,16 +3,16 @@
 
 namespace {
 
-int shownFunction = 0;
+MediaFunction shownFunction = MediaFunction::Home;
 
 } // namespace
 
-int currentFunction()
+MediaFunction currentFunction()
 {
     return shownFunction;
 }
 
-void setCurrentFunction(int function)
+void setCurrentFunction(MediaFunction function)
 {
     shownFunction = function;
 }

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-/// The function that the user sees, 0 for the home page and 1 to 11 for the function pages in
-/// their order. One value for the whole process; main thread only.
-int currentFunction();
-void setCurrentFunction(int function);
+#include "MediaKits/AppInstance/LocalStore/mediafunction.h"
+
+/// The function that the user sees. One value for the whole process; main thread only.
+MediaFunction currentFunction();
+void setCurrentFunction(MediaFunction function);

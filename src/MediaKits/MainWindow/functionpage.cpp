@@ -21,15 +21,6 @@ namespace {
 constexpr int buttonHeight = 44;
 constexpr int iconSide = 24;
 
-// The functions between them report their page views.
-constexpr int firstTrackedPage = 1;
-constexpr int lastTrackedPage = 10;
-
-int pageViewEvent(int page)
-{
-    return 2 * page + 11;
-}
-
 WidgetButton *makeButton(const FunctionPageEntry &entry, QWidget *parent)
 {
     auto *button = new WidgetButton(parent);
@@ -102,10 +93,11 @@ void FunctionPage::connectNavigation()
 
 void FunctionPage::changePage(int index)
 {
-    setCurrentFunction(index);
+    const auto function = MediaFunction(index);
+    setCurrentFunction(function);
     m_ui->skdWdtFunction->setCurrentIndex(index);
-    if (index >= firstTrackedPage && index <= lastTrackedPage)
-        OskDataTracker::instance().trackTableEvent(pageViewEvent(index));
+    if (const int event = functionRecord(function).viewEvent)
+        OskDataTracker::instance().trackTableEvent(event);
 }
 
 void FunctionPage::jumpFromHome(int index)

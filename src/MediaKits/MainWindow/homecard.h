@@ -2,6 +2,7 @@
 #pragma once
 
 #include "controls/widgetbutton.h"
+#include "MediaKits/AppInstance/LocalStore/mediafunction.h"
 
 class QVBoxLayout;
 
@@ -15,8 +16,7 @@ struct HomeCardEntry
     QString icon;
     /// Of the card's drop shadow, "#AARRGGBB".
     QString shadowColor;
-    /// Number of the function.
-    int function;
+    MediaFunction function;
 };
 
 /// A card of the home page: a white sheet with a soft coloured shadow, which rises under the mouse.

@@ -18,7 +18,7 @@ QString entrance()
 QVector<HomeCardEntry> homeCards()
 {
     const auto card = [](const char *name, const QString &heading, const QString &text,
-                         const char *icon, const char *shadow, int function) {
+                         const char *icon, const char *shadow, MediaFunction function) {
         return HomeCardEntry{QLatin1String("btn") + QLatin1String(name),
                              heading,
                              text,
@@ -28,23 +28,24 @@ QVector<HomeCardEntry> homeCards()
     };
     return {
         card("MediaConvert", HomePage::tr("视频转换"),
-             HomePage::tr("支持市面主流视频格式转换\n一键操作"), "converter", "#240088FF", 1),
+             HomePage::tr("支持市面主流视频格式转换\n一键操作"), "converter", "#240088FF",
+             MediaFunction::Convert),
         card("MediaCompress", HomePage::tr("视频压缩"), HomePage::tr("压缩视频大小 一键搞定"),
-             "compressor", "#247B61FF", 2),
+             "compressor", "#247B61FF", MediaFunction::Compress),
         card("MediaCut", HomePage::tr("视频剪辑"), HomePage::tr("视频剪辑\n一键快速完成"), "cutter",
-             "#24FF8A00", 3),
+             "#24FF8A00", MediaFunction::Cut),
         card("MediaMerge", HomePage::tr("视频合并"), HomePage::tr("多种格式视频合并"), "merger",
-             "#2400B578", 4),
+             "#2400B578", MediaFunction::Merge),
         card("MediaGif", HomePage::tr("视频转GIF"), HomePage::tr("截取目标片段 制作成GIF"), "gif",
-             "#24F5478B", 6),
+             "#24F5478B", MediaFunction::Gif),
         card("MediaDubbing", HomePage::tr("视频配乐"), HomePage::tr("背景音乐 自由添加"), "dubbing",
-             "#2400A9C7", 7),
+             "#2400A9C7", MediaFunction::Dubbing),
         card("MediaWatermark", HomePage::tr("添加水印"), HomePage::tr("视频去水印 添加图片水印"),
-             "watermark", "#244C6FFF", 9),
+             "watermark", "#244C6FFF", MediaFunction::Watermark),
         card("AudioConvert", HomePage::tr("音频转换"), HomePage::tr("音频提取\n音频格式转换"),
-             "audio", "#24E59A00", 10),
+             "audio", "#24E59A00", MediaFunction::AudioConvert),
         card("BScreencap", HomePage::tr("屏幕录像"), HomePage::tr("便捷屏幕录像功能"), "screencap",
-             "#24FF5C4D", 11),
+             "#24FF5C4D", MediaFunction::Screencap),
     };
 }
 
@@ -57,7 +58,7 @@ HomePage::HomePage(QWidget *parent) : QWidget(parent), m_ui(std::make_unique<Ui:
     for (const HomeCardEntry &entry : homeCards()) {
         auto *card = new HomeCard(entry, m_ui->wdtCards);
         m_ui->lytCards->addWidget(card, place / columns, place % columns);
-        connect(card, &HomeCard::clicked, this, [this, index = entry.function] {
+        connect(card, &HomeCard::clicked, this, [this, index = int(entry.function)] {
             trackNavigation(QStringLiteral("首页"), entrance());
             emit goToFunction(index);
         });

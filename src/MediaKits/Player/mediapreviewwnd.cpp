@@ -51,7 +51,7 @@ void report(const QVariantMap &info)
         return;
     }
     const QVariantMap track = info.value(QStringLiteral("track")).toMap();
-    trackEvent(track.value(QStringLiteral("pageIndex")).toInt(), event, track);
+    trackEvent(MediaFunction(track.value(QStringLiteral("pageIndex")).toInt()), event, track);
 }
 
 void reportClick(const QString &button)

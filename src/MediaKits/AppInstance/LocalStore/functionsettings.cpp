@@ -3,30 +3,25 @@
 
 #include "catalogue/encparamcatalog.h"
 #include "MediaKits/AppInstance/LocalStore/appdirs.h"
-#include "MediaKits/AppInstance/LocalStore/outputdirs.h"
+#include "MediaKits/AppInstance/LocalStore/mediafunction.h"
 
 namespace {
 
-struct SectionRow
+struct PresetRow
 {
-    QLatin1String section;
-    OutputFunction output;
-    // 0 for a function without presets.
+    MediaFunction function;
     quint32 encParamId;
 };
 
-const SectionRow sectionRows[] = {
-    {FunctionSection::beautifier, BeautifyOutput, EncParamCatalog::defaultKeepSourceId},
-    {FunctionSection::compressor, CompressOutput, 0},
-    {FunctionSection::converter, ConvertOutput, EncParamCatalog::defaultKeepSourceId},
-    {FunctionSection::cutter, CutOutput, EncParamCatalog::defaultKeepSourceId},
-    {FunctionSection::merger, MergeOutput, EncParamCatalog::defaultHdId},
-    {FunctionSection::gif, GifOutput, 0},
-    {FunctionSection::dubbing, DubbingOutput, EncParamCatalog::defaultHdId},
-    {FunctionSection::shot, ShotOutput, 0},
-    {FunctionSection::watermark, WatermarkOutput, EncParamCatalog::defaultKeepSourceId},
-    {FunctionSection::audioConverter, AudioConvertOutput, EncParamCatalog::defaultAudioId},
-    {FunctionSection::screenCap, ScreencapOutput, 0},
+// Of the functions with presets.
+const PresetRow presetRows[] = {
+    {MediaFunction::Convert, EncParamCatalog::defaultKeepSourceId},
+    {MediaFunction::Cut, EncParamCatalog::defaultKeepSourceId},
+    {MediaFunction::Merge, EncParamCatalog::defaultHdId},
+    {MediaFunction::Beautify, EncParamCatalog::defaultKeepSourceId},
+    {MediaFunction::Dubbing, EncParamCatalog::defaultHdId},
+    {MediaFunction::Watermark, EncParamCatalog::defaultKeepSourceId},
+    {MediaFunction::AudioConvert, EncParamCatalog::defaultAudioId},
 };
 
 void store(QVariantMap &map, QLatin1String section, QLatin1String key, const QVariant &value)
@@ -39,11 +34,13 @@ void store(QVariantMap &map, QLatin1String section, QLatin1String key, const QVa
 QVariantMap defaults()
 {
     QVariantMap map;
-    for (const SectionRow &row : sectionRows) {
-        store(map, row.section, FunctionKey::outPath, defaultOutputDir(row.output));
-        if (row.encParamId != 0)
-            store(map, row.section, FunctionKey::encParamID, row.encParamId);
+    for (int n = int(MediaFunction::Convert); n <= int(MediaFunction::Screencap); ++n) {
+        const auto function = MediaFunction(n);
+        store(map, functionRecord(function).section, FunctionKey::outPath,
+              defaultOutputDir(function));
     }
+    for (const PresetRow &row : presetRows)
+        store(map, functionRecord(row.function).section, FunctionKey::encParamID, row.encParamId);
     store(map, FunctionSection::compressor, FunctionKey::compressRate, 0.75);
     store(map, FunctionSection::merger, FunctionKey::outName, QStringLiteral("合并视频"));
     return map;

@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/AudioConvert/audioconvertfunctionpage.h"
 
-#include "MediaKits/AppInstance/LocalStore/functionsettings.h"
 #include "MediaKits/FunctionPage/AudioConvert/audioconvertlistitemwidget.h"
 #include "MediaKits/FunctionPage/AudioConvert/audioconvertlistwidget.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
 
 AudioConvertFunctionPage::AudioConvertFunctionPage(QWidget *parent)
-    : PresetListPage({AudioConvertListWidget::page, FunctionSection::audioConverter,
-                      VideoFormatClass | AudioFormatClass, videoAndAudioFormats},
-                     parent)
+    : PresetListPage(
+          {MediaFunction::AudioConvert, VideoFormatClass | AudioFormatClass, videoAndAudioFormats},
+          parent)
 {
 }
 

@@ -23,7 +23,7 @@ QString bitrateOf(const MediaInfoData &info)
 TaskRowWidget::Kind audioRows()
 {
     TaskRowWidget::Kind kind;
-    kind.page = AudioConvertListWidget::page;
+    kind.function = MediaFunction::AudioConvert;
     kind.reportsFailures = true;
     kind.form.detail = QLatin1String("Bitrate");
     kind.form.editorButton = QLatin1String("btnCut");

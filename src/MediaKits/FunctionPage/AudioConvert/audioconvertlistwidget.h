@@ -8,13 +8,10 @@ class AudioConvertListWidget : public TaskListWidget
     Q_OBJECT
 
 public:
-    /// Number of the page in usage tracking.
-    static constexpr int page = 10;
-
     using TaskListWidget::TaskListWidget;
 
 protected:
-    int trackingPage() const override { return page; }
+    MediaFunction function() const override { return MediaFunction::AudioConvert; }
     QSharedPointer<MediaTask> createTask(const QString &path) override;
     TaskRowWidget *createRow(QListWidgetItem *item) override;
 };

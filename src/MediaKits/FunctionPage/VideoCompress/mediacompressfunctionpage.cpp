@@ -14,9 +14,7 @@
 #include <algorithm>
 
 MediaCompressFunctionPage::MediaCompressFunctionPage(QWidget *parent)
-    : ListPage({MediaCompressListWidget::page, FunctionSection::compressor, VideoFormatClass,
-                videoFormats},
-               parent)
+    : ListPage({MediaFunction::Compress, VideoFormatClass, videoFormats}, parent)
 {
 }
 

@@ -17,7 +17,7 @@ constexpr int mismatchShownMs = 3000;
 TaskRowWidget::Kind compressRows()
 {
     TaskRowWidget::Kind kind;
-    kind.page = MediaCompressListWidget::page;
+    kind.function = MediaFunction::Compress;
     kind.reportsFailures = false;
     kind.form.detail = QLatin1String("Res");
     kind.form.settingsButton = QLatin1String("btnCompressSet");

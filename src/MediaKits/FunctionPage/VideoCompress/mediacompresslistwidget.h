@@ -8,16 +8,13 @@ class MediaCompressListWidget : public TaskListWidget
     Q_OBJECT
 
 public:
-    /// Number of the page in usage tracking.
-    static constexpr int page = 2;
-
     using TaskListWidget::TaskListWidget;
 
     /// The rate of new rows and of those that have not begun, which lose other settings.
     void setCompressRate(double rate);
 
 protected:
-    int trackingPage() const override { return page; }
+    MediaFunction function() const override { return MediaFunction::Compress; }
     bool needsPreset() const override { return false; }
     QSharedPointer<MediaTask> createTask(const QString &path) override;
     TaskRowWidget *createRow(QListWidgetItem *item) override;

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/VideoConvert/mediaconvertfunctionpage.h"
 
-#include "MediaKits/AppInstance/LocalStore/functionsettings.h"
 #include "MediaKits/FunctionPage/VideoConvert/mediaconvertlistwidget.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
 
 MediaConvertFunctionPage::MediaConvertFunctionPage(QWidget *parent)
-    : PresetListPage({MediaConvertListWidget::page, FunctionSection::converter,
+    : PresetListPage({MediaFunction::Convert,
                       VideoFormatClass | SpecialVideoFormatClass | AudioFormatClass, allFormats},
                      parent)
 {

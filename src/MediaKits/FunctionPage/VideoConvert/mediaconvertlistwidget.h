@@ -8,13 +8,10 @@ class MediaConvertListWidget : public TaskListWidget
     Q_OBJECT
 
 public:
-    /// Number of the page in usage tracking.
-    static constexpr int page = 1;
-
     explicit MediaConvertListWidget(QWidget *parent = nullptr);
 
 protected:
-    int trackingPage() const override { return page; }
+    MediaFunction function() const override { return MediaFunction::Convert; }
     QSharedPointer<MediaTask> createTask(const QString &path) override;
     TaskRowWidget *createRow(QListWidgetItem *item) override;
 };

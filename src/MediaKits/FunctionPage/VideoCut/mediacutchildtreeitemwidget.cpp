@@ -8,7 +8,7 @@ namespace {
 TaskRowWidget::Kind cutRows()
 {
     TaskRowWidget::Kind kind;
-    kind.page = MediaCutTreeWidget::page;
+    kind.function = MediaFunction::Cut;
     kind.reportsFailures = false;
     kind.form.speedButton = QLatin1String("btnSwitchRapid");
     return kind;

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/VideoCut/mediacutfunctionpage.h"
 
-#include "MediaKits/AppInstance/LocalStore/functionsettings.h"
 #include "MediaKits/FunctionPage/VideoCut/mediacuttreewidget.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
 
 MediaCutFunctionPage::MediaCutFunctionPage(QWidget *parent)
-    : PresetListPage({MediaCutTreeWidget::page, FunctionSection::cutter,
+    : PresetListPage({MediaFunction::Cut,
                       VideoFormatClass | SpecialVideoFormatClass | AudioFormatClass, allFormats},
                      parent)
 {

@@ -8,13 +8,10 @@ class MediaCutTreeWidget : public TaskTreeWidget
     Q_OBJECT
 
 public:
-    /// Number of the page in usage tracking.
-    static constexpr int page = 3;
-
     explicit MediaCutTreeWidget(QWidget *parent = nullptr);
 
 protected:
-    int trackingPage() const override { return page; }
+    MediaFunction function() const override { return MediaFunction::Cut; }
     SourceRowWidget *createSourceRow(QTreeWidgetItem *item) override;
     TaskRowWidget *createFragmentRow(QTreeWidgetItem *item) override;
     void markFragments(SourceRowWidget *source) override;

@@ -15,9 +15,7 @@ constexpr QSize nameSize(240, 32);
 }
 
 MediaMergeFunctionPage::MediaMergeFunctionPage(QWidget *parent)
-    : PresetListPage(
-          {MediaMergeListWidget::page, FunctionSection::merger, VideoFormatClass, videoFormats},
-          parent)
+    : PresetListPage({MediaFunction::Merge, VideoFormatClass, videoFormats}, parent)
 {
 }
 

@@ -21,7 +21,6 @@ namespace {
 constexpr int dispatchIntervalMs = 500;
 constexpr int runningLimit = 1;
 constexpr int fewestInputs = 2;
-constexpr int startEvent = 20;
 
 } // namespace
 
@@ -79,7 +78,7 @@ void MediaMergeListWidget::watchTask()
 void MediaMergeListWidget::onTaskState(MediaTask::State state)
 {
     if (state == MediaTask::START)
-        OskDataTracker::instance().trackTableEvent(startEvent);
+        OskDataTracker::instance().trackTableEvent(functionRecord(function()).startEvent);
     // What follows may open a window, after all others have heard of the end.
     else if (MediaTask::isFinal(state))
         QMetaObject::invokeMethod(
@@ -102,10 +101,10 @@ void MediaMergeListWidget::finish()
 {
     renumber();
     addHistory(defaultName(), m_result);
-    trackEvent(page, QStringLiteral("video_convert_submit"));
+    trackEvent(function(), QStringLiteral("video_convert_submit"));
     trackEnded(true);
     MediaPreviewWnd::addFinished(m_result,
-                                 MediaRowWidget::previewInfo(page, QStringLiteral("自动")));
+                                 MediaRowWidget::previewInfo(function(), QStringLiteral("自动")));
     auto *tips = new MediaMergeFinishTipsDialog(m_result, this);
     tips->setAttribute(Qt::WA_DeleteOnClose);
     tips->open();
@@ -117,7 +116,7 @@ void MediaMergeListWidget::trackEnded(bool success) const
                        {QStringLiteral("output_format"), param().format}};
     if (!success)
         params.insert(QStringLiteral("convert_fail_reason"), m_task->failure().cause);
-    trackEvent(page, QStringLiteral("convert_success"), params);
+    trackEvent(function(), QStringLiteral("convert_success"), params);
 }
 
 void MediaMergeListWidget::setEncParamInfoID(quint32 id)
@@ -152,7 +151,7 @@ void MediaMergeListWidget::stop()
 
 void MediaMergeListWidget::merge()
 {
-    trackEvent(page, QStringLiteral("video_convert_start"));
+    trackEvent(function(), QStringLiteral("video_convert_start"));
     m_task->stop();
     const QVector<MediaRowWidget *> rows = m_list->rows();
     if (rows.size() < fewestInputs) {

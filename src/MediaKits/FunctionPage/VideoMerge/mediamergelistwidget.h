@@ -15,9 +15,6 @@ class MediaMergeListWidget : public RowsView
 
 public:
     using TaskState = TaskGrpState;
-    /// Number of the page in usage tracking.
-    static constexpr int page = 4;
-
     explicit MediaMergeListWidget(QWidget *parent = nullptr);
     ~MediaMergeListWidget() override;
 
@@ -39,7 +36,7 @@ signals:
     void taskStateChanged(MediaMergeListWidget::TaskState state);
 
 protected:
-    int trackingPage() const override { return page; }
+    MediaFunction function() const override { return MediaFunction::Merge; }
 
 private:
     void watchTask();

@@ -3,7 +3,7 @@
 
 #include "controls/filechooser.h"
 #include "MediaKits/AppInstance/LocalStore/functionsettings.h"
-#include "MediaKits/AppInstance/LocalStore/outputdirs.h"
+#include "MediaKits/AppInstance/LocalStore/mediafunction.h"
 #include "MediaKits/DataTracker/trackevent.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
 #include "ui_listpage.h"
@@ -59,7 +59,7 @@ void ListPage::ensureBuilt()
         m_ui->skdWdtList->setCurrentIndex(empty ? EmptyPage : RowsPage);
     });
     const QString outPath = setting(FunctionKey::outPath).toString();
-    m_rows->setOutPath(outPath.isEmpty() ? defaultOutputDir(m_kind.page) : outPath);
+    m_rows->setOutPath(outPath.isEmpty() ? defaultOutputDir(m_kind.function) : outPath);
     m_ui->ledtCustomPath->setText(QDir::toNativeSeparators(outPath));
     setUpChoices(m_ui->wdtChoices);
 }
@@ -83,7 +83,7 @@ void ListPage::setUpIntake()
 
 void ListPage::receiveFiles(const QStringList &files, FileAddType type)
 {
-    trackEvent(m_kind.page, QStringLiteral("file_select"),
+    trackEvent(m_kind.function, QStringLiteral("file_select"),
                {{QStringLiteral("select_type"), addTypeText(type)},
                 {QStringLiteral("select_number"), files.size()}});
     addFiles(files);
@@ -124,7 +124,7 @@ void ListPage::on_ledtCustomPath_textChanged(const QString &arg1)
 {
     const QString path = QDir::fromNativeSeparators(arg1);
     // Without a folder of the user's choice, results go where they go at first.
-    m_rows->setOutPath(path.isEmpty() ? defaultOutputDir(m_kind.page) : path);
+    m_rows->setOutPath(path.isEmpty() ? defaultOutputDir(m_kind.function) : path);
     storeSetting(FunctionKey::outPath, path);
 }
 
@@ -145,10 +145,10 @@ void ListPage::nameStart(const QString &objectName, const QString &idleText,
 
 QVariant ListPage::setting(QLatin1String key) const
 {
-    return FunctionSettings::instance().value(m_kind.section, key);
+    return FunctionSettings::instance().value(functionRecord(m_kind.function).section, key);
 }
 
 void ListPage::storeSetting(QLatin1String key, const QVariant &value)
 {
-    FunctionSettings::instance().setValue(m_kind.section, key, value);
+    FunctionSettings::instance().setValue(functionRecord(m_kind.function).section, key, value);
 }

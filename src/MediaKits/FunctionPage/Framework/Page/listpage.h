@@ -23,10 +23,7 @@ public:
     /// What tells one page from another.
     struct Kind
     {
-        /// Number of the page in usage tracking, and of its function among the output folders.
-        int page;
-        /// Name of its section in the function settings.
-        QLatin1String section;
+        MediaFunction function;
         /// Classes of suffixes that its dialogs offer: a sum of `FormatClass`.
         int formatClasses;
         /// Suffixes of what may be dropped.

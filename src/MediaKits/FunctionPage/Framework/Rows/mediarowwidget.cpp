@@ -216,10 +216,10 @@ void MediaRowWidget::showProgress(double progress)
     });
 }
 
-QVariantMap MediaRowWidget::previewInfo(int page, const QString &mode)
+QVariantMap MediaRowWidget::previewInfo(MediaFunction function, const QString &mode)
 {
     return {{QStringLiteral("event"), QStringLiteral("video_preview_view")},
-            {QStringLiteral("track"), QVariantMap{{QStringLiteral("pageIndex"), page},
+            {QStringLiteral("track"), QVariantMap{{QStringLiteral("pageIndex"), int(function)},
                                                   {QStringLiteral("video_preview_mode"), mode}}}};
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "MediaKits/AppInstance/LocalStore/mediafunction.h"
 #include "MediaKits/FunctionPage/Framework/Rows/rowcontent.h"
 #include "MediaKits/FunctionPage/Framework/Rows/rowitem.h"
 #include "MediaKits/MediaTasksManager/mediatask.h"
@@ -41,9 +42,8 @@ public:
     void setPicture(const QPixmap &picture);
 
     /// What the preview window is told along with a finished file.
-    /// @param page number of the page in usage tracking
     /// @param mode "手动" or "自动"
-    static QVariantMap previewInfo(int page, const QString &mode);
+    static QVariantMap previewInfo(MediaFunction function, const QString &mode);
 
 signals:
     void pictureTaken(const QPixmap &picture);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "MediaKits/AppInstance/LocalStore/mediafunction.h"
+
 #include <QStringList>
 #include <QWidget>
 
@@ -37,8 +39,7 @@ signals:
     void taskGrpStateChanged(const QString &taskGrpName, RowsView::TaskGrpState state);
 
 protected:
-    /// Number of the page in usage tracking.
-    virtual int trackingPage() const = 0;
+    virtual MediaFunction function() const = 0;
     /// Whether a start needs a chosen preset.
     virtual bool needsPreset() const { return true; }
     /// Tells the user, too.

@@ -50,7 +50,7 @@ void TaskRowsView::convertAll(const QString &groupName)
 
 void TaskRowsView::trackStart(const QString &mode) const
 {
-    trackEvent(trackingPage(), QStringLiteral("video_convert_start"),
+    trackEvent(function(), QStringLiteral("video_convert_start"),
                {{QStringLiteral("convert_number_mode"), mode}});
 }
 

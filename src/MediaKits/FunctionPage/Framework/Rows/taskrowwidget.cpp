@@ -25,12 +25,6 @@ constexpr int fullBar = 100;
 constexpr double smallestProgress = 1e-12;
 constexpr int failedConversionEvent = 50;
 
-// The numbered event of a start on a page.
-int startEventOf(int page)
-{
-    return 12 + 2 * page;
-}
-
 } // namespace
 
 TaskRowWidget::TaskRowWidget(const RowItem &item, const Kind &kind, QWidget *parent)
@@ -187,7 +181,7 @@ void TaskRowWidget::showStarted()
         content.failed = false;
         content.editorEnabled = false;
     });
-    OskDataTracker::instance().trackTableEvent(startEventOf(m_kind.page));
+    OskDataTracker::instance().trackTableEvent(functionRecord(m_kind.function).startEvent);
 }
 
 void TaskRowWidget::showEnded()
@@ -231,9 +225,10 @@ void TaskRowWidget::showDone()
         content.page = RowContent::DonePage;
     });
     readResult();
-    trackEvent(m_kind.page, QStringLiteral("video_convert_submit"));
+    trackEvent(m_kind.function, QStringLiteral("video_convert_submit"));
     trackEnded(true);
-    MediaPreviewWnd::addFinished(outputPath(), previewInfo(m_kind.page, QStringLiteral("自动")));
+    MediaPreviewWnd::addFinished(outputPath(),
+                                 previewInfo(m_kind.function, QStringLiteral("自动")));
 }
 
 void TaskRowWidget::readResult()
@@ -253,7 +248,7 @@ void TaskRowWidget::trackEnded(bool success) const
                        {QStringLiteral("output_format"), wanted.format}};
     if (!success)
         params.insert(QStringLiteral("convert_fail_reason"), reason);
-    trackEvent(m_kind.page, QStringLiteral("convert_success"), params);
+    trackEvent(m_kind.function, QStringLiteral("convert_success"), params);
     if (success || !m_kind.reportsFailures)
         return;
     OskDataTracker &tracker = OskDataTracker::instance();
@@ -295,7 +290,7 @@ void TaskRowWidget::on_btnOpenDir_clicked()
 
 void TaskRowWidget::on_btnPlayDst_clicked()
 {
-    MediaPreviewWnd::showFile(outputPath(), previewInfo(m_kind.page, QStringLiteral("手动")));
+    MediaPreviewWnd::showFile(outputPath(), previewInfo(m_kind.function, QStringLiteral("手动")));
 }
 
 void TaskRowWidget::on_btnErrorDetail_clicked()

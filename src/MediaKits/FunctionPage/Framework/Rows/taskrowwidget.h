@@ -15,8 +15,7 @@ class TaskRowWidget : public MediaRowWidget
 public:
     struct Kind
     {
-        /// Number of the page in usage tracking.
-        int page;
+        MediaFunction function;
         /// Whether the numbered events hear of failures and their reason.
         bool reportsFailures;
         TaskRowForm::Kind form;
