@@ -8,7 +8,7 @@ set -euo pipefail
 packages=(
     ca-certificates ccache cmake default-jre-headless ffmpeg fonts-noto-cjk g++ libcurl4-gnutls-dev
     libeasyloggingpp-dev libfontconfig-dev libjmac-java libmediainfo-dev librsvg2-bin libssl-dev
-    libxcb-randr0-dev libxcb-shape0-dev libxcb1-dev mplayer mpv ninja-build pkg-config
+    libxcb-randr0-dev libxcb-shape0-dev libxcb1-dev mold mplayer mpv ninja-build pkg-config
     qtbase5-dev qttranslations5-l10n
 )
 [ "${1:-}" = test ] && packages+=(
