@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "platform/displaysizes.h"
 
+#include "platform/linux/xconnection.h"
+
 #include <QList>
 
 #include <atomic>
-#include <cstdlib>
-#include <memory>
 
 #include <xcb/randr.h>
-#include <xcb/xcb.h>
 
 namespace {
 
@@ -19,34 +18,13 @@ constexpr uint32_t maxResourceLength = 64 * 1024;
 
 std::atomic<DpiStance> declaredStance{DpiStance::Unaware};
 
-struct ConnectionDeleter
-{
-    void operator()(xcb_connection_t *connection) const { xcb_disconnect(connection); }
-};
-
-struct ReplyDeleter
-{
-    void operator()(void *reply) const { std::free(reply); }
-};
-
-template<typename T>
-using Reply = std::unique_ptr<T, ReplyDeleter>;
-
-const xcb_screen_t *screenOf(xcb_connection_t *connection, int number)
-{
-    xcb_screen_iterator_t screen = xcb_setup_roots_iterator(xcb_get_setup(connection));
-    for (; number > 0 && screen.rem > 1; --number)
-        xcb_screen_next(&screen);
-    return screen.rem > 0 ? screen.data : nullptr;
-}
-
 bool hasMonitors(xcb_connection_t *connection)
 {
     const xcb_query_extension_reply_t *extension =
         xcb_get_extension_data(connection, &xcb_randr_id);
     if (extension == nullptr || extension->present == 0)
         return false;
-    const Reply<xcb_randr_query_version_reply_t> version(xcb_randr_query_version_reply(
+    const XReply<xcb_randr_query_version_reply_t> version(xcb_randr_query_version_reply(
         connection, xcb_randr_query_version(connection, 1, 5), nullptr));
     return version && (version->major_version > 1 || version->minor_version >= 5);
 }
@@ -57,7 +35,7 @@ QSize primarySize(xcb_connection_t *connection, const xcb_screen_t &screen)
     const QSize whole(screen.width_in_pixels, screen.height_in_pixels);
     if (!hasMonitors(connection))
         return whole;
-    const Reply<xcb_randr_get_monitors_reply_t> reply(xcb_randr_get_monitors_reply(
+    const XReply<xcb_randr_get_monitors_reply_t> reply(xcb_randr_get_monitors_reply(
         connection, xcb_randr_get_monitors(connection, screen.root, 1), nullptr));
     if (!reply)
         return whole;
@@ -72,7 +50,7 @@ QSize primarySize(xcb_connection_t *connection, const xcb_screen_t &screen)
 
 QByteArray resourcesOf(xcb_connection_t *connection, const xcb_screen_t &screen)
 {
-    const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(
+    const XReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(
         connection,
         xcb_get_property(connection, 0, screen.root, XCB_ATOM_RESOURCE_MANAGER, XCB_ATOM_STRING, 0,
                          maxResourceLength),
@@ -94,13 +72,8 @@ DisplaySizes primaryDisplaySizes()
 {
     if (qEnvironmentVariableIsEmpty("DISPLAY"))
         return {{0, 0}, {0, 0}};
-    int number = 0;
-    // Never null: a failed connection is an object too.
-    const std::unique_ptr<xcb_connection_t, ConnectionDeleter> connection(
-        xcb_connect(nullptr, &number));
-    if (xcb_connection_has_error(connection.get()) != 0)
-        return {{0, 0}, {0, 0}};
-    const xcb_screen_t *screen = screenOf(connection.get(), number);
+    const XConnection connection;
+    const xcb_screen_t *screen = connection.screen();
     if (screen == nullptr)
         return {{0, 0}, {0, 0}};
     const QSize real = primarySize(connection.get(), *screen);

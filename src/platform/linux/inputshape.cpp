@@ -1,17 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "platform/inputshape.h"
 
-#include <cstdlib>
-#include <memory>
+#include "platform/linux/xconnection.h"
 
 #include <xcb/shape.h>
-#include <xcb/xcb.h>
 
 void passPointerThrough(WId window)
 {
-    const std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> connection(
-        xcb_connect(nullptr, nullptr), &xcb_disconnect);
-    if (xcb_connection_has_error(connection.get()) != 0)
+    const XConnection connection;
+    if (!connection.isOpen())
         return;
     // Window managers copy the shape to their frame, but some take an empty one for none at all;
     // so one pixel stays.
@@ -19,5 +16,5 @@ void passPointerThrough(WId window)
     const xcb_void_cookie_t request = xcb_shape_rectangles_checked(
         connection.get(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED,
         xcb_window_t(window), 0, 0, 1, &pixel);
-    std::free(xcb_request_check(connection.get(), request));
+    const XReply<xcb_generic_error_t> error(xcb_request_check(connection.get(), request));
 }
