@@ -104,8 +104,8 @@ EncParamCatalog::EncParamCatalog(const QString &directory)
 
 const EncParamCatalog &EncParamCatalog::instance()
 {
-    static const EncParamCatalog catalog(dataDirectory());
-    return catalog;
+    static const EncParamCatalog catalogue(dataDirectory());
+    return catalogue;
 }
 
 void EncParamCatalog::readCategories(const QDomElement &root)

@@ -46,10 +46,10 @@ QString presetLine(const EncParam &preset)
 
 int listCategories(const CommandLine &line)
 {
-    const EncParamCatalog &catalog = EncParamCatalog::instance();
+    const EncParamCatalog &catalogue = EncParamCatalog::instance();
     QJsonArray array;
-    for (const quint32 id : catalog.categoryIds()) {
-        const auto category = catalog.category(id);
+    for (const quint32 id : catalogue.categoryIds()) {
+        const auto category = catalogue.category(id);
         array.append(QJsonObject{{QStringLiteral("id"), qint64(id)},
                                  {QStringLiteral("title"), category->title},
                                  {QStringLiteral("type"), category->type}});
@@ -63,11 +63,11 @@ int listCategories(const CommandLine &line)
 
 int listPresets(const CommandLine &line)
 {
-    const EncParamCatalog &catalog = EncParamCatalog::instance();
+    const EncParamCatalog &catalogue = EncParamCatalog::instance();
     QJsonArray array;
-    for (const quint32 id : catalog.encParamIds()) {
-        const auto preset = catalog.encParam(id);
-        if (!line.category.isEmpty() && catalog.titleOf(*preset) != line.category)
+    for (const quint32 id : catalogue.encParamIds()) {
+        const auto preset = catalogue.encParam(id);
+        if (!line.category.isEmpty() && catalogue.titleOf(*preset) != line.category)
             continue;
         array.append(presetJson(*preset));
         if (!line.json)

@@ -110,9 +110,9 @@ void readCategory(CommandLine &line, ValueReader &values)
     if (!values.isSet("category"))
         return;
     line.category = values.text("category").toUpper();
-    const EncParamCatalog &catalog = EncParamCatalog::instance();
-    for (const quint32 id : catalog.categoryIds()) {
-        if (catalog.category(id)->title == line.category)
+    const EncParamCatalog &catalogue = EncParamCatalog::instance();
+    for (const quint32 id : catalogue.categoryIds()) {
+        if (catalogue.category(id)->title == line.category)
             return;
     }
     values.refuse(tr("未知的格式分类：%1").arg(values.text("category")));

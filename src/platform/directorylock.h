@@ -15,7 +15,7 @@ public:
     DirectoryLock &operator=(DirectoryLock &&other) noexcept;
     ~DirectoryLock();
 
-    /// Locks \a dir against every other lock, without waiting. The result holds nothing when the
+    /// Locks `dir` against every other lock, without waiting. The result holds nothing when the
     /// folder is locked elsewhere, isn't a folder (or is a link to one), or can't be locked.
     static DirectoryLock tryExclusive(const QString &dir);
 

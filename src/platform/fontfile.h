@@ -3,7 +3,7 @@
 
 #include <QString>
 
-/// Path of the file that holds the regular font of exactly the family \a family, in any of the
+/// Path of the file that holds the regular font of exactly the family `family`, in any of the
 /// family's languages and in any case of letters; empty when no such family is installed.
 /// Looked up anew by each call.
 QString fontFileOfFamily(const QString &family);

@@ -3,8 +3,8 @@
 
 #include <QtGlobal>
 
-/// Freezes all threads of the process \a pid, and those of the processes in its own group when it
-/// leads one, as a ChildProcess does. False when \a pid isn't above 0 or no such process may be
+/// Freezes all threads of the process `pid`, and those of the processes in its own group when it
+/// leads one, as a ChildProcess does. False when `pid` isn't above 0 or no such process may be
 /// signalled.
 bool suspendProcess(qint64 pid);
 

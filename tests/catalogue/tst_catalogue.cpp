@@ -9,7 +9,7 @@ namespace {
 
 using Ids = QList<quint32>;
 
-const EncParamCatalog &catalog()
+const EncParamCatalog &catalogue()
 {
     return EncParamCatalog::instance();
 }
@@ -32,14 +32,14 @@ template<typename Predicate>
 Ids presetsWhere(Predicate predicate)
 {
     Ids ids;
-    std::copy_if(catalog().encParamIds().cbegin(), catalog().encParamIds().cend(),
+    std::copy_if(catalogue().encParamIds().cbegin(), catalogue().encParamIds().cend(),
                  std::back_inserter(ids), predicate);
     return ids;
 }
 
 Ids presetsOf(quint32 category)
 {
-    return presetsWhere([category](quint32 id) { return catalog().categoryOf(id) == category; });
+    return presetsWhere([category](quint32 id) { return catalogue().categoryOf(id) == category; });
 }
 
 } // namespace
@@ -59,18 +59,18 @@ private slots:
 
 void TestCatalogue::holdsEveryRow()
 {
-    const Ids &ids = catalog().encParamIds();
+    const Ids &ids = catalogue().encParamIds();
     QCOMPARE(QSet<quint32>(ids.cbegin(), ids.cend()).size(), 201);
     QCOMPARE(ids.size(), 201);
     QCOMPARE(presetsOf(1005), (Ids{1004004, 1004003, 1004002, 1004001, 1004005, 1004006}));
 
-    QCOMPARE(catalog().kindOf(1950001), 3U);
-    QCOMPARE(catalog().categoryOf(EncParamCatalog::customId), 1001U);
-    QCOMPARE(catalog().firstCategoryOfKind(3), 0U);
-    QCOMPARE(catalog().categoryIds().size(), 24);
-    for (const quint32 id : catalog().categoryIds()) {
-        QCOMPARE(quint32(catalog().category(id)->type), EncParamCatalog::categoryKind(id));
-        QVERIFY2(!presetsOf(id).isEmpty(), qPrintable(catalog().category(id)->title));
+    QCOMPARE(catalogue().kindOf(1950001), 3U);
+    QCOMPARE(catalogue().categoryOf(EncParamCatalog::customId), 1001U);
+    QCOMPARE(catalogue().firstCategoryOfKind(3), 0U);
+    QCOMPARE(catalogue().categoryIds().size(), 24);
+    for (const quint32 id : catalogue().categoryIds()) {
+        QCOMPARE(quint32(catalogue().category(id)->type), EncParamCatalog::categoryKind(id));
+        QVERIFY2(!presetsOf(id).isEmpty(), qPrintable(catalogue().category(id)->title));
     }
 }
 
@@ -86,13 +86,13 @@ void TestCatalogue::presetRows()
         {2708001, "[Epic 4G ] 3002 2708 [IPAN] 800*480 1200 30 [MAAC] 2 44100 128"},
     };
     for (const auto &[id, text] : rows)
-        QCOMPARE(presetText(*catalog().encParam(id)), QString::fromUtf8(text));
+        QCOMPARE(presetText(*catalogue().encParam(id)), QString::fromUtf8(text));
 }
 
 void TestCatalogue::namesTheSameAsSourcePresets()
 {
     QCOMPARE(
-        presetsWhere([](quint32 id) { return catalog().isKeepSource(id); }),
+        presetsWhere([](quint32 id) { return catalogue().isKeepSource(id); }),
         (Ids{1003001, 1001001, 1005001, 1006001, 1004004, 1002004, 1011002, 1012001, 1021001,
              2400005, 2401005, 2402005, 1200000, 1007004, 1000001, 1013001, 1033001, 10501001}));
 }
@@ -104,23 +104,23 @@ void TestCatalogue::labels()
         {"B264", "libx264"}, {"flv1", "flv1"}, {"MPON", "libx264"}, {"OGG ", "libvorbis"},
     };
     for (const auto &[label, encoder] : rows)
-        QCOMPARE(catalog().encoderOf(QLatin1String(label)), QLatin1String(encoder));
+        QCOMPARE(catalogue().encoderOf(QLatin1String(label)), QLatin1String(encoder));
 }
 
 void TestCatalogue::cloneIsIndependent()
 {
-    const auto original = catalog().encParam(EncParamCatalog::defaultHdId);
+    const auto original = catalogue().encParam(EncParamCatalog::defaultHdId);
     const QString before = presetText(*original);
-    const auto clone = catalog().cloneAsCustom(EncParamCatalog::defaultHdId);
+    const auto clone = catalogue().cloneAsCustom(EncParamCatalog::defaultHdId);
     QCOMPARE(clone->id, EncParamCatalog::customId);
     QCOMPARE(presetText(*clone), before);
     clone->video->width = 320;
     clone->audio->bitrate = 96;
     QCOMPARE(presetText(*original), before);
 
-    QVERIFY(!catalog().cloneAsCustom(EncParamCatalog::defaultGifId)->audio);
-    QVERIFY(!catalog().cloneAsCustom(EncParamCatalog::customId));
-    QVERIFY(!catalog().hasEncParam(EncParamCatalog::customId));
+    QVERIFY(!catalogue().cloneAsCustom(EncParamCatalog::defaultGifId)->audio);
+    QVERIFY(!catalogue().cloneAsCustom(EncParamCatalog::customId));
+    QVERIFY(!catalogue().hasEncParam(EncParamCatalog::customId));
 }
 
 void TestCatalogue::readsOnlyWhatIsData()

@@ -145,7 +145,7 @@ void TestPresets::dryRunGivesTheOptions()
 {
     if (runLarge)
         QSKIP("once is enough");
-    const EncParamCatalog &catalog = EncParamCatalog::instance();
+    const EncParamCatalog &catalogue = EncParamCatalog::instance();
     for (const QJsonValue &value : qAsConst(m_presets)) {
         const QJsonObject preset = value.toObject();
         const QString id = QString::number(preset[QLatin1String("id")].toInt());
@@ -166,7 +166,7 @@ void TestPresets::dryRunGivesTheOptions()
             const int n = record[QLatin1String(key)].toInt();
             return n > 0 ? QString::number(n) + QLatin1String(unit) : QString();
         };
-        add("-c:v", catalog.encoderOf(video[QLatin1String("fourCC")].toString()));
+        add("-c:v", catalogue.encoderOf(video[QLatin1String("fourCC")].toString()));
         if (video[QLatin1String("width")].toInt() > 0) {
             add("-s", number(video, "width", "x") +
                           QString::number(video[QLatin1String("height")].toInt()));
@@ -177,7 +177,7 @@ void TestPresets::dryRunGivesTheOptions()
         if (isM4r) {
             add("-f", QStringLiteral("mp4"));
         } else {
-            add("-c:a", catalog.encoderOf(audio[QLatin1String("fourCC")].toString()));
+            add("-c:a", catalogue.encoderOf(audio[QLatin1String("fourCC")].toString()));
             add("-ac", number(audio, "channel", ""));
         }
         add("-ar", number(audio, "sampleRate", ""));

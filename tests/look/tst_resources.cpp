@@ -60,10 +60,10 @@ void TstResources::sourcesNameOnlyExistingPictures()
 
 void TstResources::everyCategoryHasItsPicture()
 {
-    const EncParamCatalog &catalog = EncParamCatalog::instance();
-    QVERIFY(!catalog.categoryIds().isEmpty());
-    for (const quint32 id : catalog.categoryIds()) {
-        const auto category = catalog.category(id);
+    const EncParamCatalog &catalogue = EncParamCatalog::instance();
+    QVERIFY(!catalogue.categoryIds().isEmpty());
+    for (const quint32 id : catalogue.categoryIds()) {
+        const auto category = catalogue.category(id);
         const QString fault = faultOf(
             QStringLiteral(":/format/%1/%2.png")
                 .arg(category->type == 1 ? QStringLiteral("video") : QStringLiteral("audio"),

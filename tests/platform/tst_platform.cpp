@@ -24,7 +24,7 @@
 #include <unistd.h>
 
 namespace {
-// The arguments that a fake tool in \a dir was run with.
+// The arguments that a fake tool in `dir` was run with.
 QStringList toolLog(const QTemporaryDir &dir, const QString &name)
 {
     QFile file(dir.filePath(name) + QStringLiteral(".log"));

@@ -28,7 +28,7 @@ public:
     /// Sends to the other instance and waits until it has taken the text; an instance that is just
     /// starting takes it as soon as its event loop runs. When the other one ends meanwhile, this
     /// one takes its place.
-    /// @return whether the text was taken within \a timeoutMs
+    /// @return whether the text was taken within `timeoutMs`
     bool sendMessage(const QString &message, int timeoutMs = 5000);
 
 signals:

@@ -37,12 +37,12 @@ bool isVideoFormat(const QString &suffix);
 /// A suffix that is both, were there one, counts as audio.
 MediaClass mediaClassOf(const QString &suffix);
 
-/// File name patterns ("*.mp4") of the classes in \a flags, a sum of FormatClass values.
+/// File name patterns ("*.mp4") of the classes in `flags`, a sum of FormatClass values.
 QStringList suffixPatterns(int flags);
 
-/// Name filters for a file dialog, joined by ";;": one for each class in \a flags, one for all of
+/// Name filters for a file dialog, joined by ";;": one for each class in `flags`, one for all of
 /// these together and, when all classes are chosen, one for allFormats() at the front.
 QString fileDialogFilter(int flags);
 
-/// At least one of \a urls is an existing local file, not a folder, with one of \a suffixes.
+/// At least one of `urls` is an existing local file, not a folder, with one of `suffixes`.
 bool acceptsUrls(const QList<QUrl> &urls, const QStringList &suffixes);

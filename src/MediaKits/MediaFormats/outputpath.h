@@ -3,11 +3,11 @@
 
 #include <QString>
 
-/// \a path itself while nothing has that name, else the first free one of "name(2).mp4",
+/// `path` itself while nothing has that name, else the first free one of "name(2).mp4",
 /// "name(3).mp4" ... in the same folder. A link that leads nowhere has a name too.
 QString uniqueOutputPath(const QString &path);
 
-/// The file name of \a path isn't longer than the file system takes.
+/// The file name of `path` isn't longer than the file system takes.
 bool fileNameFits(const QString &path);
 
 /// The base name that a user typed for an output, as one name in its folder.

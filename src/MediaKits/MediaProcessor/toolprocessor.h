@@ -5,7 +5,7 @@
 #include "MediaKits/MediaProcessor/reporttail.h"
 #include "platform/childprocess.h"
 
-/// The one place where a tool becomes a child process: what all runners share around their
+/// Where a tool that works on files becomes a child process: what all runners share around their
 /// `QProcess`. The child dies with the program, however the program ends.
 class ToolProcessor : public MediaProcessor
 {

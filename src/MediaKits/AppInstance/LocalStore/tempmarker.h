@@ -10,15 +10,15 @@
 /// Name of every marker directory.
 QString tempMarkerName();
 
-/// The path of the marker directory in \a dir; nothing is created.
+/// The path of the marker directory in `dir`; nothing is created.
 QString tempMarkerPath(const QString &dir);
 
-/// Makes the marker directory in \a dir, with its parents, and gives back its path. Work folders
+/// Makes the marker directory in `dir`, with its parents, and gives back its path. Work folders
 /// that dead processes have left in it are removed. At process exit this process's own work
 /// folders are removed, then the marker unless another process still uses it.
 QString createTempMarkerDir(const QString &dir);
 
-/// Declares the existing folder \a path in use by this process until releaseWorkFolder() or exit.
+/// Declares the existing folder `path` in use by this process until releaseWorkFolder() or exit.
 /// Claim a work folder as soon as it is made: only its first 10 seconds are protected without.
 /// False when another process has it or it can't be locked, which is no reason not to use it.
 bool claimWorkFolder(const QString &path);

@@ -11,6 +11,6 @@ class EncParamInfoItemWidget : public QWidget
     Q_OBJECT
 
 public:
-    /// Reads the records of \a item, which must be set, once.
+    /// Reads the records of `item`, which must be set, once.
     explicit EncParamInfoItemWidget(const QListWidgetItem &item, QWidget *parent = nullptr);
 };

@@ -16,7 +16,7 @@ public:
     };
     Q_ENUM(Operation)
 
-    /// Reads the records of \a item, which must be set, once.
+    /// Reads the records of `item`, which must be set, once.
     explicit HistoryItemWidget(const QListWidgetItem &item, QWidget *parent = nullptr);
 
 signals:

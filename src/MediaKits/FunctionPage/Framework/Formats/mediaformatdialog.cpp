@@ -28,7 +28,7 @@ constexpr quint32 audioKind = 2;
 constexpr int presetsPage = 0;
 constexpr int recentPage = 1;
 
-const EncParamCatalog &catalog()
+const EncParamCatalog &catalogue()
 {
     return EncParamCatalog::instance();
 }
@@ -94,13 +94,13 @@ void MediaFormatDialog::setFormatTypes(int mask, bool show)
 
 void MediaFormatDialog::showPreset(quint32 id)
 {
-    m_currentId = catalog().hasEncParam(id) ? id : EncParamCatalog::defaultKeepSourceId;
-    const quint32 category = catalog().categoryOf(m_currentId);
+    m_currentId = catalogue().hasEncParam(id) ? id : EncParamCatalog::defaultKeepSourceId;
+    const quint32 category = catalogue().categoryOf(m_currentId);
     fillCategories(category);
     fillPresets(category, m_currentId);
     // Device presets are of kind 3, which is the recent tab's number; and no tab lists GIF.
     const quint32 kind = EncParamCatalog::categoryKind(category);
-    if (!catalog().category(category) || (kind != videoKind && kind != audioKind))
+    if (!catalogue().category(category) || (kind != videoKind && kind != audioKind))
         return;
     // The signals come from the group even while the button's own are blocked.
     const QSignalBlocker blocker(m_ui->btnGrpType);
@@ -109,14 +109,14 @@ void MediaFormatDialog::showPreset(quint32 id)
 
 void MediaFormatDialog::fillCategories(quint32 category)
 {
-    const auto shown = catalog().category(category);
+    const auto shown = catalogue().category(category);
     if (!shown)
         return;
     QListWidget *const list = m_ui->lWdtCategory;
     const QSignalBlocker blocker(list);
     list->clear();
-    for (const quint32 id : catalog().categoryIds()) {
-        const auto record = catalog().category(id);
+    for (const quint32 id : catalogue().categoryIds()) {
+        const auto record = catalogue().category(id);
         if (record->type != shown->type)
             continue;
         appendRow<CategoryItemWidget>(list,
@@ -131,10 +131,10 @@ void MediaFormatDialog::fillPresets(quint32 category, quint32 current)
     QListWidget *const list = m_ui->lwdtParamInfos;
     const QSignalBlocker blocker(list);
     list->clear();
-    for (const quint32 id : catalog().encParamIds()) {
-        const auto preset = catalog().encParam(id);
+    for (const quint32 id : catalogue().encParamIds()) {
+        const auto preset = catalogue().encParam(id);
         if (preset->displayCategoryID != category ||
-            (m_hideKeepSource && catalog().isKeepSource(id)))
+            (m_hideKeepSource && catalogue().isKeepSource(id)))
             continue;
         appendRow<EncParamInfoItemWidget>(list,
                                           makeItem(id, preset->name, QVariant::fromValue(preset)));
@@ -145,8 +145,8 @@ void MediaFormatDialog::fillPresets(quint32 category, quint32 current)
 
 bool MediaFormatDialog::isAllowed(quint32 id) const
 {
-    const quint32 kind = catalog().kindOf(id);
-    return catalog().hasEncParam(id) && !(m_hideKeepSource && catalog().isKeepSource(id)) &&
+    const quint32 kind = catalogue().kindOf(id);
+    return catalogue().hasEncParam(id) && !(m_hideKeepSource && catalogue().isKeepSource(id)) &&
            (kind != audioKind || (m_allowed & audioMask)) &&
            (kind != videoKind || (m_allowed & videoMask));
 }
@@ -163,9 +163,9 @@ void MediaFormatDialog::fillHistory()
 void MediaFormatDialog::addHistoryItem(quint32 id)
 {
     QListWidget *const list = m_ui->lwdtHistory;
-    const auto category = catalog().category(catalog().categoryOf(id));
-    const auto preset = catalog().encParam(id);
-    auto item = makeItem(id, catalog().labelOf(*preset), QVariant::fromValue(category));
+    const auto category = catalogue().category(catalogue().categoryOf(id));
+    const auto preset = catalogue().encParam(id);
+    auto item = makeItem(id, catalogue().labelOf(*preset), QVariant::fromValue(category));
     item->setData(RecentPresetRole, QVariant::fromValue(preset));
     QListWidgetItem *const added = item.get();
     appendRow<HistoryItemWidget>(list, std::move(item));
@@ -195,9 +195,9 @@ void MediaFormatDialog::onTabToggled(QAbstractButton *button, bool checked)
     }
     m_ui->swdtFormats->setCurrentIndex(presetsPage);
     const quint32 kind = quint32(tab);
-    const quint32 own = catalog().categoryOf(m_currentId);
-    const bool isOwnTab = kind == catalog().kindOf(m_currentId) && catalog().category(own);
-    const quint32 category = isOwnTab ? own : catalog().firstCategoryOfKind(kind);
+    const quint32 own = catalogue().categoryOf(m_currentId);
+    const bool isOwnTab = kind == catalogue().kindOf(m_currentId) && catalogue().category(own);
+    const quint32 category = isOwnTab ? own : catalogue().firstCategoryOfKind(kind);
     fillCategories(category);
     fillPresets(category, m_currentId);
 }

@@ -28,7 +28,7 @@ public:
 
     /// Limits the recent list to kinds of presets and shows their tabs alone.
     /// @param mask sum of 1 for audio and 2 for video
-    /// @param show whether the tabs of \a mask are seen and those of the other kinds aren't, or
+    /// @param show whether the tabs of `mask` are seen and those of the other kinds aren't, or
     ///        the other way round
     void setFormatTypes(int mask, bool show);
 

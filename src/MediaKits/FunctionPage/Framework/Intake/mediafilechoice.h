@@ -12,6 +12,6 @@ QStringList chooseMediaFiles(QWidget *parent, const QString &filter);
 /// The folder that the user picks in a file dialog; empty when cancelled.
 QString chooseMediaFolder(QWidget *parent);
 
-/// Absolute paths of the readable files in \a folder itself whose names match \a patterns
+/// Absolute paths of the readable files in `folder` itself whose names match `patterns`
 /// ("*.mp4") in any case, by name.
 QStringList mediaFilesIn(const QString &folder, const QStringList &patterns);

@@ -50,6 +50,6 @@ private:
     bool m_cancelled = false;
 };
 
-/// Calls \a perFile for each of \a files in order under a MediaImportDialog, and returns after the
-/// last one, when the user cancels, or when \a dialogParent is destroyed.
+/// Calls `perFile` for each of `files` in order under a MediaImportDialog, and returns after the
+/// last one, when the user cancels, or when `dialogParent` is destroyed.
 void importFiles(QWidget *dialogParent, const QStringList &files, const PerFile &perFile);
