@@ -3,6 +3,8 @@
 
 #include <QPainter>
 
+#include <algorithm>
+
 TextCtrl::TextCtrl(QWidget *parent) : QWidget(parent) {}
 
 void TextCtrl::setText(const QString &text)
@@ -29,6 +31,26 @@ void TextCtrl::setOpacity(double opacity)
     update();
 }
 
+// The video's text filter sets lines a pixel closer than the font is high.
+int TextCtrl::lineHeight() const
+{
+    const int fontHeight =
+        m_font.pixelSize() > 0 ? m_font.pixelSize() : QFontMetrics(m_font, this).height();
+    return fontHeight - 1;
+}
+
+QSize TextCtrl::sizeHint() const
+{
+    const QFontMetrics metrics(m_font, this);
+    const QStringList lines = m_text.split(QLatin1Char('\n'));
+    int width = 0;
+    for (const QString &line : lines)
+        width = std::max(width, metrics.horizontalAdvance(line));
+    // Letters hang over the last line by half of what the font is higher than its pixel size.
+    const int overhang = std::max(0, metrics.height() - lineHeight() - 1) / 2;
+    return {width, lines.size() * lineHeight() + overhang};
+}
+
 void TextCtrl::paintEvent(QPaintEvent * /*event*/)
 {
     if (m_text.isEmpty())
@@ -38,12 +60,10 @@ void TextCtrl::paintEvent(QPaintEvent * /*event*/)
     painter.setFont(m_font);
     painter.setPen(m_color);
     const QFontMetrics metrics(m_font, this);
-    const int fontHeight = m_font.pixelSize() > 0 ? m_font.pixelSize() : metrics.height();
-    const int lineHeight = fontHeight - 1;
-    int baseline = lineHeight - (metrics.descent() - (metrics.height() - fontHeight) / 2);
+    int baseline = lineHeight() - (metrics.descent() - (metrics.height() - lineHeight() - 1) / 2);
     const QStringList lines = m_text.split(QLatin1Char('\n'));
     for (const QString &line : lines) {
         painter.drawText(0, baseline, line);
-        baseline += lineHeight;
+        baseline += lineHeight();
     }
 }

@@ -24,10 +24,15 @@ public:
     double opacity() const { return m_opacity; }
     void setOpacity(double opacity);
 
+    /// Of the whole text.
+    QSize sizeHint() const override;
+
 protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    int lineHeight() const;
+
     QColor m_color;
     QFont m_font;
     QString m_text;

@@ -8,10 +8,12 @@
 #include "controls/widgetbutton.h"
 #include "pointer.h"
 #include "resources/look.h"
+#include "support/utf8.h"
 
 #include <QDialog>
 #include <QHBoxLayout>
 #include <QLineEdit>
+#include <QPainter>
 #include <QSignalSpy>
 #include <QTextDocumentFragment>
 
@@ -230,6 +232,16 @@ private slots:
         QVERIFY(first != blank);
         QCOMPARE(image.copy(0, 20, 100, 18), blank.copy(0, 0, 100, 18));
         QCOMPARE(image.copy(0, 38, 100, 19), first);
+
+        ctrl.setText(utf8("Ägjp\n水印ÄQ"));
+        ctrl.resize(300, 200);
+        QImage whole = ctrl.grab().toImage();
+        const QColor ground = whole.pixelColor(299, 199);
+        QPainter(&whole).fillRect(QRect(QPoint(0, 0), ctrl.sizeHint()), ground);
+        QImage empty = whole;
+        empty.fill(ground);
+        QCOMPARE(whole, empty);
+        QVERIFY(ctrl.sizeHint().height() <= 48);
     }
 
     void lookups()

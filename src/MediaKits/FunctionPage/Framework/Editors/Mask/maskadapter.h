@@ -18,6 +18,8 @@ public:
     /// Size of the picture in its own pixels, as it is shown.
     void setVideoSize(const QSize &size);
     void setMaskEnabled(bool enabled);
+    /// Widget pixels a picture pixel; below 0 as long as it isn't known.
+    double scale() const { return m_scale; }
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -26,8 +28,6 @@ protected:
     MaskAdapter(QWidget *target, QWidget *content, QObject *parent);
 
     virtual void onScaleChanged() = 0;
-    /// Widget pixels a picture pixel; below 0 as long as it isn't known.
-    double scale() const { return m_scale; }
     bool isScaleKnown() const { return m_scale > 0.0; }
     QWidget *target() const { return m_target; }
     VideoMask *mask() const { return m_mask; }

@@ -65,7 +65,7 @@ WatermarkMaskAdapter::addItem(std::unique_ptr<WatermarkMaskAdapterItem> item, co
         // The editor may have placed it meanwhile.
         if (added->m_rect.isNull())
             setItemRect(added, QRectF(QPointF(0, 0), size));
-        box->show();
+        box->setVisible(added->m_visible);
         showDrawnRegion();
     });
     return added;
@@ -112,6 +112,15 @@ void WatermarkMaskAdapter::alignItem(WatermarkMaskAdapterItem *item, int place)
     // Twice the way to the right and to the bottom, in halves.
     const QSize room = target()->size() - item->widget()->size();
     item->widget()->move(room.width() * (place % 3) / 2, room.height() * (place / 3) / 2);
+}
+
+void WatermarkMaskAdapter::setItemVisible(WatermarkMaskAdapterItem *item, bool visible)
+{
+    if (!has(item))
+        return;
+    item->m_visible = visible;
+    item->widget()->setVisible(visible);
+    showDrawnRegion();
 }
 
 void WatermarkMaskAdapter::removeItem(WatermarkMaskAdapterItem *item)
@@ -179,7 +188,9 @@ void WatermarkMaskAdapter::onBoxChanged(WatermarkMaskAdapterItem *item)
 void WatermarkMaskAdapter::showDrawnRegion()
 {
     QRegion region;
-    for (const auto &item : m_items)
-        region += item->widget()->geometry();
+    for (const auto &item : m_items) {
+        if (!item->widget()->isHidden())
+            region += item->widget()->geometry();
+    }
     mask()->setDrawnRegion(region);
 }

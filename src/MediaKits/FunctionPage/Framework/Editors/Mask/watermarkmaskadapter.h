@@ -32,6 +32,8 @@ public:
     void moveItem(WatermarkMaskAdapterItem *item, const QPointF &topLeft);
     /// @param place one of nine, 0 to 8, row by row from the upper left; others leave the place
     void alignItem(WatermarkMaskAdapterItem *item, int place);
+    /// Whether the box is seen, as in the part of the time that it stands for.
+    void setItemVisible(WatermarkMaskAdapterItem *item, bool visible);
     /// Deletes the item.
     void removeItem(WatermarkMaskAdapterItem *item);
     /// Null when none is.

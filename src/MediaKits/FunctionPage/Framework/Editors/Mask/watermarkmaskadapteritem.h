@@ -49,6 +49,7 @@ private:
     QMap<int, QVariant> m_properties;
     QRectF m_rect; ///< in picture pixels, as last set or dragged
     bool m_selected = false;
+    bool m_visible = true;
 };
 
 /// A text; its box can't be resized, since its size follows the text.
