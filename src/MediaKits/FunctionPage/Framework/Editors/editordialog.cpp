@@ -9,8 +9,11 @@
 #include "MediaKits/Player/volumedialog.h"
 #include "ui_editordialog.h"
 
+#include <QAbstractButton>
+#include <QAbstractSlider>
 #include <QAbstractSpinBox>
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QKeyEvent>
 #include <QSignalBlocker>
 
@@ -33,12 +36,30 @@ QSize shownSize(const VEncParam &video)
     return qFuzzyCompare(video.rotate, quarterTurn) ? size.transposed() : size;
 }
 
+// A control that the mouse works and that needs no keys after it.
+bool isPressedOrPulled(const QWidget &control)
+{
+    const auto *choice = qobject_cast<const QComboBox *>(&control);
+    return qobject_cast<const QAbstractButton *>(&control) ||
+           qobject_cast<const QAbstractSlider *>(&control) || (choice && !choice->isEditable());
+}
+
 // A key that numbers and times have no use for.
 bool isUselessToField(const QKeyEvent &event)
 {
     const bool isLetter = event.key() >= Qt::Key_A && event.key() <= Qt::Key_Z;
     const bool isPlain = !(event.modifiers() & ~Qt::ShiftModifier);
     return isPlain && (isLetter || event.key() == Qt::Key_Space);
+}
+
+// Whether a key goes to the editor although a control has the focus.
+bool isForEditor(const QObject &control, const QKeyEvent &event)
+{
+    const bool isSpace = event.key() == Qt::Key_Space;
+    if (qobject_cast<const QAbstractSpinBox *>(&control))
+        return isUselessToField(event);
+    // Space presses a button that was reached by the keyboard; arrows move a slider or a choice.
+    return qobject_cast<const QAbstractButton *>(&control) ? !isSpace : isSpace;
 }
 
 } // namespace
@@ -80,6 +101,11 @@ QPushButton *EditorDialog::confirmButton() const
     return m_ui->btnSave;
 }
 
+void EditorDialog::addButtonRow(QWidget *row)
+{
+    m_ui->layoutMain->insertWidget(m_ui->layoutMain->indexOf(editorArea()), row);
+}
+
 void EditorDialog::setSidePane(QWidget *pane, QPushButton *action)
 {
     m_ui->layoutSide->addWidget(pane);
@@ -87,7 +113,8 @@ void EditorDialog::setSidePane(QWidget *pane, QPushButton *action)
     m_ui->wdtSide->show();
     // The action ends where the column begins.
     m_ui->wdtActions->setFixedWidth(sidePaneWidth);
-    m_ui->layoutButtons->insertWidget(1, action);
+    if (action)
+        m_ui->layoutButtons->insertWidget(1, action);
     resize(size() + sideGrowth);
 }
 
@@ -170,6 +197,7 @@ void EditorDialog::showPosition()
     m_ui->lblPos->setText(timeText(m_position));
     const QSignalBlocker blocker(m_ui->scrubBar);
     m_ui->scrubBar->setValue(m_position);
+    emit positionChanged(m_position);
 }
 
 bool EditorDialog::handleKey(const QKeyEvent &event)
@@ -216,12 +244,15 @@ void EditorDialog::setUpFocus()
 {
     for (QAbstractSpinBox *field : findChildren<QAbstractSpinBox *>())
         field->installEventFilter(this);
-    for (QPushButton *button : body()->findChildren<QPushButton *>()) {
-        button->installEventFilter(this);
+    for (QPushButton *button : body()->findChildren<QPushButton *>())
         button->setAutoDefault(false);
-        // A click on a button must not take the keys away from the preview.
-        if (button->focusPolicy() == Qt::StrongFocus)
-            button->setFocusPolicy(Qt::TabFocus);
+    for (QWidget *control : body()->findChildren<QWidget *>()) {
+        if (!isPressedOrPulled(*control))
+            continue;
+        control->installEventFilter(this);
+        // A click on it must not take the keys away from the preview.
+        if (control->focusPolicy() & Qt::ClickFocus)
+            control->setFocusPolicy(Qt::TabFocus);
     }
     confirmButton()->setDefault(true);
     m_ui->csPlayer->setFocus();
@@ -232,10 +263,8 @@ bool EditorDialog::eventFilter(QObject *watched, QEvent *event)
     if (event->type() != QEvent::KeyPress)
         return DialogFrame::eventFilter(watched, event);
     const auto &key = *static_cast<QKeyEvent *>(event);
-    const bool isField = qobject_cast<QAbstractSpinBox *>(watched) != nullptr;
-    // Space presses a button that was reached by the keyboard.
-    const bool isOurs = isField ? isUselessToField(key) : key.key() != Qt::Key_Space;
-    return (isOurs && handleKey(key)) || DialogFrame::eventFilter(watched, event);
+    return (isForEditor(*watched, key) && handleKey(key)) ||
+           DialogFrame::eventFilter(watched, event);
 }
 
 void EditorDialog::closeEvent(QCloseEvent *event)

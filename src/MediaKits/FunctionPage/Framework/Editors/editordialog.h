@@ -45,6 +45,10 @@ public:
     /// Frames a second, for steps by the keyboard.
     void setFrameRate(double framesPerSecond);
 
+signals:
+    /// The preview stands there now, in ms; by playing it comes in whole seconds.
+    void positionChanged(int ms);
+
 protected:
     /// Starts the preview with these options of the player alone.
     void startPlayer(const QString &file, const QStringList &args);
@@ -62,9 +66,11 @@ protected:
     QWidget *editorArea() const;
     /// The button that takes the result, "btnSave" unless it is named otherwise.
     QPushButton *confirmButton() const;
+    /// Adds a row of buttons between the preview's controls and the editor's.
+    void addButtonRow(QWidget *row);
     /// Adds a column at the right of the preview.
-    /// @param action stands at the column's foot, pointing to it
-    void setSidePane(QWidget *pane, QPushButton *action);
+    /// @param action stands at the column's foot, pointing to it; null for none
+    void setSidePane(QWidget *pane, QPushButton *action = nullptr);
 
     /// Whether leaving the editor would lose something.
     virtual bool isChanged() const = 0;

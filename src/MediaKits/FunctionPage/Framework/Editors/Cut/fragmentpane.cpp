@@ -7,13 +7,13 @@
 
 namespace {
 
-constexpr int rowHeight = 96;
 constexpr QSize addButtonSize(128, 32);
 
 } // namespace
 
-FragmentPane::FragmentPane(QWidget *parent)
+FragmentPane::FragmentPane(const Kind &kind, QWidget *parent)
     : QWidget(parent),
+      m_kind(kind),
       m_ui(std::make_unique<Ui::FragmentPane>()),
       m_addButton(new QPushButton(tr("截取到列表 >>"), this))
 {
@@ -22,6 +22,10 @@ FragmentPane::FragmentPane(QWidget *parent)
     m_addButton->setObjectName(QStringLiteral("btnFragmentAdd"));
     m_addButton->setProperty("cls", QStringLiteral("accent"));
     m_addButton->setMinimumSize(addButtonSize);
+    if (m_kind.hasCurrent)
+        list()->setSelectionMode(QAbstractItemView::SingleSelection);
+    if (!m_kind.clearButton.isEmpty())
+        addClearButton();
     const QAbstractItemModel *rows = list()->model();
     connect(rows, &QAbstractItemModel::rowsInserted, this, &FragmentPane::showCount);
     connect(rows, &QAbstractItemModel::rowsRemoved, this, &FragmentPane::showCount);
@@ -35,6 +39,35 @@ QListWidget *FragmentPane::list() const
     return m_ui->listWidget;
 }
 
+void FragmentPane::addClearButton()
+{
+    auto *button = new QPushButton(tr("清空"), this);
+    button->setObjectName(m_kind.clearButton);
+    button->setProperty("cls", QStringLiteral("link"));
+    m_ui->layoutTitle->addWidget(button);
+    connect(button, &QPushButton::clicked, this, &FragmentPane::clear);
+}
+
+void FragmentPane::clear()
+{
+    while (!isEmpty())
+        delete list()->takeItem(0);
+}
+
+void FragmentPane::setTexts(const QString &title, const QString &empty)
+{
+    m_ui->lblTextFragment->setText(title);
+    m_ui->lblEmpty->setText(empty);
+    list()->setAccessibleName(title);
+}
+
+void FragmentPane::setRowHeight(int pixels)
+{
+    m_kind.rowHeight = pixels;
+    for (int i = 0; i < list()->count(); ++i)
+        list()->item(i)->setSizeHint({0, pixels});
+}
+
 bool FragmentPane::isEmpty() const
 {
     return list()->count() == 0;
@@ -42,9 +75,8 @@ bool FragmentPane::isEmpty() const
 
 void FragmentPane::showRow(QListWidgetItem *item, QWidget *row)
 {
-    item->setSizeHint({0, rowHeight});
+    item->setSizeHint({0, m_kind.rowHeight});
     list()->setItemWidget(item, row);
-    list()->scrollToItem(item);
 }
 
 void FragmentPane::showCount()
