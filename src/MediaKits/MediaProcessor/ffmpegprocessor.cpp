@@ -21,7 +21,6 @@ void FFMpegProcessor::setCommand(const QString &arguments, quint32 durationMs, b
 
 void FFMpegProcessor::start()
 {
-    setState(ProcessorStarted);
     QString command = QStringLiteral("\"%1\" %2").arg(ffmpegPath(), m_arguments);
     if (m_withProgress)
         command += QLatin1String(" -progress pipe:1");
@@ -43,12 +42,8 @@ double FFMpegProcessor::progressAt(qint64 positionUs, quint32 durationMs) const
 
 void FFMpegProcessor::childFinished(int exitCode, QProcess::ExitStatus status)
 {
-    if (isFinal())
-        return;
-    drain();
     const QString report = tail().text();
-    const bool complete = exitCode == 0 && status == QProcess::NormalExit;
-    if (complete && !reportsLostOutput(report)) {
+    if (endedWell(exitCode, status) && !reportsLostOutput(report)) {
         CLOG(INFO, "default") << "FFmpeg cmd:" << m_arguments;
         CLOG(INFO, "default") << report;
         setState(ProcessorFinished);

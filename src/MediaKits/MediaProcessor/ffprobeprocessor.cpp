@@ -12,7 +12,6 @@ QString FFProbeProcessor::output() const
 
 void FFProbeProcessor::start()
 {
-    setState(ProcessorStarted);
     m_output.clear();
     launch(QStringLiteral("\"%1\" %2").arg(ffprobePath(), m_arguments));
 }
@@ -25,8 +24,5 @@ void FFProbeProcessor::childOutput(const QByteArray &bytes)
 
 void FFProbeProcessor::childFinished(int, QProcess::ExitStatus status)
 {
-    if (isFinal())
-        return;
-    drain();
     setState(status == QProcess::NormalExit ? ProcessorFinished : ProcessorError);
 }

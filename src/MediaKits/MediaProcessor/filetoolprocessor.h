@@ -13,15 +13,7 @@ public:
     using ToolProcessor::ToolProcessor;
 
 protected:
-    void setFiles(const QString &input, const QString &output);
-    QString inputFile() const { return m_inputFile; }
-    QString outputFile() const { return m_outputFile; }
-
     bool knowsQuitKey() const override { return false; }
-    void childOutput(const QByteArray &bytes) override;
+    void childOutput(const QByteArray &) override {}
     void childFinished(int exitCode, QProcess::ExitStatus status) override;
-
-private:
-    QString m_inputFile;
-    QString m_outputFile;
 };

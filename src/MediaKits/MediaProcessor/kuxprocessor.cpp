@@ -11,7 +11,6 @@ void KuxProcessor::setCommand(const QString &arguments, quint32 durationMs)
 
 void KuxProcessor::start()
 {
-    setState(ProcessorStarted);
     // The program's folder may have blanks in its name, hence the quotes.
     launch(QStringLiteral("\"%1\" %2 -progress pipe:1 ").arg(kuxFfmpegPath(), m_arguments));
 }
@@ -32,10 +31,7 @@ double KuxProcessor::progressAt(qint64 positionUs, quint32 durationMs) const
 
 void KuxProcessor::childFinished(int exitCode, QProcess::ExitStatus status)
 {
-    if (isFinal())
-        return;
-    drain();
-    if (exitCode == 0 && status == QProcess::NormalExit) {
+    if (endedWell(exitCode, status)) {
         setState(ProcessorFinished);
         return;
     }

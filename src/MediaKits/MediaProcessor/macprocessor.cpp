@@ -3,9 +3,14 @@
 
 #include "MediaKits/MediaProcessor/toolpaths.h"
 
+void MacProcessor::setInOut(const QString &input, const QString &output)
+{
+    m_input = input;
+    m_output = output;
+}
+
 void MacProcessor::start()
 {
-    setState(ProcessorStarted);
     // Compression level "high".
-    launch(macPath(), {inputFile(), outputFile(), QStringLiteral("-c3000")});
+    launch(macPath(), {m_input, m_output, QStringLiteral("-c3000")});
 }

@@ -13,7 +13,11 @@ public:
 
     /// @param input a WAV file
     /// @param output the APE file to make
-    void setInOut(const QString &input, const QString &output) { setFiles(input, output); }
+    void setInOut(const QString &input, const QString &output);
 
     void start() override;
+
+private:
+    QString m_input;
+    QString m_output;
 };

@@ -3,14 +3,18 @@
 
 #include "MediaKits/Logger/logger.h"
 
+#include <QPointer>
+
 void ProgressProcessor::childOutput(const QByteArray &bytes)
 {
+    const QPointer<ProgressProcessor> alive(this);
     const QVector<qint64> positions = progressPositionsUs(m_output.feed(toolText(bytes)));
     for (const qint64 positionUs : positions) {
-        if (m_withProgress && m_durationMs != 0)
+        if (alive && m_withProgress && m_durationMs != 0)
             emit progressChanged(progressAt(positionUs, m_durationMs));
     }
-    readPendingDuration();
+    if (alive)
+        readPendingDuration();
 }
 
 void ProgressProcessor::childReport(const QByteArray &bytes)

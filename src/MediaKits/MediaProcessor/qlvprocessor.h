@@ -2,6 +2,7 @@
 #pragma once
 
 #include "MediaKits/MediaProcessor/rewrapprocessor.h"
+#include "MediaKits/MediaProcessor/toolpaths.h"
 
 /// Rewraps QLV files.
 class QlvProcessor : public RewrapProcessor
@@ -9,11 +10,7 @@ class QlvProcessor : public RewrapProcessor
     Q_OBJECT
 
 public:
-    using RewrapProcessor::RewrapProcessor;
+    explicit QlvProcessor(QObject *parent = nullptr) : RewrapProcessor(toolPath(), parent) {}
 
-    void setInOut(const QString &input, const QString &output) { setFiles(input, output); }
-
-protected:
-    QString tool() const override;
-    QString plainArgument() const override;
+    void setInOut(const QString &input, const QString &output) { setFields({input, output}); }
 };

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "MediaKits/MediaProcessor/rewrapprocessor.h"
+#include "MediaKits/MediaProcessor/toolpaths.h"
 
 /// Rewraps QSV files.
 class QsvProcessor : public RewrapProcessor
@@ -9,15 +10,11 @@ class QsvProcessor : public RewrapProcessor
     Q_OBJECT
 
 public:
-    using RewrapProcessor::RewrapProcessor;
+    explicit QsvProcessor(QObject *parent = nullptr) : RewrapProcessor(tool2Path(), parent) {}
 
     /// @param qsvMode handed on to the tool
-    void setInOut(const QString &input, const QString &output, int qsvMode);
-
-protected:
-    QString tool() const override;
-    QString plainArgument() const override;
-
-private:
-    int m_qsvMode = 0;
+    void setInOut(const QString &input, const QString &output, int qsvMode)
+    {
+        setFields({input, output, QString::number(qsvMode)});
+    }
 };

@@ -11,19 +11,21 @@ class RewrapProcessor : public FileToolProcessor
     Q_OBJECT
 
 public:
-    using FileToolProcessor::FileToolProcessor;
-
     void start() override;
     /// Kills the tool, whatever `force` says.
     void stop(bool force) override;
 
 protected:
-    virtual QString tool() const = 0;
-    /// What the tool is told, its fields separated by "|".
-    virtual QString plainArgument() const = 0;
+    /// @param tool path of the tool
+    RewrapProcessor(const QString &tool, QObject *parent);
+
+    /// What the tool is told; no field may hold a "|".
+    void setFields(const QStringList &fields) { m_fields = fields; }
 
     void childOutput(const QByteArray &bytes) override;
 
 private:
+    QString m_tool;
+    QStringList m_fields;
     LineSplitter m_output;
 };

@@ -5,6 +5,7 @@
 #include "platform/processcontrol.h"
 
 #include <QMetaEnum>
+#include <QPointer>
 
 namespace {
 constexpr int blockingWaitMs = 30000;
@@ -25,7 +26,10 @@ ToolProcessor::ToolProcessor(QObject *parent) : MediaProcessor(parent)
             [this] { childReport(m_process.readAllStandardError()); });
     connect(&m_process, &QProcess::errorOccurred, this, &ToolProcessor::childFailed);
     connect(&m_process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
-            &ToolProcessor::childFinished);
+            [this](int exitCode, QProcess::ExitStatus status) {
+                if (!isFinal() && drain())
+                    childFinished(exitCode, status);
+            });
 }
 
 ToolProcessor::~ToolProcessor()
@@ -44,8 +48,12 @@ void ToolProcessor::launch(const QString &commandText)
 
 void ToolProcessor::launch(const QString &program, const QStringList &arguments)
 {
+    const QPointer<ToolProcessor> alive(this);
+    setState(ProcessorStarted);
+    if (!alive)
+        return;
     m_process.start(program, arguments, QIODevice::ReadWrite);
-    if (isBlocking())
+    if (alive && isBlocking())
         m_process.waitForFinished(blockingWaitMs);
 }
 
@@ -79,7 +87,8 @@ void ToolProcessor::childFailed(QProcess::ProcessError error)
         return;
     CLOG(ERROR, "default") << "FFmpeg Err:"
                            << QMetaEnum::fromType<QProcess::ProcessError>().valueToKey(error);
-    drain();
+    if (!drain())
+        return;
     note(error == QProcess::FailedToStart ? tr("无法启动工具：%1").arg(m_process.errorString())
                                           : tr("工具意外终止"));
     // A child whose streams broke may live on.
@@ -90,10 +99,12 @@ void ToolProcessor::childFailed(QProcess::ProcessError error)
     setState(ProcessorError);
 }
 
-void ToolProcessor::drain()
+bool ToolProcessor::drain()
 {
-    childOutput(m_process.readAllStandardOutput());
+    const QPointer<ToolProcessor> alive(this);
     childReport(m_process.readAllStandardError());
+    childOutput(m_process.readAllStandardOutput());
+    return !alive.isNull();
 }
 
 void ToolProcessor::stop(bool force)

@@ -30,22 +30,26 @@ public:
     qint64 processId() const { return m_process.processId(); }
 
 protected:
-    /// Starts `commandText`, program and arguments in one text with the quoting of
+    /// Enters `ProcessorStarted` and starts `commandText`, program and arguments in one text with the quoting of
     /// `QProcess::splitCommand`, and waits for its end when the runner is blocking.
     void launch(const QString &commandText);
 
     /// The same for a program and its arguments one by one.
     void launch(const QString &program, const QStringList &arguments);
 
-    /// Handlers of the child's reports; none is called after `stop`.
+    /// Handlers of the child's reports; none is called after `stop`. When it has finished, both
+    /// channels have been read to their end.
     virtual void childRunning();
     virtual void childOutput(const QByteArray &bytes) = 0;
     virtual void childReport(const QByteArray &bytes);
     virtual void childFinished(int exitCode, QProcess::ExitStatus status) = 0;
     virtual void childFailed(QProcess::ProcessError error);
 
-    /// Reads both channels to their present end.
-    void drain();
+    static bool endedWell(int exitCode, QProcess::ExitStatus status)
+    {
+        return exitCode == 0 && status == QProcess::NormalExit;
+    }
+
     /// Wakes a paused child, and asks a running one to quit where it knows ffmpeg's key for that.
     void askToQuit();
     /// Kills the child and waits until it is gone.
@@ -58,6 +62,10 @@ protected:
     void note(const QString &line) { m_tail.append(line.toUtf8() + '\n'); }
 
 private:
+    // Reads both channels to their present end.
+    // @return whether this object is still there: a listener may have deleted it
+    bool drain();
+
     ChildProcess m_process;
     ReportTail m_tail;
 };

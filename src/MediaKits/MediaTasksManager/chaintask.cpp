@@ -26,12 +26,8 @@ ChainTask::~ChainTask()
         m_group->deleteLater();
 }
 
-void ChainTask::start()
+void ChainTask::run()
 {
-    if (!param()) {
-        failWithoutParam();
-        return;
-    }
     if (m_group) {
         // Without an end of its own, the old chain would leave its work folder.
         m_group->disconnect(this);
@@ -41,8 +37,8 @@ void ChainTask::start()
     }
     const QString cause = problem();
     if (!cause.isEmpty()) {
-        setState(START);
-        failAbout({cause, {}});
+        if (enter(START))
+            failAbout({cause, {}});
         return;
     }
     m_group = buildGroup();
@@ -51,8 +47,8 @@ void ChainTask::start()
     connect(m_group, &MediaTask::taskOperateChanged, this, &ChainTask::setOperate);
     connect(m_group, &MediaTask::taskProgress, this, &MediaTask::taskProgress);
     connect(m_group, &MediaTask::taskCustomeMsgCome, this, &MediaTask::taskCustomeMsgCome);
-    setState(START);
-    m_group->start();
+    if (enter(START))
+        m_group->start();
 }
 
 void ChainTask::pause()
@@ -71,8 +67,7 @@ void ChainTask::stop()
 {
     if (state() == STOPED)
         return;
-    setState(STOPING);
-    if (m_group)
+    if (enter(STOPING) && m_group)
         m_group->stop();
 }
 

@@ -13,12 +13,12 @@ public:
     using MediaTask::MediaTask;
     ~ChainTask() override;
 
-    void start() override;
     void pause() override;
     void stop() override;
     void resume() override;
 
 protected:
+    void run();
     /// Why the chain need not begin, in words for the user; empty when it may.
     virtual QString problem() const = 0;
     /// The chain for the present parameter, without a parent.

@@ -4,21 +4,19 @@
 #include "MediaKits/MediaTasksManager/chaintask.h"
 #include "MediaKits/MediaTasksManager/converttaskparam.h"
 #include "MediaKits/MediaTasksManager/filealiases.h"
+#include "MediaKits/MediaTasksManager/paramtask.h"
 
 class QDir;
 
 /// One output of a page: makes a private work folder inside the output folder, turns special
 /// sources into something that ffmpeg reads, converts, moves the result into place under a free
 /// name and removes the work folder whatever happens.
-class ComplexConvertTask : public ChainTask
+class ComplexConvertTask : public ParamTask<ConvertTaskParam, ChainTask>
 {
     Q_OBJECT
 
 public:
-    using ChainTask::ChainTask;
-
-    MediaTaskParam *param() const override { return m_param.data(); }
-    void setParam(MediaTaskParam *param) override { takeParam(param, m_param); }
+    using ParamTask::ParamTask;
 
     /// What the convert step of a chain is told.
     /// @param source the file that the step reads
@@ -38,6 +36,5 @@ private:
     void replaceOddNames(ConvertTaskParam &step);
     QString finalPath() const;
 
-    QSharedPointer<ConvertTaskParam> m_param;
     FileAliases m_aliases;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "MediaKits/MediaTasksManager/paramtask.h"
 #include "MediaKits/MediaTasksManager/synchronoustask.h"
 
 struct ConcatFileTaskParam : MediaTaskParam
@@ -16,21 +17,16 @@ struct ConcatFileTaskParam : MediaTaskParam
 };
 
 /// Writes the list that ffmpeg's concat demuxer reads.
-class ConcatFileTask : public SynchronousTask
+class ConcatFileTask : public ParamTask<ConcatFileTaskParam, SynchronousTask>
 {
     Q_OBJECT
 
 public:
-    using SynchronousTask::SynchronousTask;
-
-    MediaTaskParam *param() const override { return m_param.data(); }
-    void setParam(MediaTaskParam *param) override { takeParam(param, m_param); }
+    using ParamTask::ParamTask;
 
 protected:
     QString perform() override { return createConcatFile(); }
 
 private:
     QString createConcatFile() const;
-
-    QSharedPointer<ConcatFileTaskParam> m_param;
 };

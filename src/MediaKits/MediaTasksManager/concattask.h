@@ -4,6 +4,7 @@
 #include "MediaKits/MediaTasksManager/chaintask.h"
 #include "MediaKits/MediaTasksManager/converttaskparam.h"
 #include "MediaKits/MediaTasksManager/filealiases.h"
+#include "MediaKits/MediaTasksManager/paramtask.h"
 
 /// One input of a merge.
 struct InputFileMediaParam
@@ -36,15 +37,12 @@ struct ConcatTaskParam : MediaTaskParam
 
 /// The merge: converts every input into one common form in a work folder, joins the parts by
 /// stream copy and moves the result into place.
-class ConcatTask : public ChainTask
+class ConcatTask : public ParamTask<ConcatTaskParam, ChainTask>
 {
     Q_OBJECT
 
 public:
-    using ChainTask::ChainTask;
-
-    MediaTaskParam *param() const override { return m_param.data(); }
-    void setParam(MediaTaskParam *param) override { takeParam(param, m_param); }
+    using ParamTask::ParamTask;
 
 protected:
     QString problem() const override;
@@ -56,6 +54,5 @@ private:
     bool wantsSound() const;
     QString finalPath() const;
 
-    QSharedPointer<ConcatTaskParam> m_param;
     FileAliases m_aliases;
 };

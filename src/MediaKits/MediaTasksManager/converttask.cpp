@@ -104,17 +104,12 @@ QVariantList outputOptions(const ConvertTaskParam &param)
 
 } // namespace
 
-void ConvertTask::start()
+void ConvertTask::prepare()
 {
-    if (!m_convertParam) {
-        failWithoutParam();
-        return;
-    }
-    QVariantMap tree = buildOptionTree(*m_convertParam);
-    tree.insert(QStringLiteral("duration"), outputDuration(*m_convertParam));
+    QVariantMap tree = buildOptionTree(*m_param);
+    tree.insert(QStringLiteral("duration"), outputDuration(*m_param));
     FFmpegExTask::setParam(new FFmpegExTaskParam(tree));
-    setState(START);
-    FFmpegExTask::start();
+    FFmpegExTask::prepare();
 }
 
 QString ConvertTask::buildFilterText(const ConvertTaskParam &param)

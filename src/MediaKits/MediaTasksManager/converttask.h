@@ -5,16 +5,12 @@
 #include "MediaKits/MediaTasksManager/ffmpegextask.h"
 
 /// The one place where a description of a wanted result becomes an ffmpeg command.
-class ConvertTask : public FFmpegExTask
+class ConvertTask : public ParamTask<ConvertTaskParam, FFmpegExTask>
 {
     Q_OBJECT
 
 public:
-    using FFmpegExTask::FFmpegExTask;
-
-    void start() override;
-    MediaTaskParam *param() const override { return m_convertParam.data(); }
-    void setParam(MediaTaskParam *param) override { takeParam(param, m_convertParam); }
+    using ParamTask::ParamTask;
 
     /// The text of "-filter_complex", possibly empty.
     static QString buildFilterText(const ConvertTaskParam &param);
@@ -23,6 +19,6 @@ public:
     /// Length in ms of what will be produced, for progress; 0 when unknown.
     static int outputDuration(const ConvertTaskParam &param);
 
-private:
-    QSharedPointer<ConvertTaskParam> m_convertParam;
+protected:
+    void prepare() override;
 };

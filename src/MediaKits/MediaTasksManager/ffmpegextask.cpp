@@ -52,14 +52,10 @@ QString FFmpegExTask::commandText(const QVariantMap &tree)
     return parts.join(QLatin1Char(' '));
 }
 
-void FFmpegExTask::start()
+void FFmpegExTask::prepare()
 {
-    if (!m_exParam) {
-        failWithoutParam();
-        return;
-    }
-    const QVariantMap tree = m_exParam->options.toMap();
+    const QVariantMap tree = m_param->options.toMap();
     const int durationMs = tree.value(QStringLiteral("duration")).toInt();
     FFmpegTask::setParam(new FFmpegTaskParam(commandText(tree), durationMs));
-    FFmpegTask::start();
+    FFmpegTask::prepare();
 }

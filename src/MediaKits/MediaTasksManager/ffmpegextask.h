@@ -16,16 +16,12 @@ struct FFmpegExTaskParam : MediaTaskParam
 /// Runs one ffmpeg command that is given as a tree. Keys: "options" (global ones), "input" with
 /// "inputs" (each "inputUrl" and "options"), "output" ("outputUrl" and "options") and "duration"
 /// in ms. An option is a map of "name", with its dash, and an optional "value".
-class FFmpegExTask : public FFmpegTask
+class FFmpegExTask : public ParamTask<FFmpegExTaskParam, FFmpegTask>
 {
     Q_OBJECT
 
 public:
-    using FFmpegTask::FFmpegTask;
-
-    void start() override;
-    MediaTaskParam *param() const override { return m_exParam.data(); }
-    void setParam(MediaTaskParam *param) override { takeParam(param, m_exParam); }
+    using ParamTask::ParamTask;
 
     /// The tree as the argument text of the ffmpeg runner: file names are quoted, values stand as
     /// they are.
@@ -34,6 +30,6 @@ public:
     /// An option map; without a value it is a flag.
     static QVariantMap option(const QString &name, const QVariant &value = {});
 
-private:
-    QSharedPointer<FFmpegExTaskParam> m_exParam;
+protected:
+    void prepare() override;
 };

@@ -2,7 +2,8 @@
 #pragma once
 
 #include "MediaKits/MediaProcessor/ffmpegprocessor.h"
-#include "MediaKits/MediaTasksManager/tooltask.h"
+#include "MediaKits/MediaTasksManager/paramtask.h"
+#include "MediaKits/MediaTasksManager/runnertask.h"
 
 struct FFmpegTaskParam : MediaTaskParam
 {
@@ -17,18 +18,14 @@ struct FFmpegTaskParam : MediaTaskParam
 };
 
 /// Runs one ffmpeg command.
-class FFmpegTask : public ToolTask
+class FFmpegTask
+    : public ParamTask<FFmpegTaskParam, RunnerTask<FFMpegProcessor, ToolTask::FullEndProgress>>
 {
     Q_OBJECT
 
 public:
-    FFmpegTask(const QString &name, const QString &groupId, QObject *parent = nullptr);
+    using ParamTask::ParamTask;
 
-    void start() override;
-    MediaTaskParam *param() const override { return m_param.data(); }
-    void setParam(MediaTaskParam *param) override { takeParam(param, m_param); }
-
-private:
-    FFMpegProcessor m_processor;
-    QSharedPointer<FFmpegTaskParam> m_param;
+protected:
+    void prepare() override;
 };

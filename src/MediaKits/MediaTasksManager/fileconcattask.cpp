@@ -5,16 +5,12 @@
 
 #include <limits>
 
-void FileConcatTask::start()
+void FileConcatTask::prepare()
 {
-    if (!m_concatParam) {
-        failWithoutParam();
-        return;
-    }
     const QString command =
         QStringLiteral("-safe 1 -hide_banner -y -f concat -i %1 -c copy -map 0  %2")
-            .arg(quoteToolPath(m_concatParam->listFile), quoteToolPath(m_concatParam->output));
+            .arg(quoteToolPath(m_param->listFile), quoteToolPath(m_param->output));
     // Copying has no length of its own to count against: its progress stays near 0.
     FFmpegTask::setParam(new FFmpegTaskParam(command, std::numeric_limits<int>::max()));
-    FFmpegTask::start();
+    FFmpegTask::prepare();
 }

@@ -16,17 +16,13 @@ struct FileConcatTaskParam : MediaTaskParam
 };
 
 /// Joins the files of a concat list by copying their streams.
-class FileConcatTask : public FFmpegTask
+class FileConcatTask : public ParamTask<FileConcatTaskParam, FFmpegTask>
 {
     Q_OBJECT
 
 public:
-    using FFmpegTask::FFmpegTask;
+    using ParamTask::ParamTask;
 
-    void start() override;
-    MediaTaskParam *param() const override { return m_concatParam.data(); }
-    void setParam(MediaTaskParam *param) override { takeParam(param, m_concatParam); }
-
-private:
-    QSharedPointer<FileConcatTaskParam> m_concatParam;
+protected:
+    void prepare() override;
 };

@@ -35,7 +35,8 @@ void GroupMediaTask::start()
 {
     if (isFinal(state()))
         m_stopRequested = false;
-    setState(START);
+    if (!enter(START))
+        return;
     MediaTask *task = currentTask();
     if (!task)
         setState(FINISHED);
@@ -60,10 +61,12 @@ void GroupMediaTask::stop()
     if (state() == STOPED)
         return;
     m_stopRequested = true;
-    setState(STOPING);
-    if (MediaTask *task = currentTask())
-        task->stop();
+    if (!enter(STOPING))
+        return;
+    MediaTask *task = currentTask();
     m_currentIndex = 0;
+    if (task)
+        task->stop();
 }
 
 void GroupMediaTask::onItemProgress(int index, double progress)
@@ -104,8 +107,10 @@ void GroupMediaTask::onItemState(int index, State itemState)
 void GroupMediaTask::onItemFinished(int index)
 {
     if (index == m_items.size() - 1) {
+        const QPointer<GroupMediaTask> alive(this);
         emit taskProgress(1.0);
-        setState(FINISHED);
+        if (alive)
+            setState(FINISHED);
     } else if (m_stopRequested) {
         // The stop came while no item could take it, or the item's tool had just been started:
         // its result may be half a file, and nothing behind it may run.

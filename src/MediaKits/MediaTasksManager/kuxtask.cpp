@@ -10,22 +10,10 @@ constexpr quint32 longestMs = 999999;
 
 } // namespace
 
-KuxTask::KuxTask(const QString &name, const QString &groupId, QObject *parent)
-    : ToolTask(m_processor, FullEndProgress, name, groupId, parent)
+void KuxTask::prepare()
 {
-    watchRunner();
-}
-
-void KuxTask::start()
-{
-    if (!m_param) {
-        failWithoutParam();
-        return;
-    }
     const QString arguments =
         QStringLiteral(" -hide_banner -y -i %1 %2")
             .arg(quoteToolPath(m_param->inputFile), quoteToolPath(m_param->outputFile));
-    m_processor.setCommand(arguments, longestMs);
-    setState(START);
-    m_processor.start();
+    m_runner.setCommand(arguments, longestMs);
 }

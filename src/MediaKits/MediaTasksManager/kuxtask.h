@@ -2,33 +2,20 @@
 #pragma once
 
 #include "MediaKits/MediaProcessor/kuxprocessor.h"
-#include "MediaKits/MediaTasksManager/tooltask.h"
+#include "MediaKits/MediaTasksManager/filetoolparam.h"
+#include "MediaKits/MediaTasksManager/paramtask.h"
+#include "MediaKits/MediaTasksManager/runnertask.h"
 
-struct KuxParam : MediaTaskParam
-{
-    static constexpr int paramType = 8;
-    KuxParam(const QString &input, const QString &output)
-        : MediaTaskParam(paramType), inputFile(input), outputFile(output)
-    {
-    }
-
-    QString inputFile;
-    QString outputFile;
-};
+using KuxParam = FileToolParam<8>;
 
 /// Turns a KUX file into one that the main ffmpeg reads.
-class KuxTask : public ToolTask
+class KuxTask : public ParamTask<KuxParam, RunnerTask<KuxProcessor, ToolTask::FullEndProgress>>
 {
     Q_OBJECT
 
 public:
-    KuxTask(const QString &name, const QString &groupId, QObject *parent = nullptr);
+    using ParamTask::ParamTask;
 
-    void start() override;
-    MediaTaskParam *param() const override { return m_param.data(); }
-    void setParam(MediaTaskParam *param) override { takeParam(param, m_param); }
-
-private:
-    KuxProcessor m_processor;
-    QSharedPointer<KuxParam> m_param;
+protected:
+    void prepare() override;
 };

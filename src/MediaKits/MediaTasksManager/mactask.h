@@ -2,33 +2,20 @@
 #pragma once
 
 #include "MediaKits/MediaProcessor/macprocessor.h"
-#include "MediaKits/MediaTasksManager/tooltask.h"
+#include "MediaKits/MediaTasksManager/filetoolparam.h"
+#include "MediaKits/MediaTasksManager/paramtask.h"
+#include "MediaKits/MediaTasksManager/runnertask.h"
 
-struct MacTaskParam : MediaTaskParam
-{
-    static constexpr int paramType = 11;
-    MacTaskParam(const QString &input, const QString &output)
-        : MediaTaskParam(paramType), inputFile(input), outputFile(output)
-    {
-    }
-
-    QString inputFile;
-    QString outputFile;
-};
+using MacTaskParam = FileToolParam<11>;
 
 /// Encodes a WAV file as Monkey's Audio.
-class MacTask : public ToolTask
+class MacTask : public ParamTask<MacTaskParam, RunnerTask<MacProcessor, ToolTask::NoEndProgress>>
 {
     Q_OBJECT
 
 public:
-    MacTask(const QString &name, const QString &groupId, QObject *parent = nullptr);
+    using ParamTask::ParamTask;
 
-    void start() override;
-    MediaTaskParam *param() const override { return m_param.data(); }
-    void setParam(MediaTaskParam *param) override { takeParam(param, m_param); }
-
-private:
-    MacProcessor m_processor;
-    QSharedPointer<MacTaskParam> m_param;
+protected:
+    void prepare() override { m_runner.setInOut(m_param->inputFile, m_param->outputFile); }
 };

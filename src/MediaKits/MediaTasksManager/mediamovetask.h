@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "MediaKits/MediaTasksManager/paramtask.h"
 #include "MediaKits/MediaTasksManager/synchronoustask.h"
 
 struct MediaMoveTaskParam : MediaTaskParam
@@ -17,19 +18,13 @@ struct MediaMoveTaskParam : MediaTaskParam
 
 /// Renames a finished file into place under a free name and tells the name by a custom message
 /// of type `OutputMoved`. It never replaces a file.
-class MediaMoveTask : public SynchronousTask
+class MediaMoveTask : public ParamTask<MediaMoveTaskParam, SynchronousTask>
 {
     Q_OBJECT
 
 public:
-    using SynchronousTask::SynchronousTask;
-
-    MediaTaskParam *param() const override { return m_param.data(); }
-    void setParam(MediaTaskParam *param) override { takeParam(param, m_param); }
+    using ParamTask::ParamTask;
 
 protected:
     QString perform() override;
-
-private:
-    QSharedPointer<MediaMoveTaskParam> m_param;
 };

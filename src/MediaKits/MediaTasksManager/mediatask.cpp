@@ -60,6 +60,13 @@ void MediaTask::setState(MediaTask::State s)
                           << ':' << QMetaEnum::fromType<State>().valueToKey(next);
 }
 
+bool MediaTask::enter(MediaTask::State s)
+{
+    const QPointer<MediaTask> alive(this);
+    setState(s);
+    return !alive.isNull();
+}
+
 void MediaTask::setOperate(MediaTask::Operate o)
 {
     if (m_operate == o)

@@ -108,6 +108,9 @@ protected slots:
     void setOperate(MediaTask::Operate o);
 
 protected:
+    /// `setState`, after which a listener may have deleted the task.
+    /// @return whether it is still there
+    [[nodiscard]] bool enter(State s);
     /// Keeps the failure, writes its cause to the log and moves to `ERROR`.
     void fail(const TaskFailure &failure);
     void fail(const QString &cause) { fail(TaskFailure{cause, {}}); }
@@ -115,23 +118,12 @@ protected:
     void keepFailure(const TaskFailure &failure) { m_failure = failure; }
     /// `fail` with the message for a task that was told nothing.
     void failWithoutParam();
-
-    /// `setParam` of a task whose parameter is of class P.
-    template<class P>
-    void takeParam(MediaTaskParam *given, QSharedPointer<P> &kept)
-    {
-        if (!given)
-            return;
-        if (given->type == P::paramType)
-            kept = QSharedPointer<P>(static_cast<P *>(given));
-        else
-            refuseParam();
-    }
+    /// Tells the log that `setParam` got a parameter of another task.
+    void refuseParam() const;
 
 private:
     friend class MediaTasksManager;
 
-    void refuseParam() const;
     State allowedState(State wanted) const;
 
     bool m_enabled = true;

@@ -3,6 +3,7 @@
 
 #include "MediaKits/MediaTasksManager/chaintask.h"
 #include "MediaKits/MediaTasksManager/filealiases.h"
+#include "MediaKits/MediaTasksManager/paramtask.h"
 
 #include <QVariantMap>
 
@@ -24,15 +25,12 @@ struct MutiImageTaskParam : MediaTaskParam
 
 /// Makes one picture for each chosen moment, "name_1.png" and so on, or one of all moments on top
 /// of each other, "name.png". Each finished picture is told by a message of type `OutputMoved`.
-class MutiImageTask : public ChainTask
+class MutiImageTask : public ParamTask<MutiImageTaskParam, ChainTask>
 {
     Q_OBJECT
 
 public:
-    using ChainTask::ChainTask;
-
-    MediaTaskParam *param() const override { return m_param.data(); }
-    void setParam(MediaTaskParam *param) override { takeParam(param, m_param); }
+    using ParamTask::ParamTask;
 
     /// The option tree of one shot.
     /// @param shot map with "inputUrl", "outputUrl", "watermark", "pos" (ms) and "scale"
@@ -51,6 +49,5 @@ private:
     void addShots(QVector<TaskItem> &items, const QString &pictureDir, bool stitched);
     void addStitch(QVector<TaskItem> &items, const QString &pictureDir) const;
 
-    QSharedPointer<MutiImageTaskParam> m_param;
     FileAliases m_aliases;
 };

@@ -2,33 +2,20 @@
 #pragma once
 
 #include "MediaKits/MediaProcessor/qlvprocessor.h"
-#include "MediaKits/MediaTasksManager/tooltask.h"
+#include "MediaKits/MediaTasksManager/filetoolparam.h"
+#include "MediaKits/MediaTasksManager/paramtask.h"
+#include "MediaKits/MediaTasksManager/runnertask.h"
 
-struct QlvTaskParam : MediaTaskParam
-{
-    static constexpr int paramType = 9;
-    QlvTaskParam(const QString &input, const QString &output)
-        : MediaTaskParam(paramType), inputFile(input), outputFile(output)
-    {
-    }
-
-    QString inputFile;
-    QString outputFile;
-};
+using QlvTaskParam = FileToolParam<9>;
 
 /// Rewraps a QLV file.
-class QlvTask : public ToolTask
+class QlvTask : public ParamTask<QlvTaskParam, RunnerTask<QlvProcessor, ToolTask::NoEndProgress>>
 {
     Q_OBJECT
 
 public:
-    QlvTask(const QString &name, const QString &groupId, QObject *parent = nullptr);
+    using ParamTask::ParamTask;
 
-    void start() override;
-    MediaTaskParam *param() const override { return m_param.data(); }
-    void setParam(MediaTaskParam *param) override { takeParam(param, m_param); }
-
-private:
-    QlvProcessor m_processor;
-    QSharedPointer<QlvTaskParam> m_param;
+protected:
+    void prepare() override { m_runner.setInOut(m_param->inputFile, m_param->outputFile); }
 };

@@ -2,34 +2,31 @@
 #pragma once
 
 #include "MediaKits/MediaProcessor/qsvprocessor.h"
-#include "MediaKits/MediaTasksManager/tooltask.h"
+#include "MediaKits/MediaTasksManager/filetoolparam.h"
+#include "MediaKits/MediaTasksManager/paramtask.h"
+#include "MediaKits/MediaTasksManager/runnertask.h"
 
-struct QsvTaskParam : MediaTaskParam
+struct QsvTaskParam : FileToolParam<10>
 {
-    static constexpr int paramType = 10;
     QsvTaskParam(const QString &input, const QString &output, int mode)
-        : MediaTaskParam(paramType), inputFile(input), outputFile(output), qsvMode(mode)
+        : FileToolParam(input, output), qsvMode(mode)
     {
     }
 
-    QString inputFile;
-    QString outputFile;
     int qsvMode = 0;
 };
 
 /// Rewraps a QSV file.
-class QsvTask : public ToolTask
+class QsvTask : public ParamTask<QsvTaskParam, RunnerTask<QsvProcessor, ToolTask::NoEndProgress>>
 {
     Q_OBJECT
 
 public:
-    QsvTask(const QString &name, const QString &groupId, QObject *parent = nullptr);
+    using ParamTask::ParamTask;
 
-    void start() override;
-    MediaTaskParam *param() const override { return m_param.data(); }
-    void setParam(MediaTaskParam *param) override { takeParam(param, m_param); }
-
-private:
-    QsvProcessor m_processor;
-    QSharedPointer<QsvTaskParam> m_param;
+protected:
+    void prepare() override
+    {
+        m_runner.setInOut(m_param->inputFile, m_param->outputFile, m_param->qsvMode);
+    }
 };

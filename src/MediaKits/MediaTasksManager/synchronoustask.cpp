@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MediaTasksManager/synchronoustask.h"
 
-void SynchronousTask::start()
+void SynchronousTask::run()
 {
-    if (!param()) {
-        failWithoutParam();
+    if (!enter(START) || !enter(RUNNING))
         return;
-    }
-    setState(START);
-    setState(RUNNING);
+    const QPointer<SynchronousTask> alive(this);
     const QString problem = perform();
+    if (!alive)
+        return;
     if (problem.isEmpty())
         setState(FINISHED);
     else
@@ -20,6 +19,6 @@ void SynchronousTask::stop()
 {
     if (state() == STOPED)
         return;
-    setState(STOPING);
-    setState(STOPED);
+    if (enter(STOPING))
+        setState(STOPED);
 }

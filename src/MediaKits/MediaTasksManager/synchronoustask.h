@@ -11,12 +11,12 @@ class SynchronousTask : public MediaTask
 public:
     using MediaTask::MediaTask;
 
-    void start() final;
     void pause() final {}
     void resume() final {}
     void stop() final;
 
 protected:
+    void run();
     /// Does the work.
     /// @return the cause of a failure, empty after success
     virtual QString perform() = 0;

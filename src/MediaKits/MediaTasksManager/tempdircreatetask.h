@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "MediaKits/MediaTasksManager/paramtask.h"
 #include "MediaKits/MediaTasksManager/synchronoustask.h"
 
 struct TempDirCreateParam : MediaTaskParam
@@ -12,19 +13,13 @@ struct TempDirCreateParam : MediaTaskParam
 };
 
 /// Makes a work folder and claims it for this process.
-class TempDirCreateTask : public SynchronousTask
+class TempDirCreateTask : public ParamTask<TempDirCreateParam, SynchronousTask>
 {
     Q_OBJECT
 
 public:
-    using SynchronousTask::SynchronousTask;
-
-    MediaTaskParam *param() const override { return m_param.data(); }
-    void setParam(MediaTaskParam *param) override { takeParam(param, m_param); }
+    using ParamTask::ParamTask;
 
 protected:
     QString perform() override;
-
-private:
-    QSharedPointer<TempDirCreateParam> m_param;
 };

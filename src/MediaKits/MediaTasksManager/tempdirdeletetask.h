@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "MediaKits/MediaTasksManager/paramtask.h"
 #include "MediaKits/MediaTasksManager/synchronoustask.h"
 
 struct TempDirDeleteTaskParam : MediaTaskParam
@@ -15,19 +16,13 @@ struct TempDirDeleteTaskParam : MediaTaskParam
 
 /// Removes a work folder with all that lies in it. What can't be removed is left to the sweep of
 /// the marker directory around it.
-class TempDirDeleteTask : public SynchronousTask
+class TempDirDeleteTask : public ParamTask<TempDirDeleteTaskParam, SynchronousTask>
 {
     Q_OBJECT
 
 public:
-    using SynchronousTask::SynchronousTask;
-
-    MediaTaskParam *param() const override { return m_param.data(); }
-    void setParam(MediaTaskParam *param) override { takeParam(param, m_param); }
+    using ParamTask::ParamTask;
 
 protected:
     QString perform() override;
-
-private:
-    QSharedPointer<TempDirDeleteTaskParam> m_param;
 };

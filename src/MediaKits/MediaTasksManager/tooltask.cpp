@@ -22,6 +22,14 @@ void ToolTask::watchRunner()
     connect(&m_runner, &MediaProcessor::progressChanged, this, &MediaTask::taskProgress);
 }
 
+void ToolTask::run()
+{
+    if (!enter(START))
+        return;
+    prepare();
+    m_runner.start();
+}
+
 void ToolTask::pause()
 {
     m_runner.pause();
@@ -36,8 +44,8 @@ void ToolTask::stop()
 {
     if (state() == STOPED)
         return;
-    setState(STOPING);
-    m_runner.stop(true);
+    if (enter(STOPING))
+        m_runner.stop(true);
 }
 
 void ToolTask::onRunnerState(MediaProcessor::State runnerState)
@@ -52,11 +60,14 @@ void ToolTask::onRunnerState(MediaProcessor::State runnerState)
     case MediaProcessor::ProcessorResumed:
         setState(RESUMED);
         break;
-    case MediaProcessor::ProcessorFinished:
+    case MediaProcessor::ProcessorFinished: {
+        const QPointer<ToolTask> alive(this);
         if (m_endProgress == FullEndProgress)
             emit taskProgress(1.0);
-        setState(FINISHED);
+        if (alive)
+            setState(FINISHED);
         break;
+    }
     case MediaProcessor::ProcessorError: {
         const QStringList report = m_runner.lastLines(keptReportLines);
         fail({failureCause(report), report});

@@ -17,16 +17,21 @@ public:
     /// Process id of the running tool, 0 when there is none.
     qint64 processId() const { return m_runner.processId(); }
 
-protected:
     /// Whether a full bar is signalled ahead of `FINISHED`.
     enum EndProgress { NoEndProgress, FullEndProgress };
 
+protected:
     /// @param runner the subclass's own processor; it is not used before `start`
     ToolTask(ToolProcessor &runner, EndProgress endProgress, const QString &name,
              const QString &groupId, QObject *parent);
 
     /// Connects the runner; for the subclass's constructor, when the runner has been made.
     void watchRunner();
+
+    /// Starts the tool.
+    void run();
+    /// Tells the runner what to do; called ahead of each start.
+    virtual void prepare() = 0;
 
 private:
     void onRunnerState(MediaProcessor::State runnerState);

@@ -8,7 +8,7 @@
 
 #include <limits>
 
-VideoImagePickTask::VideoImagePickTask(QObject *parent) : FFmpegTask(QString(), QString(), parent)
+VideoImagePickTask::VideoImagePickTask(QObject *parent) : ParamTask(QString(), QString(), parent)
 {
 }
 
@@ -27,16 +27,15 @@ QString VideoImagePickTask::commandText(const VideoImagePickTaskParam &param)
 
 void VideoImagePickTask::start()
 {
-    if (!m_pickParam) {
+    if (!m_param) {
         CLOG(ERROR, "default") << QStringLiteral("参数为空");
         return;
     }
-    const QString command = commandText(*m_pickParam);
+    const QString command = commandText(*m_param);
     if (command.isEmpty()) {
-        fail(tr("不支持的图片格式：%1").arg(m_pickParam->target));
+        fail(tr("不支持的图片格式：%1").arg(m_param->target));
         return;
     }
     FFmpegTask::setParam(new FFmpegTaskParam(command, std::numeric_limits<int>::max()));
-    setState(START);
     FFmpegTask::start();
 }

@@ -17,7 +17,7 @@ struct VideoImagePickTaskParam : MediaTaskParam
 };
 
 /// Writes one picture of a video, 300 pixels wide. A target with another suffix ends in `ERROR`.
-class VideoImagePickTask : public FFmpegTask
+class VideoImagePickTask : public ParamTask<VideoImagePickTaskParam, FFmpegTask>
 {
     Q_OBJECT
 
@@ -25,12 +25,7 @@ public:
     explicit VideoImagePickTask(QObject *parent = nullptr);
 
     void start() override;
-    MediaTaskParam *param() const override { return m_pickParam.data(); }
-    void setParam(MediaTaskParam *param) override { takeParam(param, m_pickParam); }
 
     /// Everything behind the program; empty for a suffix that isn't known.
     static QString commandText(const VideoImagePickTaskParam &param);
-
-private:
-    QSharedPointer<VideoImagePickTaskParam> m_pickParam;
 };
