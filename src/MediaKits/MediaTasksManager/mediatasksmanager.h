@@ -13,6 +13,8 @@ class MediaTasksManager : public QObject
     Q_OBJECT
 
 public:
+    /// As each page has one: two ticks a second, one task at a time.
+    MediaTasksManager() : MediaTasksManager(500, 1) {}
     /// @param interval ms between two ticks
     /// @param maxRunning tasks that may run at the same time
     MediaTasksManager(int interval, int maxRunning, QObject *parent = nullptr);

@@ -14,12 +14,9 @@
 
 namespace {
 
-constexpr int dispatchIntervalMs = 500;
-constexpr int runningLimit = 1;
-
 MediaTasksManager &thumbnailManager()
 {
-    static MediaTasksManager manager(dispatchIntervalMs, runningLimit);
+    static MediaTasksManager manager;
     return manager;
 }
 

@@ -18,17 +18,12 @@
 
 namespace {
 
-constexpr int dispatchIntervalMs = 500;
-constexpr int runningLimit = 1;
 constexpr int fewestInputs = 2;
 
 } // namespace
 
 MediaMergeListWidget::MediaMergeListWidget(QWidget *parent)
-    : RowsView(parent),
-      m_manager(dispatchIntervalMs, runningLimit),
-      m_task(createGroupTask(ConcatKind)),
-      m_list(new RowList)
+    : RowsView(parent), m_task(createGroupTask(ConcatKind)), m_list(new RowList)
 {
     qRegisterMetaType<MediaMergeListItemWidget::ItemOperate>(
         "MediaMergeListItemWidget::ItemOperate");

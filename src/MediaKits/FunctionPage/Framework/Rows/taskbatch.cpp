@@ -5,9 +5,6 @@
 
 namespace {
 
-constexpr int dispatchIntervalMs = 500;
-constexpr int runningLimit = 1;
-
 bool isIdle(MediaTask::State state)
 {
     return state == MediaTask::UNSTARTED || state == MediaTask::STOPED || state == MediaTask::ERROR;
@@ -15,9 +12,7 @@ bool isIdle(MediaTask::State state)
 
 } // namespace
 
-TaskBatch::TaskBatch(QObject *parent) : QObject(parent), m_manager(dispatchIntervalMs, runningLimit)
-{
-}
+TaskBatch::TaskBatch(QObject *parent) : QObject(parent) {}
 
 bool TaskBatch::takesChoices(const MediaTask &task)
 {
