@@ -32,6 +32,8 @@ struct VEncParam
     double frameRate = 0.0;
     /// Degrees, of probed streams only.
     double rotate = 0.0;
+    /// Width of a pixel by its height, of probed streams only.
+    double pixelAspect = 1.0;
 };
 
 /// Audio side of a preset; also describes a probed audio stream.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MediaInfo/FFMediaInfo/ffprobejson.h"
 #include "MediaKits/MediaInfo/mediainfo.h"
+#include "MediaKits/MediaInfo/shownpicture.h"
 
 #include "platform/utf8locale.h"
 #include "support/testmedia.h"
@@ -78,6 +79,7 @@ private slots:
     void readsJson();
     void readsClips_data();
     void readsClips();
+    void tellsHowPicturesAreShown();
     void meetsUnusableFiles();
     void choosesReader();
     void readsOddNameAndMayBeDeleted();
@@ -101,7 +103,8 @@ void TstProbing::initTestCase()
         QStringLiteral("-i silent.mp4 -c copy -metadata:s:v rotate=90 turned.mp4");
     const QString soundFirst = QStringLiteral("-i both.avi -map 0:a -map 0:v -map 0:a -c copy "
                                               "-c:a:0 aac -ac:a:0 1 soundfirst.mkv");
-    for (const QString &arguments : {turned, soundFirst})
+    const QString wide = QStringLiteral("-i turned.mp4 -c copy -aspect 16:9 wide.mp4");
+    for (const QString &arguments : {turned, soundFirst, wide})
         QCOMPARE(runTool(QStringLiteral("ffmpeg"), arguments.split(u' ')).exitCode, 0);
     QVERIFY(QDir::current().mkdir(QStringLiteral("folder.mp4")));
     QFile text(QStringLiteral("text.mp4"));
@@ -192,6 +195,24 @@ void TstProbing::readsClips()
         QCOMPARE(QStringLiteral("%1: %2").arg(probe.reader->mediaKind()).arg(steady),
                  facts[format == byLibrary]);
     }
+}
+
+// Upright by its tag, and with pixels that are wider than high as they are coded.
+void TstProbing::tellsHowPicturesAreShown()
+{
+    for (const QString &format : {byFfprobe, byLibrary}) {
+        const Probe probe(format, QStringLiteral("wide.mp4"));
+        const auto video = probe.reader->mediaInfo()->video;
+        QVERIFY(isUpright(*video));
+        QCOMPARE(turnedSize(*video), QSize(240, 320));
+        QVERIFY2(std::abs(turnedPixelAspect(*video) - 0.75) < 0.001,
+                 qPrintable(QString::number(video->pixelAspect)));
+        QCOMPARE(shownSize(*video), QSize(240, 427));
+    }
+    VEncParam video{QString(), 720, 576, 0, 0.0, 180.0, 64.0 / 45.0};
+    QCOMPARE(shownSize(video), QSize(1024, 576));
+    video.rotate = -90.0;
+    QCOMPARE(turnedSize(video), QSize(576, 720));
 }
 
 void TstProbing::meetsUnusableFiles()

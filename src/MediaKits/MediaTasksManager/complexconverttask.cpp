@@ -8,6 +8,7 @@
 #include "MediaKits/MediaTasksManager/mactask.h"
 #include "MediaKits/MediaTasksManager/qlvtask.h"
 #include "MediaKits/MediaTasksManager/qsvtask.h"
+#include "MediaKits/MediaTasksManager/stepmapping.h"
 
 #include <QDir>
 
@@ -55,7 +56,7 @@ ConvertTaskParam ComplexConvertTask::convertStep(const ConvertTaskParam &param,
     step.outputName = QStringLiteral("convert");
     if (isApe(param.format))
         step.format = QStringLiteral("wav");
-    return step;
+    return mappedStep(step);
 }
 
 void ComplexConvertTask::replaceOddNames(ConvertTaskParam &step)

@@ -5,10 +5,10 @@
 #include "MediaKits/MediaTasksManager/converttask.h"
 #include "MediaKits/MediaTasksManager/fileconcattask.h"
 #include "MediaKits/MediaTasksManager/inputcheck.h"
+#include "MediaKits/MediaTasksManager/mergepreset.h"
+#include "MediaKits/MediaTasksManager/stepmapping.h"
 
 #include <QDir>
-
-#include <algorithm>
 
 namespace {
 
@@ -48,32 +48,17 @@ QString ConcatTask::problem() const
     return outputProblem(finalPath());
 }
 
-// Whether the result has sound. Parts are joined by the place of their streams, so then every part
-// needs a track.
-bool ConcatTask::wantsSound() const
+ConvertTaskParam ConcatTask::partStep(const InputFileMediaParam &input, ConvertTaskParam step)
 {
-    return m_param->encParam && m_param->encParam->audio &&
-           std::any_of(m_param->files.begin(), m_param->files.end(), [](const auto &input) {
-               return !input->sourceInfo || !input->sourceInfo->audios.isEmpty();
-           });
-}
-
-ConvertTaskParam ConcatTask::partStep(int index, const QString &workDir)
-{
-    const InputFileMediaParam &input = *m_param->files[index];
-    ConvertTaskParam step;
     step.sourceInfo = input.sourceInfo;
     step.inputFile = m_aliases.forInput(input.file);
     step.durationMs = input.durationMs;
     step.inputFormat = input.format;
     step.cropRect = input.cropRect;
     step.timeRange = input.timeRange;
-    step.encParam = m_param->encParam;
-    step.silentTrack = wantsSound();
-    step.outputDir = workDir;
-    step.outputName = QString::number(index);
-    step.format = m_param->format;
-    return step;
+    if (mergeHasPicture(*m_param) && input.sourceInfo && !input.sourceInfo->video)
+        step.picture = ResultPicture::Black;
+    return mappedStep(step);
 }
 
 GroupMediaTask *ConcatTask::buildGroup()
@@ -85,12 +70,18 @@ GroupMediaTask *ConcatTask::buildGroup()
 
     items.append({createStep(workDir), double(folderWeight)});
 
+    ConvertTaskParam step;
+    step.encParam = mergePreset(*m_param);
+    step.silentTrack = mergeHasSound(*m_param);
+    step.outputDir = workDir;
+    step.format = m_param->format;
     float sum = folderWeight;
     QStringList parts;
     for (int i = 0; i < m_param->files.size(); ++i) {
         const double weight = partWeight(*m_param->files[i]);
+        step.outputName = QString::number(i);
         auto *part = new ConvertTask(QStringLiteral("ConvertTask"), QString());
-        part->setParam(new ConvertTaskParam(partStep(i, workDir)));
+        part->setParam(new ConvertTaskParam(partStep(*m_param->files[i], step)));
         items.append({part, weight});
         sum += float(weight);
         parts += dir.absoluteFilePath(QString::number(i) + QLatin1Char('.') + m_param->format);

@@ -50,8 +50,9 @@ protected:
     QString subject() const override;
 
 private:
-    ConvertTaskParam partStep(int index, const QString &workDir);
-    bool wantsSound() const;
+    // What one input's conversion is told.
+    // @param step what all inputs have in common
+    ConvertTaskParam partStep(const InputFileMediaParam &input, ConvertTaskParam step);
     QString finalPath() const;
 
     FileAliases m_aliases;

@@ -2,7 +2,8 @@
 #include "MediaKits/MediaTasksManager/convertgraph.h"
 
 #include "MediaKits/MediaTasksManager/filterescape.h"
-#include "MediaKits/MediaTasksManager/filtergraph.h"
+#include "MediaKits/MediaTasksManager/neutralvalue.h"
+#include "MediaKits/MediaTasksManager/streamgraph.h"
 
 #include <QColor>
 #include <QFont>
@@ -12,72 +13,12 @@
 
 namespace {
 
-// Below this a colour balance or a factor counts as nothing.
-constexpr double tiny = 0.00001;
+constexpr double usualFrameRate = 25.0;
 
-// At zero or at one, the two values at which a setting changes nothing.
-bool isNeutral(double value)
+bool isSilent(const ConvertTaskParam &param)
 {
-    return std::abs(value) <= tiny ||
-           std::abs(value - 1.0) * 100000 <= std::min(std::abs(value), 1.0);
+    return param.sourceInfo && param.sourceInfo->audios.isEmpty();
 }
-
-// A graph under construction along one stream: filters gather in a pending chain, which closes
-// when something else has to be joined in.
-class StreamGraph
-{
-public:
-    StreamGraph(const QString &labelPrefix, const QString &source)
-        : m_graph(labelPrefix), m_current(source)
-    {
-    }
-
-    void append(const QVariantMap &filter) { m_pending.append(filter); }
-    void append(const char *name, const QString &value)
-    {
-        append(FilterGraph::filter(QLatin1String(name), value));
-    }
-
-    // The filters gathered so far become a chain from the current label to a new one.
-    void flush()
-    {
-        if (m_pending.isEmpty())
-            return;
-        addStep(m_pending);
-        m_pending.clear();
-    }
-
-    void addStep(const QVariantList &filters)
-    {
-        const QString label = m_graph.nextLabel();
-        m_graph.addChain(filters, currentLabels(), {label});
-        m_current = label;
-    }
-
-    // A chain that begins with a file; returns the label of its end.
-    QString addSource(const QVariantList &filters)
-    {
-        const QString label = m_graph.nextLabel();
-        m_graph.addChain(filters, {}, {label});
-        return label;
-    }
-
-    bool hasCurrent() const { return !m_current.isEmpty(); }
-    bool hasPending() const { return !m_pending.isEmpty(); }
-    // Nothing at all has been done to the stream.
-    bool isPlain() const { return !hasPending() && text().isEmpty(); }
-    QString text() const { return m_graph.toString(); }
-
-private:
-    QStringList currentLabels() const
-    {
-        return m_current.isEmpty() ? QStringList() : QStringList(m_current);
-    }
-
-    FilterGraph m_graph;
-    QString m_current;
-    QVariantList m_pending;
-};
 
 int evenBelow(int size)
 {
@@ -89,10 +30,12 @@ void appendSize(StreamGraph &graph, const ConvertTaskParam &param)
 {
     const QSharedPointer<VEncParam> target =
         param.encParam ? param.encParam->video : QSharedPointer<VEncParam>();
-    const int width = target ? evenBelow(target->width) : 0;
-    const int height = target ? evenBelow(target->height) : 0;
+    int width = target ? evenBelow(target->width) : 0;
+    int height = target ? evenBelow(target->height) : 0;
     if (width <= 0 || height <= 0)
         return;
+    if (param.turnsFrame)
+        std::swap(width, height);
     if (param.cropRect) {
         graph.append(FilterGraph::filter(QStringLiteral("crop"),
                                          {{QStringLiteral("w"), param.cropRect->width},
@@ -119,7 +62,7 @@ void appendColourBalance(StreamGraph &graph, const VideoBeautyParam &beauty)
     } channels[] = {{'r', beauty.red}, {'g', beauty.green}, {'b', beauty.blue}};
     QVariantMap options;
     for (const auto &channel : channels) {
-        if (std::abs(double(channel.value)) <= tiny)
+        if (std::abs(double(channel.value)) <= tinyValue)
             continue;
         for (const char range : {'h', 'm', 's'})
             options.insert(QString(QLatin1Char(channel.channel)) + QLatin1Char(range),
@@ -257,81 +200,8 @@ void appendWatermark(StreamGraph &graph, const Overlay &overlay)
     graph.append(FilterGraph::filter(QStringLiteral("overlay"), options));
 }
 
-bool isSilent(const ConvertTaskParam &param)
+void appendOverlays(StreamGraph &graph, const ConvertTaskParam &param)
 {
-    return param.sourceInfo && param.sourceInfo->audios.isEmpty();
-}
-
-QString twoDecimals(float value)
-{
-    return QString::number(double(value), 'f', 2);
-}
-
-void appendTempoAndVolume(StreamGraph &graph, const VideoBeautyParam &beauty)
-{
-    if (!isNeutral(double(beauty.speed)))
-        graph.append("atempo", twoDecimals(beauty.speed));
-    if (!isNeutral(double(beauty.volume)))
-        graph.append("volume", twoDecimals(beauty.volume));
-    if (beauty.reverse)
-        graph.append("areverse", QString());
-}
-
-QString factorText(const QVariant &factor)
-{
-    return QString::number(double(factor.toFloat()), 'g', 6);
-}
-
-QString addMusic(StreamGraph &graph, const QVariantMap &music)
-{
-    const QString path = music.value(QStringLiteral("filePath")).toString();
-    const QString delay = QString::number(music.value(QStringLiteral("startTime")).toInt());
-    return graph.addSource({
-        FilterGraph::filter(QStringLiteral("amovie"), quoteFilterPath(path)),
-        FilterGraph::filter(QStringLiteral("volume"),
-                            factorText(music.value(QStringLiteral("volume")))),
-        FilterGraph::filter(QStringLiteral("adelay"), delay + QLatin1Char('|') + delay),
-    });
-}
-
-void appendDubbing(StreamGraph &graph, const QVariantMap &dubbing, double pictureMs)
-{
-    const QVariantList musics = dubbing.value(QStringLiteral("musics")).toList();
-    QStringList mixInputs;
-    for (const QVariant &music : musics)
-        mixInputs += addMusic(graph, music.toMap());
-    graph.flush();
-    const bool hasSound = graph.hasCurrent();
-    if (hasSound) {
-        const bool keep = dubbing.value(QStringLiteral("isMax")).toBool();
-        const QString factor =
-            keep ? factorText(dubbing.value(QStringLiteral("videoVolume"))) : QStringLiteral("0");
-        graph.addStep({FilterGraph::filter(QStringLiteral("volume"), factor)});
-    } else if (musics.isEmpty()) {
-        return;
-    }
-    // The video's own sound, or its absence, sets the length; music alone would run past the
-    // picture, and so is cut at the picture's length.
-    graph.append(
-        FilterGraph::filter(QStringLiteral("amix"),
-                            {{QStringLiteral("__inputs"), mixInputs},
-                             {QStringLiteral("inputs"), musics.size() + (hasSound ? 1 : 0)},
-                             {QStringLiteral("duration"),
-                              hasSound ? QStringLiteral("first") : QStringLiteral("longest")}}));
-    if (!hasSound && pictureMs > 0.0)
-        graph.append("atrim", QStringLiteral("end=%1").arg(pictureMs / 1000.0));
-}
-
-} // namespace
-
-QString videoGraphText(const ConvertTaskParam &param)
-{
-    if (param.sourceInfo && !param.sourceInfo->video)
-        return {};
-    StreamGraph graph(QStringLiteral("vrt"), QStringLiteral("0:v"));
-    appendSize(graph, param);
-    if (param.beauty)
-        appendLook(graph, *param.beauty);
     for (const QVariant &entry : param.videoFilters) {
         const Overlay overlay(entry.toMap());
         const QString kind = overlay.value("filter").toString();
@@ -342,32 +212,61 @@ QString videoGraphText(const ConvertTaskParam &param)
         else if (kind == QLatin1String("watermark"))
             appendWatermark(graph, overlay);
     }
-    // The outputs of graphs come before all other streams, and the picture before the sound.
-    if (param.silentTrack && isSilent(param) && graph.isPlain())
-        graph.append("null", QString());
-    graph.flush();
-    return graph.text();
 }
 
-QString audioGraphText(const ConvertTaskParam &param, int outputMs)
+// Black frames that are drawn from the sound, and so end with it, whose length need not be known.
+void appendBlack(StreamGraph &graph, const ConvertTaskParam &param)
 {
-    const bool silent = isSilent(param);
-    StreamGraph graph(QStringLiteral("art"), silent ? QString() : QStringLiteral("0:a"));
-    const bool timed = param.beauty && !isNeutral(double(param.beauty->speed));
-    const double pictureMs = timed ? outputMs / double(param.beauty->speed) : outputMs;
-    if (param.beauty && !silent)
-        appendTempoAndVolume(graph, *param.beauty);
-    for (const QVariant &entry : param.audioFilters) {
-        const QVariantMap dubbing = entry.toMap();
-        if (dubbing.value(QStringLiteral("filter")).toString() == QLatin1String("dubbing"))
-            appendDubbing(graph, dubbing, pictureMs);
-    }
-    if (param.silentTrack && silent && graph.isPlain() && pictureMs > 0.0) {
-        graph.append("anullsrc", QString());
-        graph.append("atrim", QStringLiteral("end=%1").arg(pictureMs / 1000.0));
-    }
-    if (!graph.hasPending())
+    const double rate =
+        param.encParam && param.encParam->video ? param.encParam->video->frameRate : 0.0;
+    graph.append("showwaves",
+                 QStringLiteral("s=16x16:r=%1:colors=black").arg(rate > 0 ? rate : usualFrameRate));
+    graph.append("format", QStringLiteral("yuv420p"));
+}
+
+// Silence that ends with the picture, whose length need not be known: the filter that joins
+// segments fills up the sound of each to its picture, apart from the last one, so that an empty one
+// follows. Returns the label of the picture.
+QString appendSilence(StreamGraph &graph)
+{
+    const auto filter = [](const char *name, const char *value = "") {
+        return FilterGraph::filter(QLatin1String(name), QLatin1String(value));
+    };
+    const QStringList halves = graph.addChain({filter("split")}, {graph.current()}, 2);
+    const QString noPicture =
+        graph.addChain({filter("trim", "end_frame=0")}, {halves.last()}, 1).first();
+    const QString sound = graph.addSource({filter("anullsrc"), filter("atrim", "end=0.01")});
+    const QString noSound = graph.addSource({filter("anullsrc"), filter("atrim", "end=0")});
+    return graph
+        .addChain({filter("concat", "n=2:v=1:a=1")}, {halves.first(), sound, noPicture, noSound}, 2)
+        .first();
+}
+
+} // namespace
+
+QString videoGraphText(const ConvertTaskParam &param)
+{
+    const bool black = param.picture == ResultPicture::Black;
+    const bool silence = param.silentTrack && isSilent(param);
+    if (!black && param.sourceInfo && !param.sourceInfo->video)
         return {};
+    StreamGraph graph(QStringLiteral("vrt"), black ? QStringLiteral("0:a") : QStringLiteral("0:v"));
+    if (param.picture == ResultPicture::None) {
+        if (silence)
+            graph.addChain({FilterGraph::filter(QStringLiteral("nullsink"))},
+                           {appendSilence(graph)}, 0);
+        return graph.text();
+    }
+    if (black)
+        appendBlack(graph, param);
+    appendSize(graph, param);
+    if (param.beauty)
+        appendLook(graph, *param.beauty);
+    appendOverlays(graph, param);
+    if (param.picture == ResultPicture::OwnChain && graph.isPlain())
+        graph.append("null", QString());
     graph.flush();
+    if (silence)
+        appendSilence(graph);
     return graph.text();
 }

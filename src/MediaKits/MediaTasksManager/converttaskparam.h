@@ -9,6 +9,14 @@
 
 #include <QVariantList>
 
+/// Where the picture of a result comes from.
+enum class ResultPicture {
+    AsSource, ///< from the source, through a filter graph where something is done to it
+    OwnChain, ///< from the source, through a graph in any case
+    Black,    ///< the source has none: black frames as long as its sound
+    None,     ///< nowhere: sound alone is wanted
+};
+
 /// One wanted conversion: a record with value semantics; copies share what the pointers hold.
 struct ConvertTaskParam : MediaTaskParam
 {
@@ -22,8 +30,12 @@ struct ConvertTaskParam : MediaTaskParam
     QString format;      ///< output suffix, which also decides the container
     int durationMs = 0;  ///< length of the source, 0 when unknown
     int speed = 0;       ///< encoder speed 1 (fastest) to 9 (slowest), 0 for the encoder's own
-    /// A source without sound gets a silent track, if its length is known.
+    /// A source without sound gets a silent track.
     bool silentTrack = false;
+    ResultPicture picture = ResultPicture::AsSource;
+    /// The preset's frame lies across while the picture is fitted into it, as a look turns both by
+    /// an odd number of quarter turns afterwards.
+    bool turnsFrame = false;
     QSharedPointer<EncParam> encParam;
     QSharedPointer<TimeSpan> timeRange;
     QSharedPointer<CropBox> cropRect;

@@ -14,9 +14,9 @@ int kbitPerSecond(const QJsonObject &object)
 }
 
 // "30000/1001" and its like.
-double quotient(const QString &text)
+double quotient(const QString &text, char sign = '/')
 {
-    const QStringList parts = text.split(QLatin1Char('/'));
+    const QStringList parts = text.split(QLatin1Char(sign));
     if (parts.size() != 2 || qFuzzyIsNull(parts[1].toDouble()))
         return 0.0;
     return parts[0].toDouble() / parts[1].toDouble();
@@ -66,6 +66,10 @@ QSharedPointer<VEncParam> readVideo(const QJsonObject &stream, int containerBitr
         video->bitrate = containerBitrate;
     video->frameRate = quotient(stream[QLatin1String("r_frame_rate")].toString());
     video->rotate = rotation(stream);
+    const double pixelAspect =
+        quotient(stream[QLatin1String("sample_aspect_ratio")].toString(), ':');
+    if (pixelAspect > 0)
+        video->pixelAspect = pixelAspect;
     return video;
 }
 

@@ -60,6 +60,9 @@ QSharedPointer<VEncParam> readVideo(const OpenedFile &file)
     video->width = file.number(picture, 0, L"Width");
     video->height = file.number(picture, 0, L"Height");
     video->rotate = file.text(picture, 0, L"Rotation").toDouble();
+    const double pixelAspect = file.text(picture, 0, L"PixelAspectRatio").toDouble();
+    if (pixelAspect > 0)
+        video->pixelAspect = pixelAspect;
     return video;
 }
 

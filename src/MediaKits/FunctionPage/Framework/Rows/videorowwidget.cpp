@@ -4,6 +4,7 @@
 #include "catalogue/encparamcatalog.h"
 #include "MediaKits/FunctionPage/Framework/Editors/Cut/videocutdialog.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
+#include "MediaKits/MediaTasksManager/stepmapping.h"
 
 namespace {
 
@@ -63,9 +64,8 @@ void VideoRowWidget::onResultProbed(const MediaInfoData &info)
 
 void VideoRowWidget::applyPreset(const EncParam *preset)
 {
-    sizePreset();
     const QString fixed = fixedSize();
-    const auto video = preset ? param().encParam->video : nullptr;
+    const auto video = preset ? croppedPreset(param())->video : nullptr;
     const QString given = MediaFacts::sizeInPixels(video);
     change([&](RowContent &content) {
         if (!fixed.isEmpty())
@@ -77,25 +77,6 @@ void VideoRowWidget::applyPreset(const EncParam *preset)
         else if (!given.isEmpty())
             content.out.detail = given;
     });
-}
-
-// A conversion crops only to a picture of a given size, which a preset may leave open.
-void VideoRowWidget::sizePreset()
-{
-    const EncParamCatalog &catalogue = EncParamCatalog::instance();
-    const auto preset = catalogue.encParam(encParamInfoID());
-    if (!preset)
-        return;
-    param().encParam = preset;
-    const auto crop = param().cropRect;
-    if (!crop || isAudio(*preset) || !MediaFacts::sizeInPixels(preset->video).isEmpty())
-        return;
-    const auto sized = catalogue.cloneAsCustom(preset->id);
-    if (!sized->video)
-        sized->video = QSharedPointer<VEncParam>::create();
-    sized->video->width = crop->width;
-    sized->video->height = crop->height;
-    param().encParam = sized;
 }
 
 void VideoRowWidget::on_btnCut_clicked()

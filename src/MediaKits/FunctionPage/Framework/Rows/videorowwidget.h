@@ -25,7 +25,4 @@ protected:
     void applyPreset(const EncParam *preset) override;
     bool editorAllowed() const override;
     void connectForm(TaskRowForm &form) override;
-
-private:
-    void sizePreset();
 };

@@ -1,0 +1,181 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/MediaTasksManager/stepmapping.h"
+
+#include "MediaKits/MediaFormats/mediaformats.h"
+#include "MediaKits/MediaInfo/shownpicture.h"
+#include "MediaKits/MediaTasksManager/convertgraph.h"
+#include "MediaKits/MediaTasksManager/converttask.h"
+#include "MediaKits/MediaTasksManager/neutralvalue.h"
+#include "MediaKits/MediaTasksManager/picturemap.h"
+
+#include <QFont>
+
+#include <algorithm>
+
+namespace {
+
+const QString rectKey = QStringLiteral("rect");
+const QString fontKey = QStringLiteral("font");
+const QString startKey = QStringLiteral("startTime");
+const QString endKey = QStringLiteral("endTime");
+
+// Too small to be seen, large enough not to count as nothing.
+constexpr float leastLook = 0.0001F;
+// A size below gives no filter, or the picture's own size.
+constexpr int leastSide = 2;
+
+bool hasSize(const QSharedPointer<VEncParam> &video)
+{
+    return video && video->width >= leastSide && video->height >= leastSide;
+}
+
+// By an odd number of quarter turns.
+bool isTurned(const ConvertTaskParam &param)
+{
+    return param.beauty && param.beauty->rotate % 2 != 0;
+}
+
+bool isSwallowed(const VideoBeautyParam &look)
+{
+    return isNeutral(double(look.contrast)) && isNeutral(double(look.brightness)) &&
+           isNeutral(double(look.saturation));
+}
+
+QSharedPointer<VideoBeautyParam> mappedLook(const QSharedPointer<VideoBeautyParam> &beauty)
+{
+    if (!beauty)
+        return {};
+    const auto look = QSharedPointer<VideoBeautyParam>::create(*beauty);
+    if (isSwallowed(*look)) {
+        if (look->contrast < leastLook)
+            look->contrast = leastLook;
+        if (look->saturation < leastLook)
+            look->saturation = leastLook;
+        if (look->brightness > 1.0F - leastLook)
+            look->brightness = 1.0F - leastLook;
+    }
+    if (look->rotate % 2 != 0)
+        std::swap(look->vflip, look->hflip);
+    return look;
+}
+
+// From the source's time to the result's. Tells whether the overlay is still to be seen.
+bool mapInterval(QVariantMap &overlay, const ConvertTaskParam &step)
+{
+    const int end = overlay.value(endKey).toInt();
+    if (end <= 0)
+        return true;
+    const int origin = step.timeRange && step.timeRange->end > 0 ? step.timeRange->start : 0;
+    const double speed =
+        step.beauty && !isNeutral(double(step.beauty->speed)) ? double(step.beauty->speed) : 1.0;
+    const auto mapped = [&](int ms) { return int(std::max(ms - origin, 0) / speed); };
+    overlay[startKey] = mapped(overlay.value(startKey).toInt());
+    overlay[endKey] = mapped(end);
+    return end > origin;
+}
+
+// The part of a removal inside the picture, of which the filter needs a margin of one pixel.
+QRect removalArea(const QRectF &rect, const QSize &picture)
+{
+    const QRect whole(QPoint(0, 0), picture);
+    QRect area = rect.toAlignedRect() & whole;
+    if (area.isEmpty())
+        return {};
+    area.setLeft(std::min(area.left(), whole.right() - leastSide));
+    area.setTop(std::min(area.top(), whole.bottom() - leastSide));
+    return area;
+}
+
+// Tells whether anything of the overlay lies in the picture.
+bool mapPlace(QVariantMap &overlay, const PictureMap &way)
+{
+    const QRectF rect = overlay.value(rectKey).toRectF();
+    if (overlay.value(QStringLiteral("filter")).toString() == QLatin1String("delogo")) {
+        const QRect area = removalArea(way.area(rect), way.size());
+        overlay[rectKey] = QRectF(area);
+        return !area.isEmpty();
+    }
+    QRectF place = way.upright(rect);
+    place.setSize(place.size().expandedTo(QSizeF(leastSide, leastSide)));
+    overlay[rectKey] = place;
+    QFont font = overlay.value(fontKey).value<QFont>();
+    if (font.pixelSize() > 0) {
+        font.setPixelSize(std::max(1, qRound(font.pixelSize() * way.heightFactor())));
+        overlay[fontKey] = font;
+    }
+    return place.intersects(QRectF(QPointF(0, 0), way.size()));
+}
+
+void mapOverlays(ConvertTaskParam &step)
+{
+    if (step.videoFilters.isEmpty())
+        return;
+    const PictureMap way(step);
+    QVariantList seen;
+    for (const QVariant &entry : step.videoFilters) {
+        QVariantMap overlay = entry.toMap();
+        const bool inTime = mapInterval(overlay, step);
+        const bool inPlace = !way.isKnown() || way.isIdentity() || mapPlace(overlay, way);
+        if (inTime && inPlace)
+            seen += overlay;
+    }
+    step.videoFilters = seen;
+    if (!way.isKnown())
+        return;
+    step.sourceInfo = QSharedPointer<MediaInfoData>::create(*step.sourceInfo);
+    step.sourceInfo->video = QSharedPointer<VEncParam>::create(*step.sourceInfo->video);
+    step.sourceInfo->video->width = way.size().width();
+    step.sourceInfo->video->height = way.size().height();
+    step.sourceInfo->video->rotate = 0.0;
+}
+
+// Streams that no graph makes come behind those of graphs, and ffmpeg ends the sound early that
+// goes through a graph alone.
+bool needsOwnChain(const ConvertTaskParam &step)
+{
+    return step.picture == ResultPicture::AsSource && step.sourceInfo && step.sourceInfo->video &&
+           !audioGraphText(step, ConvertTask::outputDuration(step)).isEmpty();
+}
+
+} // namespace
+
+QSharedPointer<EncParam> sizedPreset(const QSharedPointer<EncParam> &preset, const QSize &size)
+{
+    const auto sized =
+        preset ? QSharedPointer<EncParam>::create(*preset) : QSharedPointer<EncParam>::create();
+    sized->video = sized->video ? QSharedPointer<VEncParam>::create(*sized->video)
+                                : QSharedPointer<VEncParam>::create();
+    sized->video->width = std::max(size.width(), leastSide);
+    sized->video->height = std::max(size.height(), leastSide);
+    return sized;
+}
+
+QSharedPointer<EncParam> croppedPreset(const ConvertTaskParam &param)
+{
+    const bool isOpen = param.cropRect && !isAudioFormat(param.format) &&
+                        !(param.encParam && hasSize(param.encParam->video));
+    if (!isOpen)
+        return param.encParam;
+    const auto source = param.sourceInfo ? param.sourceInfo->video : nullptr;
+    const QSize size = squarePixelSize(QSize(param.cropRect->width, param.cropRect->height),
+                                       source ? turnedPixelAspect(*source) : 1.0);
+    return sizedPreset(param.encParam, isTurned(param) ? size.transposed() : size);
+}
+
+ConvertTaskParam mappedStep(const ConvertTaskParam &param)
+{
+    ConvertTaskParam step = param;
+    if (isAudioFormat(step.format)) {
+        step.picture = ResultPicture::None;
+        return step;
+    }
+    if (step.picture == ResultPicture::Black)
+        step.cropRect.clear();
+    step.encParam = croppedPreset(step);
+    step.turnsFrame = isTurned(step);
+    step.beauty = mappedLook(step.beauty);
+    mapOverlays(step);
+    if (needsOwnChain(step))
+        step.picture = ResultPicture::OwnChain;
+    return step;
+}

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/MediaTasksManager/converttaskparam.h"
+
+/// What a chain's convert step is told so that its result is what the record asks for. The texts
+/// that are made of a record have their own ways: overlays come behind scaling and turns, flips in
+/// front of turns, a crop only with a size, some looks count as none. The mapping says the same in
+/// words that those texts take.
+///
+/// Rectangles and times of overlays are meant on the source as it is shown. A look is meant as its
+/// preview shows it, turned first and flipped then.
+/// @param param as the user asked; what its pointers hold stays as it is
+ConvertTaskParam mappedStep(const ConvertTaskParam &param);
+
+/// A copy of the preset with another picture size.
+/// @param preset may be null
+QSharedPointer<EncParam> sizedPreset(const QSharedPointer<EncParam> &preset, const QSize &size);
+
+/// The preset of a conversion with a crop: where the preset has no size, it is the crop's own, in
+/// square pixels.
+QSharedPointer<EncParam> croppedPreset(const ConvertTaskParam &param);
