@@ -1,17 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "controls/complexedit.h"
 #include "controls/interceptslider.h"
-#include "support/pagetest.h"
 #include "MediaKits/AppInstance/LocalStore/appini.h"
 #include "MediaKits/FunctionPage/Framework/Editors/Cut/mutivideocutdialog.h"
 #include "MediaKits/FunctionPage/Framework/Editors/Cut/videocutdialog.h"
 #include "MediaKits/FunctionPage/VideoConvert/mediaconvertfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergefunctionpage.h"
+#include "MediaKits/MediaInfo/MAMediaInfo/mamediainfo.h"
 #include "MediaKits/MediaInfo/mediainfodata.h"
 #include "MediaKits/Player/csvideoplayer.h"
 #include "resources/look.h"
 #include "support/mediaprobe.h"
+#include "support/pagetest.h"
 #include "support/testmedia.h"
+#include "support/toolrun.h"
 
 #include <QLineEdit>
 #include <QSpinBox>
@@ -105,6 +107,7 @@ private slots:
     void soundAlone();
     void turnedPicture_data();
     void turnedPicture();
+    void widePixels();
     void fieldsMoveTheFrame();
     void frameFillsTheFields();
     void fragmentList();
@@ -234,7 +237,8 @@ void TestCutDialogs::turnedPicture_data()
     QTest::addColumn<double>("rotate");
     QTest::addColumn<QSize>("size");
     QTest::newRow("90") << 90.0 << pictureSize.transposed();
-    QTest::newRow("270") << 270.0 << pictureSize;
+    QTest::newRow("180") << 180.0 << pictureSize;
+    QTest::newRow("270") << 270.0 << pictureSize.transposed();
 }
 
 void TestCutDialogs::turnedPicture()
@@ -245,6 +249,37 @@ void TestCutDialogs::turnedPicture()
     dialog.showMedium(m_film, clipInfo(rotate));
     QCOMPARE(boxOf(dialog).size(), size);
     QCOMPARE(dialog.findChild<CSVideoPlayer *>()->videoSize(), size);
+}
+
+// Of pixels that aren't square, the numbers count those of the film, and the frame covers what is
+// seen there.
+void TestCutDialogs::widePixels()
+{
+    const QString wide = m_media.filePath(QStringLiteral("wide.mp4"));
+    QCOMPARE(runTool(QStringLiteral("ffmpeg"),
+                     {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-i"), m_film,
+                      QStringLiteral("-c"), QStringLiteral("copy"), QStringLiteral("-aspect"),
+                      QStringLiteral("16:9"), wide})
+                 .exitCode,
+             0);
+    MAMediaInfo reader(wide, nullptr);
+    reader.start();
+    VideoCutDialog dialog;
+    dialog.showMedium(wide, *reader.mediaInfo());
+    QCOMPARE(boxOf(dialog).size(), pictureSize);
+    dialog.show();
+    QTRY_VERIFY(frameOver());
+    const QWidget *picture = frameOver()->parentWidget();
+    QTRY_VERIFY(qAbs(picture->width() / double(picture->height()) - 16.0 / 9.0) < 0.02);
+    // The right half, the lower quarter.
+    mark(dialog, 0, clipMs, {160, 180, 160, 60});
+    const QRect half(picture->width() / 2, picture->height() * 3 / 4, picture->width() / 2,
+                     picture->height() / 4);
+    QVERIFY((frameOver()->geometry().topLeft() - half.topLeft()).manhattanLength() <= 3);
+    QVERIFY((frameOver()->geometry().bottomRight() - half.bottomRight()).manhattanLength() <= 3);
+    drag(frameOver(), frameOver()->rect().center(), {-picture->width() / 4, 0});
+    QVERIFY(qAbs(boxOf(dialog).x() - 80) <= 1);
+    QCOMPARE(boxOf(dialog).size(), QSize(160, 60));
 }
 
 void TestCutDialogs::fieldsMoveTheFrame()

@@ -6,6 +6,7 @@
 #include "MediaKits/FunctionPage/Framework/Dialogs/mediamessagebox.h"
 #include "MediaKits/MediaFormats/mediatexts.h"
 #include "MediaKits/MediaInfo/mediainfodata.h"
+#include "MediaKits/MediaInfo/shownpicture.h"
 #include "MediaKits/Player/volumedialog.h"
 #include "ui_editordialog.h"
 
@@ -23,18 +24,10 @@ namespace {
 
 constexpr int secondMs = 1000;
 constexpr int usualFrameMs = 40;
-constexpr double quarterTurn = 90.0;
 constexpr int resizeBorder = 4;
 constexpr QSize usualSize(748, 537);
 constexpr int sidePaneWidth = 288;
 constexpr QSize sideGrowth(sidePaneWidth, 63);
-
-// The size of the picture once the player has turned it.
-QSize shownSize(const VEncParam &video)
-{
-    const QSize size(video.width, video.height);
-    return qFuzzyCompare(video.rotate, quarterTurn) ? size.transposed() : size;
-}
 
 // A control that the mouse works and that needs no keys after it.
 bool isPressedOrPulled(const QWidget &control)
@@ -151,13 +144,13 @@ void EditorDialog::setVideo(const VEncParam *video)
 {
     if (!video)
         return;
-    setVideoSize(shownSize(*video));
+    setPicture(turnedSize(*video), turnedPixelAspect(*video));
     setFrameRate(video->frameRate);
 }
 
-void EditorDialog::setVideoSize(const QSize &size)
+void EditorDialog::setPicture(const QSize &size, double pixelAspect)
 {
-    m_ui->csPlayer->setVideoSize(size);
+    m_ui->csPlayer->setVideoSize(squarePixelSize(size, pixelAspect));
 }
 
 void EditorDialog::setDuration(int ms)

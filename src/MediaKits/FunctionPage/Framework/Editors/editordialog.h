@@ -37,8 +37,10 @@ public:
     /// Starts the preview.
     /// @param extraArgs options of the player, behind those that every preview has
     void load(const QString &file, const QStringList &extraArgs);
-    /// The size of the picture as the preview shows it, in pixels.
-    virtual void setVideoSize(const QSize &size);
+    /// The size of the picture in its own pixels, turned as the preview shows it.
+    void setVideoSize(const QSize &size) { setPicture(size, 1.0); }
+    /// @param pixelAspect width of a pixel by its height, which the preview keeps
+    virtual void setPicture(const QSize &size, double pixelAspect);
     /// The length of the medium.
     virtual void setDuration(int ms);
     int duration() const { return m_duration; }

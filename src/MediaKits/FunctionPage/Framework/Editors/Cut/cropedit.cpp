@@ -57,10 +57,10 @@ void CropEdit::connectFields()
     });
 }
 
-void CropEdit::setVideoSize(const QSize &size)
+void CropEdit::setPicture(const QSize &size, double pixelAspect)
 {
     m_videoSize = size;
-    m_mask->setVideoSize(size);
+    m_mask->setVideoSize(size, pixelAspect);
     m_mask->setChopRect(QRect(QPoint(0, 0), size));
 }
 

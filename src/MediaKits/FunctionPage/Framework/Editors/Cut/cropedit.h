@@ -27,7 +27,8 @@ public:
     ~CropEdit() override;
 
     /// The whole picture becomes the box.
-    void setVideoSize(const QSize &size);
+    /// @param pixelAspect width of a pixel by its height
+    void setPicture(const QSize &size, double pixelAspect);
     /// Shows an earlier result; null leaves what is shown.
     void setCrop(const QSharedPointer<CropBox> &crop);
     /// The box as a result: null when it is the whole picture, or when there is none.

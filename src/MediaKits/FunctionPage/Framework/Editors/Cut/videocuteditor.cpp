@@ -16,10 +16,10 @@ VideoCutEditor::VideoCutEditor(const QString &title, QWidget *parent)
     addSection(m_crop);
 }
 
-void VideoCutEditor::setVideoSize(const QSize &size)
+void VideoCutEditor::setPicture(const QSize &size, double pixelAspect)
 {
-    TimeSpanEditor::setVideoSize(size);
-    m_crop->setVideoSize(size);
+    TimeSpanEditor::setPicture(size, pixelAspect);
+    m_crop->setPicture(size, pixelAspect);
 }
 
 void VideoCutEditor::setCropEnabled(bool enabled)

@@ -17,7 +17,7 @@ public:
     /// @param title of the window
     VideoCutEditor(const QString &title, QWidget *parent);
 
-    void setVideoSize(const QSize &size) override;
+    void setPicture(const QSize &size, double pixelAspect) override;
     /// Whether there is a picture to crop.
     void setCropEnabled(bool enabled);
 

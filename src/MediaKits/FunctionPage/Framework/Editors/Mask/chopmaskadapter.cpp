@@ -63,9 +63,7 @@ void ChopMaskAdapter::placeFrame()
     if (!isScaleKnown() || !mask())
         return;
     const QScopedValueRollback<bool> placing(m_placing, true);
-    m_chopWidget->setChopRect(
-        EdgeDrag::rounded(QRectF(m_chopRect.x() * scale(), m_chopRect.y() * scale(),
-                                 m_chopRect.width() * scale(), m_chopRect.height() * scale())));
+    m_chopWidget->setChopRect(EdgeDrag::rounded(onWidget(QRectF(m_chopRect))));
 }
 
 void ChopMaskAdapter::onMaskRectChanged(const QRect &rect)
@@ -73,8 +71,7 @@ void ChopMaskAdapter::onMaskRectChanged(const QRect &rect)
     mask()->setDrawnRegion(m_chopWidget->drawnRegion());
     if (m_placing || !isScaleKnown())
         return;
-    const QRect found = EdgeDrag::rounded(QRectF(rect.x() / scale(), rect.y() / scale(),
-                                                 rect.width() / scale(), rect.height() / scale()));
+    const QRect found = EdgeDrag::rounded(inPicture(QRectF(rect)));
     if (found == m_chopRect)
         return;
     m_chopRect = found;

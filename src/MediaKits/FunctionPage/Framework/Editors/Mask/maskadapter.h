@@ -5,6 +5,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QRectF>
 #include <QSize>
 
 /// Base of what stands between an editor, which knows only the picture's own pixels, and a mask
@@ -15,10 +16,11 @@ class MaskAdapter : public QObject
 
 public:
     QSize videoSize() const { return m_videoSize; }
-    /// Size of the picture in its own pixels, as it is shown.
-    void setVideoSize(const QSize &size);
+    /// Size of the picture in its own pixels, turned as it is shown.
+    /// @param pixelAspect width of a pixel by its height
+    void setVideoSize(const QSize &size, double pixelAspect = 1.0);
     void setMaskEnabled(bool enabled);
-    /// Widget pixels a picture pixel; below 0 as long as it isn't known.
+    /// Widget pixels a picture pixel, by their height; below 0 as long as it isn't known.
     double scale() const { return m_scale; }
 
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -29,6 +31,10 @@ protected:
 
     virtual void onScaleChanged() = 0;
     bool isScaleKnown() const { return m_scale > 0.0; }
+    double pixelAspect() const { return m_pixelAspect; }
+    // The same place in the other's pixels.
+    QRectF onWidget(const QRectF &inPicture) const;
+    QRectF inPicture(const QRectF &onWidget) const;
     QWidget *target() const { return m_target; }
     VideoMask *mask() const { return m_mask; }
 
@@ -38,5 +44,6 @@ private:
     const QPointer<QWidget> m_target;
     const QPointer<VideoMask> m_mask;
     QSize m_videoSize{-1, -1};
+    double m_pixelAspect = 1.0;
     double m_scale = -1.0;
 };

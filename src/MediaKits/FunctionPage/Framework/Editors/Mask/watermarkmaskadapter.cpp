@@ -14,7 +14,7 @@
 #include <algorithm>
 
 namespace {
-// In picture pixels.
+// In picture pixels, were they square.
 constexpr QSize defaultBox(160, 120);
 } // namespace
 
@@ -64,7 +64,7 @@ WatermarkMaskAdapter::addItem(std::unique_ptr<WatermarkMaskAdapterItem> item, co
     QTimer::singleShot(0, box, [this, added, box, size] {
         // The editor may have placed it meanwhile.
         if (added->m_rect.isNull())
-            setItemRect(added, QRectF(QPointF(0, 0), size));
+            setItemRect(added, QRectF(0, 0, size.width() / pixelAspect(), size.height()));
         box->setVisible(added->m_visible);
         showDrawnRegion();
     });
@@ -84,8 +84,7 @@ QRectF WatermarkMaskAdapter::itemRect(const WatermarkMaskAdapterItem *item) cons
         return {};
     if (!isScaleKnown())
         return item->m_rect;
-    const QRect box = item->widget()->geometry();
-    return {box.x() / scale(), box.y() / scale(), box.width() / scale(), box.height() / scale()};
+    return inPicture(QRectF(item->widget()->geometry()));
 }
 
 void WatermarkMaskAdapter::setItemRect(WatermarkMaskAdapterItem *item, const QRectF &rect)
@@ -102,7 +101,7 @@ void WatermarkMaskAdapter::moveItem(WatermarkMaskAdapterItem *item, const QPoint
         return;
     item->m_rect.moveTopLeft(topLeft);
     if (isScaleKnown())
-        item->widget()->move((topLeft * scale()).toPoint());
+        item->widget()->move(onWidget(QRectF(topLeft, QSizeF())).topLeft().toPoint());
 }
 
 void WatermarkMaskAdapter::alignItem(WatermarkMaskAdapterItem *item, int place)
@@ -172,8 +171,7 @@ void WatermarkMaskAdapter::placeItem(const WatermarkMaskAdapterItem &item)
     const QRectF &rect = item.m_rect;
     if (!isScaleKnown() || rect.isNull())
         return;
-    item.widget()->setGeometry(
-        EdgeDrag::rounded(QRectF(rect.topLeft() * scale(), rect.size() * scale())));
+    item.widget()->setGeometry(EdgeDrag::rounded(onWidget(rect)));
 }
 
 void WatermarkMaskAdapter::onBoxChanged(WatermarkMaskAdapterItem *item)
