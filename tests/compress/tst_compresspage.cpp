@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "support/pagetest.h"
 #include "MediaKits/AppInstance/LocalStore/appini.h"
 #include "MediaKits/FunctionPage/VideoCompress/compresssettingsdialog.h"
 #include "MediaKits/FunctionPage/VideoCompress/compressslidewidget.h"
@@ -7,6 +6,7 @@
 #include "MediaKits/MediaFormats/mediatexts.h"
 #include "resources/look.h"
 #include "support/mediaprobe.h"
+#include "support/pagetest.h"
 #include "support/testfile.h"
 #include "support/testmedia.h"
 #include "support/toolrun.h"
@@ -90,6 +90,7 @@ private slots:
     void sliderReachesOnlyIdleRows();
     void dialogRules();
     void refusesWhatIsNoVideo();
+    void namesTheResult();
     void sourcesWithoutBitrate();
 
 private:
@@ -250,9 +251,28 @@ void TestCompressPage::refusesWhatIsNoVideo()
     QVERIFY(toast);
     QCOMPARE(toast->findChild<QLabel *>()->text(), QStringLiteral("文件格式与内容不匹配"));
     QCOMPARE(test.text(0, "lblInSize"), QString());
+    QVERIFY(!child(*test.row(0), "btnConvert")->isEnabled());
+    QCOMPARE(test.text(0, "lblErrorConvert"), QStringLiteral("无法读取该文件"));
+    press(*test.page, "btnConvertAll");
+    QCOMPARE(test.state(0), MediaTask::UNSTARTED);
+}
+
+// A suffix that can't be written is told by its stand-in, before anything starts.
+void TestCompressPage::namesTheResult()
+{
+    const QString old = m_media.filePath(QStringLiteral("old.divx"));
+    makeClip(old + QLatin1String(".avi"));
+    QVERIFY(QFile::rename(old + QLatin1String(".avi"), old));
+    CompressPage test(0.5);
+    test.add({old});
+    QTRY_COMPARE(test.list()->count(), 1);
+    QTRY_COMPARE(test.text(0, "lblOutFormat"), QStringLiteral("AVI"));
+    QCOMPARE(test.text(0, "lblInFormat"), QStringLiteral("DIVX"));
+    shoot(*test.page, "compress_divx");
     press(*test.row(0), "btnConvert");
-    QTRY_COMPARE_WITH_TIMEOUT(test.state(0), MediaTask::ERROR, endLimitMs);
-    QVERIFY(child(*test.row(0), "btnErrorDetail")->isVisible());
+    test.waitForEnd(0);
+    QCOMPARE(QFileInfo(test.row(0)->outputPath()).fileName(), QStringLiteral("old.avi"));
+    QVERIFY(probeMedia(test.row(0)->outputPath()).container == QLatin1String("avi"));
 }
 
 void TestCompressPage::sourcesWithoutBitrate()

@@ -3,6 +3,7 @@
 
 #include "controls/toast.h"
 #include "MediaKits/FunctionPage/VideoCompress/compressarithmetic.h"
+#include "MediaKits/FunctionPage/VideoCompress/compresscontainer.h"
 #include "MediaKits/FunctionPage/VideoCompress/compresssettingsdialog.h"
 #include "MediaKits/FunctionPage/VideoCompress/mediacompresslistwidget.h"
 #include "MediaKits/MediaFormats/mediatexts.h"
@@ -32,13 +33,14 @@ MediaCompressListItemWidget::MediaCompressListItemWidget(QListWidgetItem *item, 
     : TaskRowWidget(RowItem(item), compressRows(), parent)
 {
     nameAfterSource();
-    const QString suffix = sourceSuffix().toLower();
+    const QString suffix = compressContainer(sourceSuffix()).suffix;
     param().format = suffix;
     change([&](RowContent &content) {
         content.out.format = suffix.toUpper();
         content.outputSuffix = QLatin1Char('.') + suffix;
         content.settings = tr("压缩设置");
     });
+    setWanted(nullptr, tr("正在读取文件"));
     probeSource();
 }
 
@@ -55,6 +57,11 @@ bool MediaCompressListItemWidget::acceptsSource(const MediaInfoBase &reader)
     Toast::showToast(tr("文件格式与内容不匹配"), mismatchShownMs, Toast::centred, Toast::centred,
                      window());
     return false;
+}
+
+void MediaCompressListItemWidget::missSource()
+{
+    setWanted(nullptr, tr("无法读取该文件"));
 }
 
 void MediaCompressListItemWidget::onSourceProbed(const MediaInfoData &info)
@@ -86,11 +93,20 @@ void MediaCompressListItemWidget::applySettings(
     const auto info = sourceInfo();
     if (!info)
         return;
-    param().encParam = encParamFor(*settings, *info);
-    // Without a bitrate the conversion would run, but compress nothing.
-    task()->setEnabled(!param().encParam.isNull());
+    setWanted(encParamFor(*settings, *info), tr("无法按比例压缩，请用高级设置"));
     RowItem(item()).setData(CompressSettingsRole, QVariant::fromValue(settings));
     showSettings(*settings, *info);
+}
+
+// Without anything to ask for, the conversion would run, but compress nothing.
+void MediaCompressListItemWidget::setWanted(const QSharedPointer<EncParam> &wanted,
+                                            const QString &hindrance)
+{
+    const bool isWanted = !wanted.isNull();
+    param().encParam =
+        isWanted ? withEncodersOf(compressContainer(sourceSuffix()), *wanted) : wanted;
+    task()->setEnabled(isWanted);
+    change([&](RowContent &content) { content.hindrance = isWanted ? QString() : hindrance; });
 }
 
 void MediaCompressListItemWidget::showSettings(const CompressSettingsParam &settings,
@@ -102,7 +118,6 @@ void MediaCompressListItemWidget::showSettings(const CompressSettingsParam &sett
     change([&](RowContent &content) {
         content.out.size = size < 0 ? tr("无法预估") : sizeText(size);
         content.out.detail = pixels.isEmpty() ? content.in.detail : pixels;
-        content.hindrance = wanted ? QString() : tr("无法按比例压缩，请用高级设置");
     });
 }
 

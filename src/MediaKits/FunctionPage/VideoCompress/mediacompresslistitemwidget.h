@@ -7,7 +7,7 @@
 /// Item data of this page's rows: `QSharedPointer<CompressSettingsParam>`.
 constexpr int CompressSettingsRole = Qt::UserRole + 5;
 
-/// One video to compress, which keeps its container.
+/// One video to compress, which keeps its container where that can be written.
 class MediaCompressListItemWidget : public TaskRowWidget
 {
     Q_OBJECT
@@ -27,10 +27,13 @@ public slots:
 protected:
     void connectForm(TaskRowForm &form) override;
     bool acceptsSource(const MediaInfoBase &reader) override;
+    void missSource() override;
     void onSourceProbed(const MediaInfoData &info) override;
     void readResult() override;
 
 private:
     QSharedPointer<CompressSettingsParam> settings() const;
+    // What the conversion is told; without it the row can't be started, and tells why.
+    void setWanted(const QSharedPointer<EncParam> &wanted, const QString &hindrance);
     void showSettings(const CompressSettingsParam &settings, const MediaInfoData &info);
 };
