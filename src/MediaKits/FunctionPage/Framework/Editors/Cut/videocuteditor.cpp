@@ -14,6 +14,7 @@ VideoCutEditor::VideoCutEditor(const QString &title, QWidget *parent)
 {
     setTitle(title);
     addSection(m_crop);
+    connect(m_crop, &CropEdit::remarked, this, &VideoCutEditor::showHint);
 }
 
 void VideoCutEditor::setPicture(const QSize &size, double pixelAspect)
