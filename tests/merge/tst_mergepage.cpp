@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "support/pagetest.h"
 #include "MediaKits/AppInstance/LocalStore/appini.h"
 #include "MediaKits/AppInstance/LocalStore/historyrecord.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergefunctionpage.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergelistitemwidget.h"
 #include "resources/look.h"
 #include "support/mediaprobe.h"
+#include "support/pagetest.h"
 #include "support/testfile.h"
 #include "support/testmedia.h"
 #include "support/toolrun.h"
@@ -20,6 +20,8 @@ constexpr int endLimitMs = 90000;
 constexpr double closeEnough = 0.2;
 constexpr quint32 noPreset = 0;
 constexpr quint32 mp4Small = 1003005;
+// With encoders, but without a size.
+constexpr quint32 mpegAsSource = 1009001;
 // Upscaling to it takes long enough to act meanwhile.
 constexpr quint32 mp4Huge = 1031001;
 
@@ -107,6 +109,7 @@ private slots:
     void mergesUnlikeInputs_data();
     void mergesUnlikeInputs();
     void ordersAndCuts();
+    void tellsTheSize();
     void asksForWhatIsMissing();
     void stops_data();
     void stops();
@@ -236,6 +239,37 @@ void TestMergePage::ordersAndCuts()
     const QByteArray second = colourAt(result, 1.5);
     QVERIFY(first.size() == 3 && quint8(first[2]) > 150 && quint8(first[0]) < 80);
     QVERIFY(second.size() == 3 && quint8(second[0]) > 150 && quint8(second[2]) < 80);
+}
+
+// A preset without a size takes that of the first picture, cut as it is.
+void TestMergePage::tellsTheSize()
+{
+    MergePage test(mpegAsSource);
+    const auto size = [&test] { return child<QLabel>(*test.page, "lblResultSize")->text(); };
+    QCOMPARE(size(), QString());
+    test.add({m_clip, m_old});
+    QTRY_COMPARE(size(), QStringLiteral("画面：320x240"));
+    press(*test.rowWidget(0), "btnDown");
+    QTRY_COMPARE(size(), QStringLiteral("画面：200x400"));
+    shoot(*test.page, "merge_size");
+
+    press(*test.page, "btnFormatSet");
+    QTRY_VERIFY(visibleWindow("MediaFormatDialog"));
+    QWidget *dialog = visibleWindow("MediaFormatDialog");
+    const auto *presets = child<QListWidget>(*dialog, "lwdtParamInfos");
+    QCOMPARE(child<QLabel>(*presets->itemWidget(presets->item(0)), "lblSub")->text(),
+             QStringLiteral("原视频分辨率 200*400"));
+    shoot(*dialog, "merge_formats");
+    dialog->close();
+
+    MediaMergeListItemWidget::inputOf(test.input(0)->item())->cropRect =
+        QSharedPointer<CropBox>::create(CropBox{0, 0, 161, 120});
+    test.input(0)->showSelection();
+    QCOMPARE(size(), QStringLiteral("画面：160x120"));
+    QVERIFY(test.merge("MediaMergeFinishTipsDialog", "btnCancel"));
+    const QString result = QDir(test.out()).filePath(test.results().value(0));
+    QCOMPARE(probeMedia(result).video.value(QLatin1String("width")).toInt(), 160);
+    QVERIFY(std::abs(probeMedia(result).seconds - 4) < closeEnough);
 }
 
 void TestMergePage::asksForWhatIsMissing()

@@ -26,20 +26,6 @@ QSharedPointer<VEncParam> pictureOf(const Part &part)
     return video && video->width > 0 && video->height > 0 ? video : nullptr;
 }
 
-QSize firstSize(const QList<Part> &parts)
-{
-    for (const Part &part : parts) {
-        const auto video = pictureOf(part);
-        if (!video)
-            continue;
-        return part->cropRect
-                   ? squarePixelSize(QSize(part->cropRect->width, part->cropRect->height),
-                                     turnedPixelAspect(*video))
-                   : shownSize(*video);
-    }
-    return usualSize;
-}
-
 double firstFrameRate(const QList<Part> &parts)
 {
     for (const Part &part : parts) {
@@ -75,6 +61,21 @@ QSharedPointer<AEncParam> commonSound(const ConcatTaskParam &param)
 
 } // namespace
 
+QSize firstPictureSize(const QList<Part> &parts)
+{
+    for (const Part &part : parts) {
+        const auto video = pictureOf(part);
+        if (!video)
+            continue;
+        const QSize shown =
+            part->cropRect ? squarePixelSize(QSize(part->cropRect->width, part->cropRect->height),
+                                             turnedPixelAspect(*video))
+                           : shownSize(*video);
+        return {shown.width() / 2 * 2, shown.height() / 2 * 2};
+    }
+    return {};
+}
+
 bool mergeHasPicture(const ConcatTaskParam &param)
 {
     return !isAudioFormat(param.format) &&
@@ -96,9 +97,10 @@ QSharedPointer<EncParam> mergePreset(const ConcatTaskParam &param)
     auto preset = param.encParam;
     if (mergeHasPicture(param)) {
         const auto video = preset ? preset->video : nullptr;
-        const bool isSized = video && video->width > 0 && video->height > 0;
-        preset = sizedPreset(preset,
-                             isSized ? QSize(video->width, video->height) : firstSize(param.files));
+        QSize size = video ? QSize(video->width, video->height) : QSize();
+        if (size.isEmpty())
+            size = firstPictureSize(param.files);
+        preset = sizedPreset(preset, size.isEmpty() ? usualSize : size);
         if (preset->video->frameRate <= 0.0)
             preset->video->frameRate = firstFrameRate(param.files);
     }

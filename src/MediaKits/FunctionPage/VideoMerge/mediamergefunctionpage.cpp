@@ -2,6 +2,7 @@
 #include "MediaKits/FunctionPage/VideoMerge/mediamergefunctionpage.h"
 
 #include "MediaKits/AppInstance/LocalStore/functionsettings.h"
+#include "MediaKits/FunctionPage/Framework/Formats/mediaformatdialog.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergelistwidget.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
 
@@ -33,6 +34,12 @@ void MediaMergeFunctionPage::setUpChoices(QWidget *choices)
 
     auto *row = static_cast<QBoxLayout *>(choices->layout());
     row->setContentsMargins(16, 12, 16, 12);
+    m_lblResultSize = new QLabel(choices);
+    m_lblResultSize->setObjectName(QStringLiteral("lblResultSize"));
+    row->addWidget(m_lblResultSize);
+    connect(m_list, &MediaMergeListWidget::resultSizeChanged, this,
+            &MediaMergeFunctionPage::showResultSize);
+    showResultSize();
     row->addStretch(1);
     row->addWidget(new QLabel(tr("视频名称："), choices));
     m_ledtOutName = new QLineEdit(setting(FunctionKey::outName).toString(), choices);
@@ -44,6 +51,18 @@ void MediaMergeFunctionPage::setUpChoices(QWidget *choices)
     m_list->setOutName(m_ledtOutName->text());
     connect(m_ledtOutName, &QLineEdit::textChanged, this,
             &MediaMergeFunctionPage::on_ledtOutName_textChanged);
+}
+
+void MediaMergeFunctionPage::setUpFormatDialog(MediaFormatDialog &dialog)
+{
+    dialog.setOpenSize(m_list->firstSize());
+}
+
+void MediaMergeFunctionPage::showResultSize()
+{
+    const QString size =
+        MediaFacts::sizeInPixels(m_list->resultSize().width(), m_list->resultSize().height());
+    m_lblResultSize->setText(size.isEmpty() ? QString() : tr("画面：%1").arg(size));
 }
 
 void MediaMergeFunctionPage::on_btnMerge_clicked()

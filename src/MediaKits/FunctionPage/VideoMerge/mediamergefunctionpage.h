@@ -4,6 +4,7 @@
 #include "MediaKits/FunctionPage/Framework/Page/presetlistpage.h"
 
 class MediaMergeListWidget;
+class QLabel;
 class QLineEdit;
 
 /// The page that joins video files into one.
@@ -22,10 +23,14 @@ public:
 protected:
     RowsView *createRows(QWidget *parent) override;
     void setUpChoices(QWidget *choices) override;
+    void setUpFormatDialog(MediaFormatDialog &dialog) override;
     /// The parts have to become alike.
     bool hidesKeepSource() const override { return true; }
 
 private:
+    void showResultSize();
+
     MediaMergeListWidget *m_list = nullptr;
     QLineEdit *m_ledtOutName = nullptr;
+    QLabel *m_lblResultSize = nullptr;
 };

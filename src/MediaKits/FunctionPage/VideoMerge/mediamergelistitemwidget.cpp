@@ -79,6 +79,7 @@ void MediaMergeListItemWidget::showSelection()
             span ? QStringLiteral("%1-%2").arg(timeText(span->start), timeText(span->end))
                  : QString();
     });
+    emit selectionChanged();
 }
 
 void MediaMergeListItemWidget::on_btnDel_clicked()

@@ -43,6 +43,8 @@ signals:
     /// The user wants the row away.
     void itemDeleted();
     void itemOperateActive(QListWidgetItem *item, MediaMergeListItemWidget::ItemOperate operate);
+    /// What is taken of the input has changed, or become known.
+    void selectionChanged();
 
 protected:
     RowForm *createForm() override;

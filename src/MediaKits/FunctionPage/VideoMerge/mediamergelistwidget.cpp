@@ -9,6 +9,7 @@
 #include "MediaKits/FunctionPage/VideoMerge/mediamergefinishtipsdialog.h"
 #include "MediaKits/MediaTasksManager/grouptaskfactory.h"
 #include "MediaKits/MediaTasksManager/mediamovetask.h"
+#include "MediaKits/MediaTasksManager/mergepreset.h"
 #include "MediaKits/Player/mediapreviewwnd.h"
 
 #include <QApplication>
@@ -123,6 +124,7 @@ void MediaMergeListWidget::setEncParamInfoID(quint32 id)
         return;
     param().encParam = preset;
     param().format = catalogue.suffixOf(*preset);
+    emit resultSizeChanged();
 }
 
 void MediaMergeListWidget::setOutPath(const QString &path)
@@ -138,6 +140,29 @@ void MediaMergeListWidget::setOutName(const QString &name)
     param().outputName = fileName.replace(QLatin1Char('/'), QLatin1Char('_'));
 }
 
+QList<QSharedPointer<InputFileMediaParam>> MediaMergeListWidget::inputs() const
+{
+    QList<QSharedPointer<InputFileMediaParam>> inputs;
+    for (const MediaRowWidget *row : m_list->rows())
+        inputs += MediaMergeListItemWidget::inputOf(row->item());
+    return inputs;
+}
+
+QSize MediaMergeListWidget::firstSize() const
+{
+    return firstPictureSize(inputs());
+}
+
+QSize MediaMergeListWidget::resultSize() const
+{
+    ConcatTaskParam wanted = param();
+    wanted.files = inputs();
+    if (!wanted.encParam || !mergeHasPicture(wanted))
+        return {};
+    const auto video = mergePreset(wanted)->video;
+    return {video->width / 2 * 2, video->height / 2 * 2};
+}
+
 void MediaMergeListWidget::stop()
 {
     m_task->stop();
@@ -148,16 +173,13 @@ void MediaMergeListWidget::merge()
 {
     trackEvent(function(), QStringLiteral("video_convert_start"));
     m_task->stop();
-    const QVector<MediaRowWidget *> rows = m_list->rows();
-    if (rows.size() < fewestInputs) {
+    if (m_list->count() < fewestInputs) {
         MediaMessageBox::showMessage(tr("提示"), tr("至少需要两个视频才可以合并"), this);
         return;
     }
     if (m_task->state() == MediaTask::RUNNING || presetIsMissing())
         return;
-    param().files.clear();
-    for (const MediaRowWidget *row : rows)
-        param().files += MediaMergeListItemWidget::inputOf(row->item());
+    param().files = inputs();
     m_manager.startTimer();
     if (m_manager.addTask(m_task.data()))
         emit taskStateChanged(GroupStarted);
@@ -188,6 +210,8 @@ void MediaMergeListWidget::addRow(QListWidgetItem *item)
     auto *row = new MediaMergeListItemWidget(item, this);
     connect(row, &MediaMergeListItemWidget::itemDeleted, this, [this, row] { deleteRow(row); });
     connect(row, &MediaMergeListItemWidget::itemOperateActive, this, &MediaMergeListWidget::move);
+    connect(row, &MediaMergeListItemWidget::selectionChanged, this,
+            &MediaMergeListWidget::resultSizeChanged);
     m_list->showRow(row);
 }
 
@@ -205,6 +229,7 @@ void MediaMergeListWidget::clear()
     if (m_list->count() == 0)
         return;
     m_list->clearRows();
+    emit resultSizeChanged();
     emit mediaListEmptyChanged(true);
 }
 
@@ -240,4 +265,5 @@ void MediaMergeListWidget::renumber()
             position = MediaMergeListItemWidget::LastPosition;
         static_cast<MediaMergeListItemWidget *>(rows[i])->setPosition(position);
     }
+    emit resultSizeChanged();
 }

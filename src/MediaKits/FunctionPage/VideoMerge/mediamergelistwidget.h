@@ -27,6 +27,10 @@ public:
     /// Base name of the result; an empty one stands for the default.
     void setOutName(const QString &name);
     static QString defaultName();
+    /// Size of the first input's picture, for presets that have none; empty while it isn't known.
+    QSize firstSize() const;
+    /// Size of the result's picture; empty when there will be none.
+    QSize resultSize() const;
 
     /// Starts the merge. One that runs is stopped, one that waits goes on waiting.
     void merge();
@@ -34,6 +38,7 @@ public:
 
 signals:
     void taskStateChanged(MediaMergeListWidget::TaskState state);
+    void resultSizeChanged();
 
 protected:
     MediaFunction function() const override { return MediaFunction::Merge; }
@@ -50,6 +55,7 @@ private:
     void move(QListWidgetItem *item, MediaMergeListItemWidget::ItemOperate operate);
     void renumber();
     ConcatTaskParam &param() const;
+    QList<QSharedPointer<InputFileMediaParam>> inputs() const;
 
     MediaTasksManager m_manager;
     QSharedPointer<MediaTask> m_task;

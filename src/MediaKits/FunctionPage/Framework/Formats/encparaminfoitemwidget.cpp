@@ -17,5 +17,5 @@ EncParamInfoItemWidget::EncParamInfoItemWidget(const QListWidgetItem &item, QWid
     const auto preset = item.data(FormatRecordRole).value<QSharedPointer<EncParam>>();
     form.lblIcon->setPixmap(presetPixmap());
     form.lblTitle->setText(preset->name);
-    form.lblSub->setText(presetDetailText(*preset, false));
+    form.lblSub->setText(presetDetailText(*preset, false, item.data(OpenSizeRole).toSize()));
 }

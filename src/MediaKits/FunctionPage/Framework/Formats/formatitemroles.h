@@ -11,4 +11,6 @@ enum FormatItemRole {
     FormatRecordRole = Qt::UserRole + 3,
     /// QSharedPointer<EncParam>, in the recent list.
     RecentPresetRole = Qt::UserRole + 4,
+    /// QSize, in the list of presets: the size of pictures whose preset has none.
+    OpenSizeRole = Qt::UserRole + 5,
 };

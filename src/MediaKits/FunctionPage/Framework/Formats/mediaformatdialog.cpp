@@ -92,6 +92,12 @@ void MediaFormatDialog::setFormatTypes(int mask, bool show)
     }
 }
 
+void MediaFormatDialog::setOpenSize(const QSize &size)
+{
+    m_openSize = size;
+    fillPresets(catalogue().categoryOf(m_currentId), m_currentId);
+}
+
 void MediaFormatDialog::showPreset(quint32 id)
 {
     m_currentId = catalogue().hasEncParam(id) ? id : EncParamCatalog::defaultKeepSourceId;
@@ -136,8 +142,9 @@ void MediaFormatDialog::fillPresets(quint32 category, quint32 current)
         if (preset->displayCategoryID != category ||
             (m_hideKeepSource && catalogue().isKeepSource(id)))
             continue;
-        appendRow<EncParamInfoItemWidget>(list,
-                                          makeItem(id, preset->name, QVariant::fromValue(preset)));
+        auto item = makeItem(id, preset->name, QVariant::fromValue(preset));
+        item->setData(OpenSizeRole, m_openSize);
+        appendRow<EncParamInfoItemWidget>(list, std::move(item));
         if (id == current)
             list->setCurrentRow(list->count() - 1);
     }

@@ -31,6 +31,8 @@ public:
     /// @param show whether the tabs of `mask` are seen and those of the other kinds aren't, or
     ///        the other way round
     void setFormatTypes(int mask, bool show);
+    /// What the picture's size becomes where a preset has none; shown beside such presets.
+    void setOpenSize(const QSize &size);
 
 signals:
     /// The user picked a preset; the dialog closes.
@@ -59,5 +61,6 @@ private:
     const std::unique_ptr<Ui::MediaFormatDialog> m_ui;
     int m_allowed = 3;
     quint32 m_currentId = 0;
+    QSize m_openSize;
     const bool m_hideKeepSource;
 };

@@ -18,11 +18,18 @@ QString tr(const char *text)
     return QCoreApplication::translate("PresetLook", text);
 }
 
-QString pictureText(const VEncParam *video, bool zeroSizeShown)
+QString sizeText(int width, int height)
 {
-    if (!video || (video->width <= 0 && !zeroSizeShown))
+    return QStringLiteral("%1*%2").arg(width).arg(height);
+}
+
+QString pictureText(const VEncParam *video, bool zeroSizeShown, const QSize &openSize)
+{
+    if (video && (video->width > 0 || zeroSizeShown))
+        return sizeText(video->width, video->height);
+    if (openSize.isEmpty())
         return tr("原视频分辨率");
-    return QStringLiteral("%1*%2").arg(video->width).arg(video->height);
+    return tr("原视频分辨率 %1").arg(sizeText(openSize.width(), openSize.height()));
 }
 
 } // namespace
@@ -39,10 +46,10 @@ QPixmap presetPixmap()
     return iconPixmap(QStringLiteral(":/format/video.png"), presetIconSize);
 }
 
-QString presetDetailText(const EncParam &preset, bool zeroSizeShown)
+QString presetDetailText(const EncParam &preset, bool zeroSizeShown, const QSize &openSize)
 {
     if (EncParamCatalog::categoryKind(preset.displayCategoryID) == videoKind)
-        return pictureText(preset.video.data(), zeroSizeShown);
+        return pictureText(preset.video.data(), zeroSizeShown, openSize);
     if (!preset.audio)
         return tr("自动");
     return QStringLiteral("%1 Kbps").arg(preset.audio->bitrate);
