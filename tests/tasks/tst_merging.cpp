@@ -147,7 +147,7 @@ void TestMerging::joinsWhatIsNotAlike_data()
         {"mkv", 1005001, "GRA"},  {"avi", 1006001, "RAG"},   {"wmv", 1004004, "ARB"},
         {"m4v", 1002004, "BR"},   {"mpeg", 1009001, "RABG"}, {"vob", 1011002, "BRA"},
         {"webm", 1012001, "ARG"}, {"ogv", 1021001, "RAB"},   {"3gp", 1015002, "RGBA"},
-        {"flv", 2400005, "BRAG"}, {"f4v", 2401005, "ARG"},
+        {"flv", 2400005, "BRAG"}, {"f4v", 2401005, "ARG"},   {"swf", 2402005, "RABG"},
     };
     for (const auto &row : rows)
         QTest::addRow("%s %u %s", row.format, row.preset, row.order)

@@ -117,6 +117,8 @@ void TestFfmpegLauncher::adaptsCommands()
 
     row("-i a -nostats b.swf -y", "-i a -nostats -ar 44100 b.swf -y", 1);
     row("-ar 48000 -i a -vcodec libx264 b.swf", "-ar 48000 -i a -vcodec flv -ar 44100 b.swf", 2);
+    row("-f concat -i c.txt -c copy -map 0 b.swf",
+        "-f concat -i c.txt -c copy -map 0 -copyinkf b.swf", 0);
     same("-i a.swf -c:v libx264 b.mp4");
     EncoderSupport amr;
     amr.amr = true;

@@ -127,8 +127,13 @@ void standInForSwf(AdaptedCommand *command, const CommandOutput &output)
     const std::string path = arguments[output.path];
     if (replaceEncoder(&arguments, output, h264Encoder, "flv"))
         command->notes.push_back("SWF takes no H.264, the picture is coded as FLV1: " + path);
-    if (hasSampleRate(arguments, output) || hasFlag(arguments, output, "-an") ||
-        audioCodec(arguments, output) == "copy")
+    if (audioCodec(arguments, output) == "copy") {
+        // Pictures that come from SWF never count as key frames, in front of which nothing is
+        // copied.
+        arguments.insert(arguments.begin() + std::ptrdiff_t(output.insertAt), "-copyinkf");
+        return;
+    }
+    if (hasSampleRate(arguments, output) || hasFlag(arguments, output, "-an"))
         return;
     insertOption(&arguments, output, "-ar", "44100");
     command->notes.push_back("SWF takes few sample rates, any sound gets 44100 Hz: " + path);
