@@ -25,6 +25,14 @@ int evenBelow(int size)
     return size / 2 * 2;
 }
 
+void appendCrop(StreamGraph &graph, const CropBox &box)
+{
+    graph.append(FilterGraph::filter(QStringLiteral("crop"), {{QStringLiteral("w"), box.width},
+                                                              {QStringLiteral("h"), box.height},
+                                                              {QStringLiteral("x"), box.x},
+                                                              {QStringLiteral("y"), box.y}}));
+}
+
 // Fits the picture into the preset's frame, with black bars to its full size.
 void appendSize(StreamGraph &graph, const ConvertTaskParam &param)
 {
@@ -32,17 +40,13 @@ void appendSize(StreamGraph &graph, const ConvertTaskParam &param)
         param.encParam ? param.encParam->video : QSharedPointer<VEncParam>();
     int width = target ? evenBelow(target->width) : 0;
     int height = target ? evenBelow(target->height) : 0;
-    if (width <= 0 || height <= 0)
+    const bool isSized = width > 0 && height > 0;
+    if (param.cropRect && (isSized || param.cropsAlone))
+        appendCrop(graph, *param.cropRect);
+    if (!isSized)
         return;
     if (param.turnsFrame)
         std::swap(width, height);
-    if (param.cropRect) {
-        graph.append(FilterGraph::filter(QStringLiteral("crop"),
-                                         {{QStringLiteral("w"), param.cropRect->width},
-                                          {QStringLiteral("h"), param.cropRect->height},
-                                          {QStringLiteral("x"), param.cropRect->x},
-                                          {QStringLiteral("y"), param.cropRect->y}}));
-    }
     const QString w = QString::number(width);
     const QString h = QString::number(height);
     graph.append(

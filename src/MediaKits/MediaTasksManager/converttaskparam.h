@@ -33,6 +33,8 @@ struct ConvertTaskParam : MediaTaskParam
     /// A source without sound gets a silent track.
     bool silentTrack = false;
     ResultPicture picture = ResultPicture::AsSource;
+    /// The crop is done although the preset has no size.
+    bool cropsAlone = false;
     /// The preset's frame lies across while the picture is fitted into it, as a look turns both by
     /// an odd number of quarter turns afterwards.
     bool turnsFrame = false;

@@ -3,7 +3,6 @@
 
 #include "MediaKits/MediaFormats/mediaformats.h"
 #include "MediaKits/MediaInfo/shownpicture.h"
-#include "MediaKits/MediaTasksManager/stepmapping.h"
 
 #include <algorithm>
 
@@ -11,6 +10,7 @@ namespace {
 
 // Where no part tells.
 constexpr QSize usualSize(1280, 720);
+constexpr int leastSide = 2;
 constexpr double usualFrameRate = 25.0;
 // Headers that claim more tell the unit of their times.
 constexpr double highestFrameRate = 240.0;
@@ -19,6 +19,21 @@ constexpr int discRate = 44100;
 constexpr int filmRate = 48000;
 
 using Part = QSharedPointer<InputFileMediaParam>;
+
+QSharedPointer<EncParam> copyOf(const QSharedPointer<EncParam> &preset)
+{
+    return preset ? QSharedPointer<EncParam>::create(*preset) : QSharedPointer<EncParam>::create();
+}
+
+QSharedPointer<EncParam> sizedPreset(const QSharedPointer<EncParam> &preset, const QSize &size)
+{
+    const auto sized = copyOf(preset);
+    sized->video = sized->video ? QSharedPointer<VEncParam>::create(*sized->video)
+                                : QSharedPointer<VEncParam>::create();
+    sized->video->width = size.width();
+    sized->video->height = size.height();
+    return sized;
+}
 
 QSharedPointer<VEncParam> pictureOf(const Part &part)
 {
@@ -71,7 +86,8 @@ QSize firstPictureSize(const QList<Part> &parts)
             part->cropRect ? squarePixelSize(QSize(part->cropRect->width, part->cropRect->height),
                                              turnedPixelAspect(*video))
                            : shownSize(*video);
-        return {shown.width() / 2 * 2, shown.height() / 2 * 2};
+        return {std::max(shown.width() / 2 * 2, leastSide),
+                std::max(shown.height() / 2 * 2, leastSide)};
     }
     return {};
 }
@@ -105,8 +121,7 @@ QSharedPointer<EncParam> mergePreset(const ConcatTaskParam &param)
             preset->video->frameRate = firstFrameRate(param.files);
     }
     if (mergeHasSound(param) && !(preset && preset->audio)) {
-        preset =
-            preset ? QSharedPointer<EncParam>::create(*preset) : QSharedPointer<EncParam>::create();
+        preset = copyOf(preset);
         preset->audio = commonSound(param);
     }
     return preset;

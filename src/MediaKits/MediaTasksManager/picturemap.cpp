@@ -33,11 +33,10 @@ PictureMap::PictureMap(const ConvertTaskParam &step)
     m_size = turnedSize(source);
     m_pixelAspect = turnedPixelAspect(source);
     const QSize target = targetSize(step);
-    if (!target.isEmpty() && isKnown()) {
-        if (step.cropRect)
-            crop(*step.cropRect);
+    if (step.cropRect && (!target.isEmpty() || step.cropsAlone))
+        crop(*step.cropRect);
+    if (!target.isEmpty() && isKnown())
         fit(target);
-    }
     if (step.beauty)
         flipAndTurn(*step.beauty);
 }

@@ -2,7 +2,6 @@
 #include "MediaKits/MediaTasksManager/stepmapping.h"
 
 #include "MediaKits/MediaFormats/mediaformats.h"
-#include "MediaKits/MediaInfo/shownpicture.h"
 #include "MediaKits/MediaTasksManager/convertgraph.h"
 #include "MediaKits/MediaTasksManager/converttask.h"
 #include "MediaKits/MediaTasksManager/neutralvalue.h"
@@ -29,12 +28,6 @@ bool hasSize(const QSharedPointer<VEncParam> &video)
     return video && video->width >= leastSide && video->height >= leastSide;
 }
 
-// By an odd number of quarter turns.
-bool isTurned(const ConvertTaskParam &param)
-{
-    return param.beauty && param.beauty->rotate % 2 != 0;
-}
-
 bool isSwallowed(const VideoBeautyParam &look)
 {
     return isNeutral(double(look.contrast)) && isNeutral(double(look.brightness)) &&
@@ -57,6 +50,16 @@ QSharedPointer<VideoBeautyParam> mappedLook(const QSharedPointer<VideoBeautyPara
     if (look->rotate % 2 != 0)
         std::swap(look->vflip, look->hflip);
     return look;
+}
+
+// Fitted into a frame of the crop's own size, one in eleven would have bars, from the rounding of
+// its proportions. Encoders want even sides.
+void cropAlone(ConvertTaskParam &step)
+{
+    step.cropRect = QSharedPointer<CropBox>::create(*step.cropRect);
+    step.cropRect->width = std::max(step.cropRect->width / 2 * 2, leastSide);
+    step.cropRect->height = std::max(step.cropRect->height / 2 * 2, leastSide);
+    step.cropsAlone = true;
 }
 
 // From the source's time to the result's. Tells whether the overlay is still to be seen.
@@ -139,29 +142,6 @@ bool needsOwnChain(const ConvertTaskParam &step)
 
 } // namespace
 
-QSharedPointer<EncParam> sizedPreset(const QSharedPointer<EncParam> &preset, const QSize &size)
-{
-    const auto sized =
-        preset ? QSharedPointer<EncParam>::create(*preset) : QSharedPointer<EncParam>::create();
-    sized->video = sized->video ? QSharedPointer<VEncParam>::create(*sized->video)
-                                : QSharedPointer<VEncParam>::create();
-    sized->video->width = std::max(size.width(), leastSide);
-    sized->video->height = std::max(size.height(), leastSide);
-    return sized;
-}
-
-QSharedPointer<EncParam> croppedPreset(const ConvertTaskParam &param)
-{
-    const bool isOpen = param.cropRect && !isAudioFormat(param.format) &&
-                        !(param.encParam && hasSize(param.encParam->video));
-    if (!isOpen)
-        return param.encParam;
-    const auto source = param.sourceInfo ? param.sourceInfo->video : nullptr;
-    const QSize size = squarePixelSize(QSize(param.cropRect->width, param.cropRect->height),
-                                       source ? turnedPixelAspect(*source) : 1.0);
-    return sizedPreset(param.encParam, isTurned(param) ? size.transposed() : size);
-}
-
 ConvertTaskParam mappedStep(const ConvertTaskParam &param)
 {
     ConvertTaskParam step = param;
@@ -171,8 +151,9 @@ ConvertTaskParam mappedStep(const ConvertTaskParam &param)
     }
     if (step.picture == ResultPicture::Black)
         step.cropRect.clear();
-    step.encParam = croppedPreset(step);
-    step.turnsFrame = isTurned(step);
+    if (step.cropRect && !(step.encParam && hasSize(step.encParam->video)))
+        cropAlone(step);
+    step.turnsFrame = step.beauty && step.beauty->rotate % 2 != 0;
     step.beauty = mappedLook(step.beauty);
     mapOverlays(step);
     if (needsOwnChain(step))

@@ -12,11 +12,3 @@
 /// preview shows it, turned first and flipped then.
 /// @param param as the user asked; what its pointers hold stays as it is
 ConvertTaskParam mappedStep(const ConvertTaskParam &param);
-
-/// A copy of the preset with another picture size.
-/// @param preset may be null
-QSharedPointer<EncParam> sizedPreset(const QSharedPointer<EncParam> &preset, const QSize &size);
-
-/// The preset of a conversion with a crop: where the preset has no size, it is the crop's own, in
-/// square pixels.
-QSharedPointer<EncParam> croppedPreset(const ConvertTaskParam &param);

@@ -4,7 +4,6 @@
 #include "catalogue/encparamcatalog.h"
 #include "MediaKits/FunctionPage/Framework/Editors/Cut/videocutdialog.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
-#include "MediaKits/MediaTasksManager/stepmapping.h"
 
 namespace {
 
@@ -65,17 +64,18 @@ void VideoRowWidget::onResultProbed(const MediaInfoData &info)
 void VideoRowWidget::applyPreset(const EncParam *preset)
 {
     const QString fixed = fixedSize();
-    const auto video = preset ? croppedPreset(param())->video : nullptr;
-    const QString given = MediaFacts::sizeInPixels(video);
+    const auto video = preset ? preset->video : nullptr;
+    const auto crop = param().cropRect;
+    QString given = MediaFacts::sizeInPixels(video);
+    if (given.isEmpty() && crop)
+        given = MediaFacts::sizeInPixels(crop->width, crop->height);
     change([&](RowContent &content) {
         if (!fixed.isEmpty())
             content.out.detail = fixed;
         else if (preset && isAudio(*preset))
             content.out.detail.clear();
-        else if (!video)
-            content.out.detail = content.in.detail;
-        else if (!given.isEmpty())
-            content.out.detail = given;
+        else
+            content.out.detail = given.isEmpty() ? content.in.detail : given;
     });
 }
 
