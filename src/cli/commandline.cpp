@@ -21,8 +21,9 @@ const CommandRow commandRows[] = {
     {"categories", Command::Categories, "json"},
     {"presets", Command::Presets, "json category"},
     {"probe", Command::Probe, "json reader"},
-    {"convert", Command::Convert, "json preset out name from to crop speed beauty jobs dry-run"},
-    {"merge", Command::Merge, "json preset out name"},
+    {"convert", Command::Convert,
+     "json preset out name from to crop speed beauty jobs dry-run strict"},
+    {"merge", Command::Merge, "json preset out name strict"},
 };
 
 QString tr(const char *text)
@@ -32,7 +33,8 @@ QString tr(const char *text)
 
 QList<QCommandLineOption> optionsOf(const CommandRow &row)
 {
-    static const QStringList flags{QStringLiteral("json"), QStringLiteral("dry-run")};
+    static const QStringList flags{QStringLiteral("json"), QStringLiteral("dry-run"),
+                                   QStringLiteral("strict")};
     QList<QCommandLineOption> options;
     const QStringList names = QString(QLatin1String(row.options)).split(QLatin1Char(' '));
     for (const QString &name : names) {
@@ -142,6 +144,7 @@ void readTarget(CommandLine &line, ValueReader &values)
                          : defaultOutputDir(merges ? MediaFunction::Merge : MediaFunction::Convert);
     if (values.isSet("out") && values.text("out").isEmpty())
         values.refuse(tr("输出目录为空"));
+    line.strict = values.isSet("strict");
     line.name = values.text("name");
     const bool named = values.isSet("name");
     if (merges && !named)
@@ -219,11 +222,12 @@ QString helpText()
         "  morvane-cli probe FILE… [--reader auto|ffprobe|mediainfo] [--json]\n"
         "  morvane-cli convert FILE… --preset ID [--out DIR] [--name BASE] [--from T] [--to T]\n"
         "              [--crop X,Y,W,H] [--speed 0..9] [--beauty key=value,…] [--jobs N]\n"
-        "              [--dry-run] [--json]\n"
-        "  morvane-cli merge FILE… --preset ID --name BASE [--out DIR] [--json]\n"
+        "              [--dry-run] [--strict] [--json]\n"
+        "  morvane-cli merge FILE… --preset ID --name BASE [--out DIR] [--strict] [--json]\n"
         "\n"
         "T 为秒数或 hh:mm:ss[.zzz]。--speed 1 最快，9 最慢，0 由编码器决定。\n"
         "--beauty 的键：contrast brightness saturation red green blue rotate volume speed\n"
         "reverse vflip hflip。以 - 开头的文件名写在 -- 之后。\n"
-        "成品路径写到标准输出，每行一个。全部完成返回 0，有失败返回 1，用法错误返回 2。\n");
+        "成品路径写到标准输出，每行一个。全部完成返回 0，有失败返回 1，用法错误返回 2。\n"
+        "成品与要求不完全相符时，提示写到标准错误；--strict 使提示也返回 1。\n");
 }

@@ -30,6 +30,7 @@ struct CommandLine
     int jobs = 1;
     bool dryRun = false;
     bool json = false;
+    bool strict = false; ///< a remark on a result counts as a failure
 };
 
 /// Reads the words behind the program's name.

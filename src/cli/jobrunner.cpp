@@ -32,12 +32,13 @@ struct JobRunner::Run
     double progress = 0.0;
 };
 
-JobRunner::JobRunner(std::vector<CliJob> jobs, int parallel, bool json)
+JobRunner::JobRunner(std::vector<CliJob> jobs, const Options &options)
     : m_jobs(std::move(jobs)),
-      m_manager(dispatchIntervalMs, parallel),
+      m_manager(dispatchIntervalMs, options.parallel),
       // One more than run, so that the next job is probed while the others work.
-      m_openLimit(size_t(parallel) + 1),
-      m_json(json)
+      m_openLimit(size_t(options.parallel) + 1),
+      m_json(options.json),
+      m_strict(options.strict)
 {
 }
 
@@ -107,7 +108,8 @@ void JobRunner::report(const Run &run)
     m_progress.clear();
     const bool finished = run.task->state() == MediaTask::FINISHED;
     const TaskFailure &failure = run.task->failure();
-    if (!finished)
+    const TaskRemarks &remarks = run.task->remarks();
+    if (!finished || (m_strict && !remarks.isEmpty()))
         m_failed = true;
     if (m_json) {
         const MediaTask::State state = finished || run.task->state() == MediaTask::ERROR
@@ -120,13 +122,18 @@ void JobRunner::report(const Run &run)
             {QStringLiteral("state"), stateKey(state)},
             {QStringLiteral("seconds"), seconds},
             {QStringLiteral("message"), failure.cause},
-            {QStringLiteral("report"), QJsonArray::fromStringList(failure.report)},
+            {QStringLiteral("warnings"), QJsonArray::fromStringList(remarks.texts)},
+            {QStringLiteral("report"),
+             QJsonArray::fromStringList(finished ? remarks.report : failure.report)},
         });
     } else if (finished) {
         printLine(run.output);
     }
     if (!failure.cause.isEmpty())
         printMessage(failure.cause);
+    if (finished && !remarks.isEmpty()) {
+        printMessage(run.output + QStringLiteral("：") + remarks.texts.join(QStringLiteral("；")));
+    }
 }
 
 void JobRunner::reportUnbegun()
@@ -137,6 +144,7 @@ void JobRunner::reportUnbegun()
                        {QStringLiteral("state"), stateKey(MediaTask::STOPED)},
                        {QStringLiteral("seconds"), 0},
                        {QStringLiteral("message"), QString()},
+                       {QStringLiteral("warnings"), QJsonArray()},
                        {QStringLiteral("report"), QJsonArray()}});
     }
 }

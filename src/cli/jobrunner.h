@@ -28,8 +28,15 @@ class JobRunner : public QObject
     Q_OBJECT
 
 public:
-    /// @param parallel jobs that may run at the same time
-    JobRunner(std::vector<CliJob> jobs, int parallel, bool json);
+    /// What a user chose of how jobs run and are told.
+    struct Options
+    {
+        int parallel = 1; ///< jobs that may run at the same time
+        bool json = false;
+        bool strict = false; ///< a remark on a result counts as a failure
+    };
+
+    JobRunner(std::vector<CliJob> jobs, const Options &options);
     ~JobRunner() override;
 
     void start();
@@ -37,7 +44,8 @@ public:
     void interrupt();
 
 signals:
-    /// @param exitCode 0 when every job finished, 1 when any failed, 130 after an interruption
+    /// @param exitCode 0 when every job finished, 1 when any failed or, if remarks count, was
+    ///        remarked on, 130 after an interruption
     void allDone(int exitCode);
 
 private:
@@ -60,6 +68,7 @@ private:
     size_t m_open = 0;
     size_t m_openLimit;
     bool m_json;
+    bool m_strict;
     bool m_failed = false;
     bool m_interrupted = false;
 };

@@ -19,7 +19,7 @@ constexpr int usageExitCode = 2;
 
 int runJobs(std::vector<CliJob> jobs, const CommandLine &line)
 {
-    JobRunner runner(std::move(jobs), line.jobs, line.json);
+    JobRunner runner(std::move(jobs), {line.jobs, line.json, line.strict});
     TerminationWatcher watcher;
     QObject::connect(&watcher, &TerminationWatcher::requested, &runner, &JobRunner::interrupt);
     QObject::connect(&runner, &JobRunner::allDone, &QCoreApplication::exit);

@@ -36,6 +36,9 @@ const FloatField floatFields[] = {
     {"speed", &VideoBeautyParam::speed, 0.5, 100.0},
 };
 
+// A factor of 0 counts as one that was never set; this one mutes as well.
+constexpr float inaudible = 0.001F;
+
 struct BoolField
 {
     const char *key;
@@ -57,6 +60,8 @@ bool setField(VideoBeautyParam &beauty, const QString &key, const QString &value
     for (const FloatField &row : floatFields) {
         if (key == QLatin1String(row.key)) {
             beauty.*row.field = float(number);
+            if (row.field == &VideoBeautyParam::volume && beauty.volume < inaudible)
+                beauty.volume = inaudible;
             return number >= row.min && number <= row.max;
         }
     }

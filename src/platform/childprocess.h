@@ -3,6 +3,8 @@
 
 #include <QProcess>
 
+#include <memory>
+
 /// A child process that dies with this program, also when this program is killed.
 ///
 /// The tie has to be made in the child between fork and exec; QProcess::setupChildProcess() is
@@ -24,6 +26,11 @@ public:
     /// @param niceness 0 for not at all, at most 19
     void setNiceness(int niceness) { m_niceness = niceness; }
 
+    /// Kills the child and waits until it is gone, for half a second at most: one that waits for a
+    /// disk or a share which no longer answers can't be ended.
+    /// @return whether it is gone
+    bool endNow();
+
 protected:
     void setupChildProcess() override;
 
@@ -32,3 +39,8 @@ private:
     Group m_group;
     int m_niceness = 0;
 };
+
+/// Takes over a child that nobody wants any more and deletes it later, when it has ended. A child
+/// that can't be ended never holds up the program's own end. Its signals reach nobody any more.
+/// May be called inside one of them.
+void discardChild(std::unique_ptr<ChildProcess> child);

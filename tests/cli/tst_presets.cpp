@@ -215,6 +215,7 @@ void TestPresets::converts()
         convertOne(clip("stereo.mp4"), preset[QLatin1String("id")].toInt(), out.path());
     const QString output = record[QLatin1String("output")].toString();
     QVERIFY2(!output.isEmpty(), qPrintable(record[QLatin1String("message")].toString()));
+    QCOMPARE(record[QLatin1String("warnings")].toArray(), QJsonArray());
     QCOMPARE(entriesOf(out.path()), QStringList(QFileInfo(output).fileName()));
 
     const QString suffix = QFileInfo(output).suffix();

@@ -133,7 +133,7 @@ void TstProbing::readsJson_data()
         "{'format':{'duration':'N/"
         "A','size':'x','bit_rate':'','nb_streams':'3'},'streams':[{'codec_type':'video','r_frame_"
         "rate':'25'}]}",
-        "X 0 0 0 0 |  0x0 0 0 90");
+        "X 0 0 0 0 |  0x0 0 0 0");
     row("bitrate of the container",
         "{'format':{'bit_rate':'900999'},'streams':[{'codec_type':'audio','index':1},"
         "{'codec_type':'video','index':0,'tags':{},'r_frame_rate':'25/0'}]}",
@@ -163,8 +163,8 @@ void TstProbing::readsClips_data()
         QTest::newRow(path) << QStringList{QString::fromLatin1(ofFfprobe),
                                            QString::fromLatin1(ofLibrary)};
     };
-    // A stream of an AVI file has no tags.
-    row("both.avi", "1: AVI 2 | MPEG4 320x240 30 90 | MP3 2 44100 128",
+    // A stream of an AVI file has no tags, and none about a turn.
+    row("both.avi", "1: AVI 2 | MPEG4 320x240 30 0 | MP3 2 44100 128",
         "1: AVI 1 | MPEG-4 Visual 320x240 30 0 | MPEG Audio 2 44100 128");
     row("sound.MP3", "2: MP3 1 | MP3 1 44100 64", "2: MP3 1 | MPEG Audio 1 44100 64");
     row("silent.mp4", "1: MP4 1 | H264 320x240 30 0", "1: MP4 1 | AVC 320x240 30 0");

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "MediaKits/MediaProcessor/ffmpegaccount.h"
 #include "MediaKits/MediaProcessor/ffmpegreport.h"
 #include "MediaKits/MediaProcessor/reporttail.h"
 
@@ -11,6 +12,8 @@ class TstFfmpegReport : public QObject
 private slots:
     void lowersDuration();
     void readsPositionsFromChunks();
+    void givesAnAccount();
+    void accountDistinguishes();
     void tailIsBounded();
     void tailShowsLastLines();
 };
@@ -52,6 +55,82 @@ void TstFfmpegReport::readsPositionsFromChunks()
             positions += progressPositionsUs(splitter.feed(report.mid(at, chunk)));
         QCOMPARE(positions, (QVector<qint64>{1500000, 0, 7200000000LL}));
     }
+}
+
+namespace {
+
+FFmpegAccount accountOf(const QByteArray &report)
+{
+    FFmpegAccountReader reader;
+    reader.feedReport(report);
+    return reader.account();
+}
+
+} // namespace
+
+void TstFfmpegReport::givesAnAccount()
+{
+    const QByteArray report =
+        "Input #0, mov,mp4,m4a,3gp,3g2,mj2, from 'a: corrupt decoded frame in stream 0':\n"
+        "  Metadata:\n    title           : Error while decoding stream #0:0\n"
+        "  Duration: 01:00:10.03, start: 0.000000, bitrate: 348 kb/s\n"
+        // Before the first frame of each stream, errors are those of the way in.
+        "Error while decoding stream #0:1: Invalid data found when processing input\n"
+        "Output #0, mp4, to 'b.mp4':\n"
+        "frame=    1 time=00:00:00.04 bitrate=N/A\r"
+        "frame=   22 time=00:00:00.96 bitrate= 100.3kbits/s\r"
+        "[h264 @ 0x55e0] error while decoding MB 9 1, bytestream 1257\n"
+        "[h264 @ 0x55e0] concealing 300 DC, 300 AC, 300 MV errors in P frame\n"
+        "a.mp4: corrupt decoded frame in stream 0\n"
+        "Error while decoding stream #0:1: Invalid data found when processing input\n"
+        "    Last message repeated 3 times\n"
+        "[mov,mp4,m4a,3gp,3g2,mj2 @ 0x55aa] stream 1, offset 0x36263: partial file\n"
+        "    Last message repeated 8 times\n"
+        "video:12kB audio:3kB subtitle:0kB other streams:0kB global headers:0kB muxing\n";
+    for (int chunk = 1; chunk < report.size(); chunk += 7) {
+        FFmpegAccountReader reader;
+        for (int at = 0; at < report.size(); at += chunk)
+            reader.feedReport(report.mid(at, chunk));
+        reader.feedPosition(5000000);
+        reader.feedPosition(4000000);
+        const FFmpegAccount account = reader.account();
+        QCOMPARE(account.inputMs, 3610030);
+        QCOMPARE(account.damagedPlaces, 5);
+        QVERIFY(account.inputCutOff);
+        QCOMPARE(account.pictureKb, 12);
+        QCOMPARE(account.soundKb, 3);
+        QCOMPARE(account.writtenMs, qint64(5000));
+        QVERIFY(!account.isEmpty());
+    }
+}
+
+void TstFfmpegReport::accountDistinguishes()
+{
+    // Lengths that aren't told: guessed, none, or counted from another zero.
+    QCOMPARE(accountOf("[aac @ 0x5] Estimating duration from bitrate, this may be inaccurate\n"
+                       "Input #0, aac, from 'x':\n  Duration: 00:00:09.93, bitrate: 72 kb/s\n")
+                 .inputMs,
+             0);
+    QCOMPARE(accountOf("Input #0, flac, from 'x':\n  Duration: N/A, start: 0.0\n").inputMs, 0);
+    QCOMPARE(
+        accountOf("Input #0, mov, from 'x':\n  Duration: 00:48:10.00, start: 1044.8, x\n").inputMs,
+        0);
+    // A few errors are tags between the frames of a bare stream, and damage anywhere else.
+    const QByteArray error = "Error while decoding stream #0:0: Invalid data found\n";
+    const QByteArray mp3 = "Input #0, mp3, from 'x':\nOutput #0, mp4, to 'y':\n";
+    QCOMPARE(accountOf(mp3 + error + error + error).damagedPlaces, 0);
+    QCOMPARE(accountOf(mp3 + error + error + error + error).damagedPlaces, 4);
+    QCOMPARE(accountOf("Input #0, ogg, from 'x':\nOutput #0, mp4, to 'y':\n" + error +
+                       "[ogg @ 0x5] CRC mismatch!\n")
+                 .damagedPlaces,
+             2);
+    // A file of an open length, or a seam between two.
+    QCOMPARE(accountOf("Input #0, wav, from 'x':\nOutput #0, mp4, to 'y':\n"
+                       "x: corrupt input packet in stream 0\n")
+                 .damagedPlaces,
+             0);
+    QVERIFY(accountOf("video:0kB audio:0kB subtitle:0kB other streams:0kB x\n").isEmpty());
+    QVERIFY(!FFmpegAccount().isEmpty());
 }
 
 void TstFfmpegReport::tailIsBounded()

@@ -40,7 +40,9 @@ class TestGroupTask : public QObject
 private slots:
     void runsItsSteps();
     void weighsProgress();
+    void progressNeverFalls();
     void stopsInEveryPhase();
+    void aStopIsNotUndone();
 };
 
 void TestGroupTask::runsItsSteps()
@@ -86,6 +88,43 @@ void TestGroupTask::weighsProgress()
     }
     QTRY_COMPARE(chain.group->state(), MediaTask::FINISHED);
     QCOMPARE(last(), 1.0);
+}
+
+void TestGroupTask::progressNeverFalls()
+{
+    Chain chain("WW", false);
+    QSignalSpy progress(chain.group.get(), &MediaTask::taskProgress);
+    chain.group->start();
+    QTRY_COMPARE(chain.group->state(), MediaTask::RUNNING);
+    for (const double told : {-0.5, 0.6, 0.4, 1.5, 0.9})
+        emit chain.tasks[0]->taskProgress(told);
+    emit chain.tasks[1]->taskProgress(0.2);
+    QTRY_VERIFY(!progress.isEmpty() && progress.last()[0].toDouble() >= 0.6);
+    double before = 0.0;
+    for (const QList<QVariant> &step : qAsConst(progress)) {
+        QVERIFY(step[0].toDouble() >= before);
+        before = step[0].toDouble();
+    }
+    QCOMPARE(before, 0.6);
+}
+
+// What a task tells of itself comes later than a stop of its group.
+void TestGroupTask::aStopIsNotUndone()
+{
+    for (const bool isPausing : {true, false}) {
+        Chain chain("WF", true);
+        chain.group->start();
+        QTRY_COMPARE(chain.group->state(), MediaTask::RUNNING);
+        chain.group->pause();
+        if (!isPausing) {
+            QTRY_COMPARE(chain.group->state(), MediaTask::PAUSED);
+            chain.group->resume();
+        }
+        chain.group->stop();
+        QTRY_VERIFY(MediaTask::isFinal(chain.group->state()));
+        QCOMPARE(statesSeen(*chain.states).right(2), QStringLiteral("gD"));
+        QCOMPARE(chain.group->state(), MediaTask::STOPED);
+    }
 }
 
 void TestGroupTask::stopsInEveryPhase()

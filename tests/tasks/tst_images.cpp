@@ -20,6 +20,8 @@ private slots:
 
     void makesShots_data();
     void makesShots();
+    void momentsBehindTheEnd_data();
+    void momentsBehindTheEnd();
     void keepsWhatIsThere();
     void picksAThumbnail_data();
     void picksAThumbnail();
@@ -108,6 +110,38 @@ void TestImages::makesShots()
             QVERIFY2(middle.red() > 200 && middle.green() < 60, qPrintable(middle.name()));
         }
     }
+}
+
+void TestImages::momentsBehindTheEnd_data()
+{
+    QTest::addColumn<bool>("stitch");
+    QTest::newRow("each") << false;
+    QTest::newRow("stitched") << true;
+}
+
+// Frames begin every 33 ms; the last does so at 2967 ms.
+void TestImages::momentsBehindTheEnd()
+{
+    QFETCH(bool, stitch);
+    QVariantMap map = wanted(m_folder->out, 0);
+    QVariantList images;
+    for (const int pos : {0, 2950, 3000, 600000})
+        images += QVariantMap{{QStringLiteral("pos"), pos}, {QStringLiteral("scale"), 0.5F}};
+    map.insert(QStringLiteral("images"), images);
+    map.insert(QStringLiteral("isPiiic"), stitch);
+    Watched<MutiImageTask> shots(new MutiImageTaskParam(map));
+    QVERIFY2(shots.run() == MediaTask::FINISHED, qPrintable(shots.cause()));
+    QVector<QImage> pictures;
+    for (int i = 0; i < images.size(); ++i) {
+        const QString name =
+            stitch ? QStringLiteral("a.png") : QStringLiteral("a_%1.png").arg(i + 1);
+        const QImage picture(m_folder->out + QLatin1Char('/') + name);
+        pictures += stitch ? picture.copy(0, 120 * i, 160, 120) : picture;
+        QCOMPARE(pictures.last().size(), QSize(160, 120));
+    }
+    QVERIFY(pictures[0] != pictures[1]);
+    QCOMPARE(pictures[2], pictures[1]);
+    QCOMPARE(pictures[3], pictures[1]);
 }
 
 void TestImages::keepsWhatIsThere()

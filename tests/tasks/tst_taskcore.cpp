@@ -4,6 +4,7 @@
 #include "MediaKits/MediaTasksManager/concattask.h"
 #include "MediaKits/MediaTasksManager/converttask.h"
 #include "MediaKits/MediaTasksManager/fileconcattask.h"
+#include "MediaKits/MediaTasksManager/groupmediatask.h"
 #include "MediaKits/MediaTasksManager/kuxtask.h"
 #include "MediaKits/MediaTasksManager/mactask.h"
 #include "MediaKits/MediaTasksManager/mediamovetask.h"
@@ -16,6 +17,7 @@
 
 #include <QtTest>
 
+#include <functional>
 #include <memory>
 
 namespace {
@@ -61,6 +63,7 @@ private slots:
     void transitions();
     void failureIsKeptUntilTheNextStart();
     void parameters();
+    void mayBeDeletedByAListener();
 
     void refusesTasks();
     void keepsOrderAndLimit();
@@ -132,6 +135,56 @@ void TestTaskCore::parameters()
     takesOnly<QlvTask>(new QlvTaskParam(text, text));
     takesOnly<QsvTask>(new QsvTaskParam(text, text, 1));
     takesOnly<TempDirCreateTask>(new TempDirCreateParam);
+}
+
+// In any state that it tells, and from the middle of what it does.
+void TestTaskCore::mayBeDeletedByAListener()
+{
+    const QTemporaryDir dir;
+    const auto conversion = [&](const QString &input) {
+        auto *param = new ConvertTaskParam;
+        param->inputFile = input;
+        param->outputDir = dir.path();
+        param->outputName = param->format = QStringLiteral("x");
+        return param;
+    };
+    const std::function<MediaTask *()> makers[] = {
+        [&] { return new TempDirCreateTask(QString(), QString()); },
+        [] { return new FFmpegTask(QString(), QString()); },
+        [] { return new ComplexConvertTask(QString(), QString()); },
+        [] { return new ComplexConvertTask(QString(), QString()); },
+    };
+    const std::function<MediaTaskParam *()> params[] = {
+        [&] { return new TempDirCreateParam(dir.filePath(QStringLiteral("made"))); },
+        [] { return new FFmpegTaskParam(QStringLiteral("-version"), 0); },
+        [&] { return conversion(QCoreApplication::applicationFilePath()); },
+        [&] { return conversion(dir.filePath(QStringLiteral("missing"))); },
+    };
+    for (size_t kind = 0; kind < std::size(makers); ++kind) {
+        for (const MediaTask::State state :
+             {MediaTask::START, MediaTask::RUNNING, MediaTask::FINISHED, MediaTask::ERROR}) {
+            QPointer<MediaTask> task = makers[kind]();
+            task->setParam(params[kind]());
+            connect(task, &MediaTask::taskStateChanged, this, [task, state](MediaTask::State now) {
+                if (now == state)
+                    delete task.data();
+            });
+            task->start();
+            QTRY_VERIFY(task.isNull() || MediaTask::isFinal(task->state()));
+            delete task.data();
+        }
+    }
+    // So may one that is just told to stop.
+    QPointer<MediaTask> stopped = new FakeTask(u't', &m_journal);
+    QPointer<GroupMediaTask> group = new GroupMediaTask({{stopped, 1.0}}, false);
+    group->start();
+    QTRY_COMPARE(group->state(), MediaTask::RUNNING);
+    connect(group, &MediaTask::taskStateChanged, this, [group](MediaTask::State now) {
+        if (now == MediaTask::STOPING)
+            delete group.data();
+    });
+    group->stop();
+    QVERIFY(group.isNull() && stopped.isNull());
 }
 
 void TestTaskCore::refusesTasks()

@@ -8,9 +8,9 @@ MediaInfoBase::MediaInfoBase(const QString &path, QObject *parent) : QObject(par
     qRegisterMetaType<QSharedPointer<MediaInfoData>>("QSharedPointer<MediaInfoData>");
 }
 
-QSharedPointer<MediaFormatInfo> MediaInfoBase::newFormat() const
+QSharedPointer<MediaFormatInfo> newFormatInfo(const QString &path)
 {
     auto format = QSharedPointer<MediaFormatInfo>::create();
-    format->formatName = QFileInfo(m_path).suffix().toUpper();
+    format->formatName = QFileInfo(path).suffix().toUpper();
     return format;
 }

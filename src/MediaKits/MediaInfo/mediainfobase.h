@@ -30,8 +30,6 @@ signals:
 
 protected:
     QString path() const { return m_path; }
-    /// A new format record that carries the upper-cased suffix of the path.
-    QSharedPointer<MediaFormatInfo> newFormat() const;
 
     int m_mediaKind = NothingUsable;
     QSharedPointer<MediaInfoData> m_data;
@@ -39,3 +37,6 @@ protected:
 private:
     QString m_path;
 };
+
+/// A new format record that carries the upper-cased suffix of a path.
+QSharedPointer<MediaFormatInfo> newFormatInfo(const QString &path);

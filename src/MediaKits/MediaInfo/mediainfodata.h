@@ -5,6 +5,7 @@
 
 #include <QMetaType>
 #include <QSharedPointer>
+#include <QSize>
 #include <QVector>
 
 /// Container level facts of a media file.
@@ -18,6 +19,23 @@ struct MediaFormatInfo
     int streamCount = 0;
 };
 
+/// What a file holds beyond the facts that are shown: what its conversion is judged by. A reader
+/// that can't tell leaves a field as it is here.
+struct MediaContent
+{
+    bool hasPicture = false; ///< a frame at least, moving or still
+    bool hasSound = false;   ///< a sample at least
+    QSize pictureSize;
+    /// Where the picture and the sound end, in ms from the file's beginning; 0 where the container
+    /// doesn't tell it for sure or several sounds end at different times.
+    qint64 pictureEndMs = 0;
+    qint64 soundEndMs = 0;
+    /// Length in ms that the header states; 0 where readers only guess it or measure what is there.
+    qint64 toldMs = 0;
+    /// The file ends before the place that its header tells.
+    bool isCutOff = false;
+};
+
 /// What one file holds. A reader that found no media leaves `format` null.
 struct MediaInfoData
 {
@@ -26,6 +44,7 @@ struct MediaInfoData
     QSharedPointer<VEncParam> video;
     /// One record a sound stream, in the order of the streams.
     QVector<QSharedPointer<AEncParam>> audios;
+    MediaContent content;
 };
 
 Q_DECLARE_METATYPE(QSharedPointer<MediaInfoData>)

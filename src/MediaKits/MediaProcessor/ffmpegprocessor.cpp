@@ -7,8 +7,6 @@
 namespace {
 
 constexpr quint32 defaultDurationMs = 90 * 60 * 1000;
-// Progress that overruns the expected length waits here for the end of the tool.
-constexpr double overrunProgress = 0.999;
 
 } // namespace
 
@@ -17,6 +15,7 @@ void FFMpegProcessor::setCommand(const QString &arguments, quint32 durationMs, b
     m_arguments = arguments;
     m_durationMs = durationMs == 0 ? defaultDurationMs : durationMs;
     m_withProgress = withProgress;
+    resetAccount();
 }
 
 void FFMpegProcessor::start()

@@ -3,6 +3,10 @@
 
 #include "MediaKits/MediaProcessor/toolpaths.h"
 
+#include <QPointer>
+
+#include <algorithm>
+
 void KuxProcessor::setCommand(const QString &arguments, quint32 durationMs)
 {
     m_arguments = arguments;
@@ -20,13 +24,18 @@ void KuxProcessor::stop(bool force)
     if (isFinal())
         return;
     askToQuit();
-    if (force)
-        killChild();
+    if (!force)
+        return;
+    const QPointer<KuxProcessor> alive(this);
+    killChild();
+    // A child that can't be ended tells nothing.
+    if (alive && !isFinal())
+        setState(ProcessorError);
 }
 
 double KuxProcessor::progressAt(qint64 positionUs, quint32 durationMs) const
 {
-    return double(positionUs) / (double(durationMs) * 1000.0);
+    return std::min(double(positionUs) / (double(durationMs) * 1000.0), overrunProgress);
 }
 
 void KuxProcessor::childFinished(int exitCode, QProcess::ExitStatus status)

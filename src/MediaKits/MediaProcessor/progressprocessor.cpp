@@ -10,7 +10,10 @@ void ProgressProcessor::childOutput(const QByteArray &bytes)
     const QPointer<ProgressProcessor> alive(this);
     const QVector<qint64> positions = progressPositionsUs(m_output.feed(toolText(bytes)));
     for (const qint64 positionUs : positions) {
-        if (alive && m_withProgress && m_durationMs != 0)
+        if (!alive)
+            return;
+        m_account.feedPosition(positionUs);
+        if (m_withProgress && m_durationMs != 0)
             emit progressChanged(progressAt(positionUs, m_durationMs));
     }
     if (alive)
@@ -20,6 +23,7 @@ void ProgressProcessor::childOutput(const QByteArray &bytes)
 void ProgressProcessor::childReport(const QByteArray &bytes)
 {
     ToolProcessor::childReport(bytes);
+    m_account.feedReport(bytes);
     if (m_durationPending && m_withProgress)
         m_unreadReport += bytes;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "MediaKits/MediaProcessor/ffmpegaccount.h"
 #include "MediaKits/MediaProcessor/ffmpegreport.h"
 #include "MediaKits/MediaProcessor/toolprocessor.h"
 
@@ -13,7 +14,13 @@ class ProgressProcessor : public ToolProcessor
 public:
     using ToolProcessor::ToolProcessor;
 
+    /// What the tool has told about its work so far.
+    FFmpegAccount account() const { return m_account.account(); }
+
 protected:
+    /// Progress that overruns the expected length waits here for the end of the tool.
+    static constexpr double overrunProgress = 0.999;
+
     /// Progress for a position that the tool reports, in microseconds.
     virtual double progressAt(qint64 positionUs, quint32 durationMs) const = 0;
 
@@ -22,6 +29,8 @@ protected:
 
     /// Writes a failed run to the log.
     void logFailure(int exitCode) const;
+    /// Forgets what the run before has told.
+    void resetAccount() { m_account = {}; }
 
     QString m_arguments;
     quint32 m_durationMs = 0;
@@ -32,5 +41,6 @@ private:
 
     bool m_durationPending = true;
     LineSplitter m_output;
+    FFmpegAccountReader m_account;
     QByteArray m_unreadReport;
 };

@@ -13,30 +13,35 @@ constexpr int blockingWaitMs = 30000;
 constexpr int toolNiceness = 5;
 } // namespace
 
-ToolProcessor::ToolProcessor(QObject *parent) : MediaProcessor(parent)
+ToolProcessor::ToolProcessor(QObject *parent) : MediaProcessor(parent) {}
+
+ToolProcessor::~ToolProcessor()
 {
-    m_process.setNiceness(toolNiceness);
-    connect(&m_process, &QProcess::stateChanged, this, [this](QProcess::ProcessState childState) {
+    m_child->disconnect(this);
+    m_child->endNow();
+    discardChild(std::move(m_child));
+}
+
+std::unique_ptr<ChildProcess> ToolProcessor::newChild()
+{
+    auto made = std::make_unique<ChildProcess>();
+    ChildProcess *child = made.get();
+    child->setNiceness(toolNiceness);
+    connect(child, &QProcess::stateChanged, this, [this](QProcess::ProcessState childState) {
         if (childState == QProcess::Running)
             childRunning();
     });
-    connect(&m_process, &QProcess::readyReadStandardOutput, this,
-            [this] { childOutput(m_process.readAllStandardOutput()); });
-    connect(&m_process, &QProcess::readyReadStandardError, this,
-            [this] { childReport(m_process.readAllStandardError()); });
-    connect(&m_process, &QProcess::errorOccurred, this, &ToolProcessor::childFailed);
-    connect(&m_process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
+    connect(child, &QProcess::readyReadStandardOutput, this,
+            [this] { childOutput(m_child->readAllStandardOutput()); });
+    connect(child, &QProcess::readyReadStandardError, this,
+            [this] { childReport(m_child->readAllStandardError()); });
+    connect(child, &QProcess::errorOccurred, this, &ToolProcessor::childFailed);
+    connect(child, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
             [this](int exitCode, QProcess::ExitStatus status) {
                 if (!isFinal() && drain())
                     childFinished(exitCode, status);
             });
-}
-
-ToolProcessor::~ToolProcessor()
-{
-    m_process.disconnect(this);
-    if (m_process.state() != QProcess::NotRunning)
-        killChild();
+    return made;
 }
 
 void ToolProcessor::launch(const QString &commandText)
@@ -52,20 +57,20 @@ void ToolProcessor::launch(const QString &program, const QStringList &arguments)
     setState(ProcessorStarted);
     if (!alive)
         return;
-    m_process.start(program, arguments, QIODevice::ReadWrite);
+    m_child->start(program, arguments, QIODevice::ReadWrite);
     if (alive && isBlocking())
-        m_process.waitForFinished(blockingWaitMs);
+        m_child->waitForFinished(blockingWaitMs);
 }
 
 void ToolProcessor::pause()
 {
-    if (!isFinal() && suspendProcess(m_process.processId()))
+    if (!isFinal() && suspendProcess(m_child->processId()))
         setState(ProcessorPaused);
 }
 
 void ToolProcessor::resume()
 {
-    if (state() == ProcessorPaused && resumeProcess(m_process.processId()))
+    if (state() == ProcessorPaused && resumeProcess(m_child->processId()))
         setState(ProcessorResumed);
 }
 
@@ -89,11 +94,11 @@ void ToolProcessor::childFailed(QProcess::ProcessError error)
                            << QMetaEnum::fromType<QProcess::ProcessError>().valueToKey(error);
     if (!drain())
         return;
-    note(error == QProcess::FailedToStart ? tr("无法启动工具：%1").arg(m_process.errorString())
+    note(error == QProcess::FailedToStart ? tr("无法启动工具：%1").arg(m_child->errorString())
                                           : tr("工具意外终止"));
     // A child whose streams broke may live on.
-    if (error != QProcess::Crashed && m_process.state() == QProcess::Running) {
-        m_process.disconnect(this);
+    if (error != QProcess::Crashed && m_child->state() == QProcess::Running) {
+        m_child->disconnect(this);
         killChild();
     }
     setState(ProcessorError);
@@ -102,8 +107,8 @@ void ToolProcessor::childFailed(QProcess::ProcessError error)
 bool ToolProcessor::drain()
 {
     const QPointer<ToolProcessor> alive(this);
-    childReport(m_process.readAllStandardError());
-    childOutput(m_process.readAllStandardOutput());
+    childReport(m_child->readAllStandardError());
+    childOutput(m_child->readAllStandardOutput());
     return !alive.isNull();
 }
 
@@ -112,7 +117,7 @@ void ToolProcessor::stop(bool force)
     if (isFinal())
         return;
     askToQuit();
-    m_process.disconnect(this);
+    m_child->disconnect(this);
     if (force)
         killChild();
     setState(ProcessorFinished);
@@ -122,13 +127,17 @@ void ToolProcessor::askToQuit()
 {
     // A paused child has to go on to be able to react.
     if (state() == ProcessorPaused)
-        resumeProcess(m_process.processId());
-    if (knowsQuitKey() && m_process.state() == QProcess::Running)
-        m_process.write("q");
+        resumeProcess(m_child->processId());
+    if (knowsQuitKey() && m_child->state() == QProcess::Running)
+        m_child->write("q");
 }
 
 void ToolProcessor::killChild()
 {
-    m_process.kill();
-    m_process.close();
+    const QPointer<ToolProcessor> alive(this);
+    if (m_child->endNow() || !alive)
+        return;
+    CLOG(ERROR, "default") << QStringLiteral("工具无法结束：") << m_child->processId();
+    discardChild(std::move(m_child));
+    m_child = newChild();
 }

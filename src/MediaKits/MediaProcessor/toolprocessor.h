@@ -17,7 +17,7 @@ public:
     ~ToolProcessor() override;
 
     /// Asks a running child to quit and looks away from it; with `force` kills it and waits until
-    /// it is gone. The state is `ProcessorFinished` at once.
+    /// it is gone, unless the system can't end it now. The state is `ProcessorFinished` at once.
     void stop(bool force) override;
     void pause() override;
     void resume() override;
@@ -27,11 +27,11 @@ public:
     QStringList lastLines(int count) const { return m_tail.lastLines(count); }
 
     /// Process id of the child, 0 when none runs.
-    qint64 processId() const { return m_process.processId(); }
+    qint64 processId() const { return m_child->processId(); }
 
 protected:
-    /// Enters `ProcessorStarted` and starts `commandText`, program and arguments in one text with the quoting of
-    /// `QProcess::splitCommand`, and waits for its end when the runner is blocking.
+    /// Enters `ProcessorStarted` and starts `commandText`, program and arguments in one text with
+    /// the quoting of `QProcess::splitCommand`, and waits for its end when the runner is blocking.
     void launch(const QString &commandText);
 
     /// The same for a program and its arguments one by one.
@@ -52,7 +52,7 @@ protected:
 
     /// Wakes a paused child, and asks a running one to quit where it knows ffmpeg's key for that.
     void askToQuit();
-    /// Kills the child and waits until it is gone.
+    /// Kills the child and waits until it is gone; one that can't be ended now is let go.
     void killChild();
     /// Whether the letter "q" on its standard input ends the tool.
     virtual bool knowsQuitKey() const { return true; }
@@ -66,6 +66,8 @@ private:
     // @return whether this object is still there: a listener may have deleted it
     bool drain();
 
-    ChildProcess m_process;
+    std::unique_ptr<ChildProcess> newChild();
+
+    std::unique_ptr<ChildProcess> m_child = newChild();
     ReportTail m_tail;
 };

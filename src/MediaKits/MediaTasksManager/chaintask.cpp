@@ -3,7 +3,6 @@
 
 #include "MediaKits/AppInstance/LocalStore/tempmarker.h"
 #include "MediaKits/MediaFormats/outputpath.h"
-#include "MediaKits/MediaTasksManager/mediamovetask.h"
 #include "MediaKits/MediaTasksManager/tempdircreatetask.h"
 #include "MediaKits/MediaTasksManager/tempdirdeletetask.h"
 
@@ -73,6 +72,8 @@ void ChainTask::stop()
 
 void ChainTask::onGroupState(State groupState)
 {
+    if (groupState == FINISHED)
+        addRemarks(m_group->remarks());
     if (groupState == ERROR)
         failAbout(m_group->failure());
     else if (groupState != DESTORIED)
@@ -102,10 +103,12 @@ MediaTask *ChainTask::createStep(const QString &workDir)
     return step;
 }
 
-MediaTask *ChainTask::moveStep(const QString &from, const QString &to)
+MediaTask *ChainTask::moveStep(const QString &from, const QString &to,
+                               const MediaMoveTask::Check &check)
 {
     auto *step = new MediaMoveTask(QStringLiteral("MediaMoveTask"), QString());
     step->setParam(new MediaMoveTaskParam(from, to));
+    step->setCheck(check);
     return step;
 }
 
@@ -118,7 +121,8 @@ MediaTask *ChainTask::deleteStep(const QString &workDir)
 
 QString ChainTask::outputProblem(const QString &path)
 {
-    if (!fileNameFits(path))
+    // A taken name gets a number, which makes it longer.
+    if (!fileNameFits(uniqueOutputPath(path)))
         return tr("输出文件名过长");
     const QFileInfo dir(QFileInfo(path).path());
     if (dir.exists() && !dir.isDir())

@@ -2,9 +2,12 @@
 #pragma once
 
 #include "MediaKits/MediaTasksManager/groupmediatask.h"
+#include "MediaKits/MediaTasksManager/mediamovetask.h"
 
 /// Base of the tasks that run a chain of steps as one task. The chain is built anew at each start,
 /// so that a task can be started again after any final state; the task's state follows the chain's.
+/// Each result is checked before it is moved into place: `FINISHED` means that nothing was found
+/// wrong with it but what `remarks` tell.
 class ChainTask : public MediaTask
 {
     Q_OBJECT
@@ -34,7 +37,8 @@ protected:
 
     // The steps around the work of every chain.
     static MediaTask *createStep(const QString &workDir);
-    static MediaTask *moveStep(const QString &from, const QString &to);
+    static MediaTask *moveStep(const QString &from, const QString &to,
+                               const MediaMoveTask::Check &check);
     static MediaTask *deleteStep(const QString &workDir);
 
     /// Why nothing can be put at this path, in words for the user; empty when nothing is known.

@@ -8,6 +8,7 @@
 #include "MediaKits/MediaTasksManager/mactask.h"
 #include "MediaKits/MediaTasksManager/qlvtask.h"
 #include "MediaKits/MediaTasksManager/qsvtask.h"
+#include "MediaKits/MediaTasksManager/resultcheck.h"
 #include "MediaKits/MediaTasksManager/stepmapping.h"
 
 #include <QDir>
@@ -84,47 +85,44 @@ void ComplexConvertTask::replaceOddNames(ConvertTaskParam &step)
     }
 }
 
-MediaTask *ComplexConvertTask::rewrapToTs(const QString &command) const
+QString ComplexConvertTask::addRewrapSteps(QVector<TaskItem> &items, MediaTask *rewrap,
+                                           const QString &command, const QString &from,
+                                           const QString &to) const
 {
-    auto *task = new FFmpegTask(QStringLiteral("TsConvertTask"), QString());
-    task->setParam(new FFmpegTaskParam(command, m_param->durationMs));
-    return task;
+    items.append({rewrap, rewrapWeight});
+    auto *convert = new FFmpegTask(QStringLiteral("TsConvertTask"), QString());
+    convert->setParam(new FFmpegTaskParam(command.arg(quoteToolPath(from), quoteToolPath(to)),
+                                          m_param->durationMs));
+    items.append({convert, rewrapWeight});
+    return to;
 }
 
-QString ComplexConvertTask::addSourceSteps(QVector<TaskItem> &items, const QDir &workDir) const
+QString ComplexConvertTask::addSourceSteps(QVector<TaskItem> &items, const QString &workDir)
 {
-    const QString source = m_param->inputFile;
     const QString format = m_param->inputFormat.toUpper();
     if (format == QLatin1String("KUX")) {
-        const QString result = workDir.absoluteFilePath(QStringLiteral("kux.mp4"));
+        const QString result = QDir(workDir).absoluteFilePath(QStringLiteral("kux.mp4"));
         auto *kux = new KuxTask(QStringLiteral("ConvertTask"), QString());
-        kux->setParam(new KuxParam(source, result));
+        kux->setParam(new KuxParam(m_param->inputFile, result));
         items.append({kux, kuxWeight});
         return result;
     }
+    if (format != QLatin1String("QLV") && format != QLatin1String("QSV"))
+        return m_param->inputFile;
+    const QDir dir(m_aliases.forFields(workDir));
+    const QString source = m_aliases.forFields(m_param->inputFile);
     if (format == QLatin1String("QLV")) {
-        const QString rewrapped = workDir.absoluteFilePath(QStringLiteral("qlv.mp4"));
-        const QString result = workDir.absoluteFilePath(QStringLiteral("ts.ts"));
+        const QString rewrapped = dir.absoluteFilePath(QStringLiteral("qlv.mp4"));
         auto *qlv = new QlvTask(QStringLiteral("QlvTask"), QString());
         qlv->setParam(new QlvTaskParam(source, rewrapped));
-        items.append({qlv, rewrapWeight});
-        items.append({rewrapToTs(QStringLiteral("-y -i %1 -c copy -map 0  %2")
-                                     .arg(quoteToolPath(rewrapped), quoteToolPath(result))),
-                      rewrapWeight});
-        return result;
+        return addRewrapSteps(items, qlv, QStringLiteral("-y -i %1 -c copy -map 0  %2"), rewrapped,
+                              dir.absoluteFilePath(QStringLiteral("ts.ts")));
     }
-    if (format == QLatin1String("QSV")) {
-        const QString rewrapped = workDir.absoluteFilePath(QStringLiteral("qsv.t"));
-        const QString result = workDir.absoluteFilePath(QStringLiteral("flv.ts"));
-        auto *qsv = new QsvTask(QStringLiteral("QsvTask"), QString());
-        qsv->setParam(new QsvTaskParam(source, rewrapped, qsvMode));
-        items.append({qsv, rewrapWeight});
-        items.append({rewrapToTs(QStringLiteral("-y -i %1 -c copy %2")
-                                     .arg(quoteToolPath(rewrapped), quoteToolPath(result))),
-                      rewrapWeight});
-        return result;
-    }
-    return source;
+    const QString rewrapped = dir.absoluteFilePath(QStringLiteral("qsv.t"));
+    auto *qsv = new QsvTask(QStringLiteral("QsvTask"), QString());
+    qsv->setParam(new QsvTaskParam(source, rewrapped, qsvMode));
+    return addRewrapSteps(items, qsv, QStringLiteral("-y -i %1 -c copy %2"), rewrapped,
+                          dir.absoluteFilePath(QStringLiteral("flv.ts")));
 }
 
 GroupMediaTask *ComplexConvertTask::buildGroup()
@@ -136,7 +134,7 @@ GroupMediaTask *ComplexConvertTask::buildGroup()
 
     items.append({createStep(workDir), folderWeight});
 
-    const QString source = addSourceSteps(items, dir);
+    const QString source = addSourceSteps(items, workDir);
     ConvertTaskParam step = convertStep(*m_param, source, workDir);
     replaceOddNames(step);
     auto *convert = new ConvertTask(QStringLiteral("ConvertTask"), QString());
@@ -151,7 +149,11 @@ GroupMediaTask *ComplexConvertTask::buildGroup()
         items.append({mac, convertWeight});
         result = ape;
     }
-    items.append({moveStep(result, finalPath()), folderWeight});
+    const ExpectedResult expected = expectedResult(step);
+    const auto check = [expected, convert](const QString &path) {
+        return checkFile(expected, path, *convert);
+    };
+    items.append({moveStep(result, finalPath(), check), folderWeight});
     items.append({deleteStep(workDir), folderWeight});
     return new GroupMediaTask(items, true);
 }

@@ -6,8 +6,6 @@
 #include "MediaKits/MediaTasksManager/filealiases.h"
 #include "MediaKits/MediaTasksManager/paramtask.h"
 
-class QDir;
-
 /// One output of a page: makes a private work folder inside the output folder, turns special
 /// sources into something that ffmpeg reads, converts, moves the result into place under a free
 /// name and removes the work folder whatever happens.
@@ -31,8 +29,9 @@ protected:
 
 private:
     // Steps that turn a special source into one that ffmpeg reads; returns that file.
-    QString addSourceSteps(QVector<TaskItem> &items, const QDir &workDir) const;
-    MediaTask *rewrapToTs(const QString &command) const;
+    QString addSourceSteps(QVector<TaskItem> &items, const QString &workDir);
+    QString addRewrapSteps(QVector<TaskItem> &items, MediaTask *rewrap, const QString &command,
+                           const QString &from, const QString &to) const;
     void replaceOddNames(ConvertTaskParam &step);
     QString finalPath() const;
 

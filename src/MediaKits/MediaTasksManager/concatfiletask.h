@@ -25,7 +25,7 @@ public:
     using ParamTask::ParamTask;
 
 protected:
-    QString perform() override { return createConcatFile(); }
+    std::optional<TaskFailure> perform() override { return TaskFailure{createConcatFile(), {}}; }
 
 private:
     QString createConcatFile() const;

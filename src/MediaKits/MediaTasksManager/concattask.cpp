@@ -5,10 +5,12 @@
 #include "MediaKits/MediaTasksManager/converttask.h"
 #include "MediaKits/MediaTasksManager/fileconcattask.h"
 #include "MediaKits/MediaTasksManager/inputcheck.h"
+#include "MediaKits/MediaTasksManager/mergecheck.h"
 #include "MediaKits/MediaTasksManager/mergepreset.h"
 #include "MediaKits/MediaTasksManager/stepmapping.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 namespace {
 
@@ -77,14 +79,18 @@ GroupMediaTask *ConcatTask::buildGroup()
     step.format = m_param->format;
     float sum = folderWeight;
     QStringList parts;
+    QVector<MergePart> made;
     for (int i = 0; i < m_param->files.size(); ++i) {
         const double weight = partWeight(*m_param->files[i]);
         step.outputName = QString::number(i);
+        const ConvertTaskParam mapped = partStep(*m_param->files[i], step);
         auto *part = new ConvertTask(QStringLiteral("ConvertTask"), QString());
-        part->setParam(new ConvertTaskParam(partStep(*m_param->files[i], step)));
+        part->setParam(new ConvertTaskParam(mapped));
         items.append({part, weight});
         sum += float(weight);
         parts += dir.absoluteFilePath(QString::number(i) + QLatin1Char('.') + m_param->format);
+        made.append({QFileInfo(m_param->files[i]->file).fileName(), parts.last(),
+                     expectedResult(mapped), part});
     }
 
     const QString listFile = dir.absoluteFilePath(QStringLiteral("c.txt"));
@@ -97,7 +103,8 @@ GroupMediaTask *ConcatTask::buildGroup()
     join->setParam(new FileConcatTaskParam(listFile, joined));
     items.append({join, double(sum * joinShare)});
 
-    items.append({moveStep(joined, finalPath()), double(folderWeight)});
+    const auto check = [made, join](const QString &path) { return checkMerge(path, made, *join); };
+    items.append({moveStep(joined, finalPath(), check), double(folderWeight)});
     items.append({deleteStep(workDir), double(folderWeight)});
     return new GroupMediaTask(items, true);
 }

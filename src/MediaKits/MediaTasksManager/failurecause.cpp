@@ -26,12 +26,27 @@ const KnownReason knownReasons[] = {
     {"too many channels", QT_TRANSLATE_NOOP("failureCause", "此格式容纳不下这么多声道")},
 };
 
-// Lines that only say that something went wrong, behind the line that says what.
+// Lines that only say that something went wrong, behind the line that says what, and what an
+// encoder tells of itself when it is closed.
 bool isGeneral(const QString &line)
 {
-    static const QRegularExpression general(QStringLiteral(
-        "^Conversion failed!$|^Error initializing output stream|incorrect codec parameters"));
+    static const QRegularExpression general(
+        QStringLiteral("^Conversion failed!$|^Error initializing output stream|"
+                       "^Error marking filters as finished$|incorrect codec parameters|"
+                       "\\] Qavg: |frames left in the queue on closing$|^Last message repeated|"
+                       "^video:\\d|^Stream mapping:|^Output #\\d|\\] kb/s:"));
     return general.match(line).hasMatch();
+}
+
+// Words of a line that names a fault.
+bool namesFault(const QString &line)
+{
+    static const QRegularExpression fault(
+        QStringLiteral("error|invalid|fail|unable|cannot|can't|could not|not found|no such|"
+                       "support|denied|unknown|unrecogni|missing|no space|too |does not|"
+                       "incompatible|refuse|illegal|not implemented"),
+        QRegularExpression::CaseInsensitiveOption);
+    return fault.match(line).hasMatch();
 }
 
 QString withoutSender(QString line)
@@ -42,10 +57,16 @@ QString withoutSender(QString line)
 
 QString tellingLine(const QStringList &report)
 {
-    const auto it = std::find_if_not(report.crbegin(), report.crend(), isGeneral);
-    if (it == report.crend())
-        return report.isEmpty() ? QString() : report.last();
-    return withoutSender(*it);
+    QString last;
+    for (auto it = report.crbegin(); it != report.crend(); ++it) {
+        if (isGeneral(*it))
+            continue;
+        if (namesFault(*it))
+            return withoutSender(*it);
+        if (last.isEmpty())
+            last = withoutSender(*it);
+    }
+    return last.isEmpty() && !report.isEmpty() ? report.last() : last;
 }
 
 // A file's name in the report may hold the same words, but ffmpeg puts names in the middle.

@@ -26,6 +26,9 @@ class FFmpegTask
 public:
     using ParamTask::ParamTask;
 
+    /// What ffmpeg has told about its work so far.
+    FFmpegAccount account() const { return m_runner.account(); }
+
 protected:
     void prepare() override;
 };

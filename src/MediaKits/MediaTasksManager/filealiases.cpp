@@ -44,6 +44,11 @@ QString FileAliases::forPictures(const QString &folder)
     return folder.contains(QLatin1Char('%')) ? link(folder) : folder;
 }
 
+QString FileAliases::forFields(const QString &path)
+{
+    return path.contains(QLatin1Char('|')) ? link(path) : path;
+}
+
 FileAliases::~FileAliases()
 {
     clear();

@@ -24,6 +24,9 @@ public:
     /// The same for a folder of numbered pictures, which may come into being later.
     QString forPictures(const QString &folder);
 
+    /// The same for a file or a folder that is told to a tool among fields which "|" separates.
+    QString forFields(const QString &path);
+
     /// Removes all links.
     void clear();
 

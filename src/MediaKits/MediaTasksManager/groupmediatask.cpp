@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MediaTasksManager/groupmediatask.h"
 
+#include <algorithm>
+
 GroupMediaTask::GroupMediaTask(const QVector<TaskItem> &items, bool cleanupLast,
                                const QString &name, const QString &groupId, QObject *parent)
     : MediaTask(name, groupId, parent), m_items(items), m_cleanupLast(cleanupLast)
@@ -35,6 +37,7 @@ void GroupMediaTask::start()
 {
     if (isFinal(state()))
         m_stopRequested = false;
+    m_shownProgress = 0.0;
     if (!enter(START))
         return;
     MediaTask *task = currentTask();
@@ -71,7 +74,17 @@ void GroupMediaTask::stop()
 
 void GroupMediaTask::onItemProgress(int index, double progress)
 {
-    emit taskProgress((progress * m_items[index].weight + m_weightBefore[index]) / m_totalWeight);
+    const double share = std::clamp(progress, 0.0, 1.0) * m_items[index].weight;
+    showProgress((share + m_weightBefore[index]) / m_totalWeight);
+}
+
+// A tool may report a position behind an earlier one; for a user the work goes on.
+void GroupMediaTask::showProgress(double progress)
+{
+    if (progress < m_shownProgress)
+        return;
+    m_shownProgress = progress;
+    emit taskProgress(progress);
 }
 
 void GroupMediaTask::onItemState(int index, State itemState)
@@ -86,9 +99,13 @@ void GroupMediaTask::onItemState(int index, State itemState)
         if (index == 0)
             setState(RUNNING);
         break;
-    case STOPING:
     case PAUSED:
     case RESUMED:
+        // Told before a stop, it may arrive behind it.
+        if (!m_stopRequested)
+            setState(itemState);
+        break;
+    case STOPING:
         setState(itemState);
         break;
     case FINISHED:
@@ -106,9 +123,10 @@ void GroupMediaTask::onItemState(int index, State itemState)
 
 void GroupMediaTask::onItemFinished(int index)
 {
+    addRemarks(m_items[index].task->remarks());
     if (index == m_items.size() - 1) {
         const QPointer<GroupMediaTask> alive(this);
-        emit taskProgress(1.0);
+        showProgress(1.0);
         if (alive)
             setState(FINISHED);
     } else if (m_stopRequested) {

@@ -30,6 +30,7 @@ public:
 private:
     void onItemState(int index, State state);
     void onItemProgress(int index, double progress);
+    void showProgress(double progress);
     void onItemFinished(int index);
     void onItemEnded(int index, State outcome);
     void runClosingStep(State outcome);
@@ -41,4 +42,5 @@ private:
     double m_totalWeight = 0.0;
     QVector<double> m_weightBefore;
     bool m_stopRequested = false;
+    double m_shownProgress = 0.0;
 };

@@ -2,7 +2,11 @@
 #pragma once
 
 #include "MediaKits/MediaTasksManager/paramtask.h"
+#include "MediaKits/MediaTasksManager/resultcheck.h"
 #include "MediaKits/MediaTasksManager/synchronoustask.h"
+
+#include <functional>
+#include <memory>
 
 struct MediaMoveTaskParam : MediaTaskParam
 {
@@ -16,15 +20,36 @@ struct MediaMoveTaskParam : MediaTaskParam
     QString to; ///< wanted path; the file gets a free name beside it when it is taken
 };
 
-/// Renames a finished file into place under a free name and tells the name by a custom message
-/// of type `OutputMoved`. It never replaces a file.
+/// Moves a finished file into place under a free name and tells the name by a custom message of
+/// type `OutputMoved`. It never replaces a file. Where a file system can't rename, the file is
+/// copied on a thread, and the task ends after its start. A file that can't be moved stays where it
+/// is, in a folder that is kept, and the failure says where.
 class MediaMoveTask : public ParamTask<MediaMoveTaskParam, SynchronousTask>
 {
     Q_OBJECT
 
 public:
+    /// Looks at the file that is to be moved.
+    using Check = std::function<ResultVerdict(const QString &path)>;
+
     using ParamTask::ParamTask;
 
+    void stop() override;
+
+    /// With a check, a file that fails it isn't moved, and what it remarks the task remarks.
+    void setCheck(const Check &check) { m_check = check; }
+
 protected:
-    QString perform() override;
+    std::optional<TaskFailure> perform() override;
+
+private:
+    class Copy;
+
+    std::optional<TaskFailure> move();
+    TaskFailure moved(const QString &target);
+    TaskFailure cannotMove(const QString &error) const;
+    void onCopied();
+
+    Check m_check;
+    std::shared_ptr<Copy> m_copy; ///< null while nothing is copied
 };

@@ -50,8 +50,10 @@ void MediaTask::setState(MediaTask::State s)
     if (next == m_state)
         return;
     m_state = next;
-    if (next == START)
+    if (next == START) {
         m_failure = {};
+        m_remarks = {};
+    }
     const QPointer<MediaTask> alive(this);
     emit taskStateChanged(next);
     if (!alive)

@@ -20,6 +20,22 @@ struct TaskFailure
     QStringList report;
 };
 
+/// What is not quite as it was asked for in a result that is there, for people.
+struct TaskRemarks
+{
+    QStringList texts;
+    /// The last lines that the tool wrote, empty when there is nothing to remark.
+    QStringList report;
+
+    bool isEmpty() const { return texts.isEmpty(); }
+    void append(const TaskRemarks &other)
+    {
+        texts += other.texts;
+        if (!other.report.isEmpty())
+            report = other.report;
+    }
+};
+
 /// A piece of background work with a state machine, a progress and a handful of operations. All
 /// of it lives on the main thread.
 class MediaTask : public QObject
@@ -85,6 +101,8 @@ public:
 
     /// Why the last run ended in `ERROR`; empty otherwise.
     const TaskFailure &failure() const { return m_failure; }
+    /// What a listener to `FINISHED` should be told besides; empty when all is right.
+    const TaskRemarks &remarks() const { return m_remarks; }
 
     static bool isFinal(State state)
     {
@@ -116,6 +134,8 @@ protected:
     void fail(const QString &cause) { fail(TaskFailure{cause, {}}); }
     /// Keeps another task's failure as this one's own, without a second log line.
     void keepFailure(const TaskFailure &failure) { m_failure = failure; }
+    /// Keeps remarks behind those that are there; for calling ahead of `FINISHED`.
+    void addRemarks(const TaskRemarks &remarks) { m_remarks.append(remarks); }
     /// `fail` with the message for a task that was told nothing.
     void failWithoutParam();
     /// Tells the log that `setParam` got a parameter of another task.
@@ -133,6 +153,7 @@ private:
     Operate m_operate = OperateNone;
     QPointer<MediaTasksManager> m_manager;
     TaskFailure m_failure;
+    TaskRemarks m_remarks;
 };
 
 Q_DECLARE_METATYPE(QSharedPointer<MediaTask>)

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MediaTasksManager/mutiimagetask.h"
 
+#include "MediaKits/MediaInfo/MAMediaInfo/mamediainfo.h"
 #include "MediaKits/MediaTasksManager/ffmpegextask.h"
-#include "MediaKits/MediaTasksManager/filterescape.h"
 #include "MediaKits/MediaTasksManager/inputcheck.h"
+#include "MediaKits/MediaTasksManager/shottask.h"
 
 #include <QDir>
 
@@ -17,44 +18,15 @@ constexpr int fewestStitched = 2;
 const QString inputUrlKey = QStringLiteral("inputUrl");
 const QString outputUrlKey = QStringLiteral("outputUrl");
 
-QVariantMap tree(const QVariantMap &input, const QVariantMap &output)
+// A picture is looked at for its being there, and for nothing else.
+ResultVerdict checkPicture(const QString &path)
 {
-    return {{QStringLiteral("input"), QVariantMap{{QStringLiteral("inputs"), QVariantList{input}}}},
-            {QStringLiteral("output"), output}};
-}
-
-MediaTask *exTask(const QVariantMap &options)
-{
-    auto *task = new FFmpegExTask(QString(), QString());
-    task->setParam(new FFmpegExTaskParam(options));
-    return task;
+    ExpectedResult picture;
+    picture.hasPicture = true;
+    return checkResult(picture, readWithLibrary(path, ReadDepth::Headers).data(), {});
 }
 
 } // namespace
-
-QVariantMap MutiImageTask::shotTree(const QVariantMap &shot)
-{
-    const QString scale =
-        QStringLiteral("%1").arg(double(shot.value(QStringLiteral("scale")).toFloat()));
-    const QString watermark = shot.value(QStringLiteral("watermark")).toString();
-    const QString filter =
-        watermark.isEmpty()
-            ? QStringLiteral("scale=iw*%1:-1").arg(scale)
-            : QStringLiteral("\"movie='%1' [wm];[in][wm]overlay=(main_w-overlay_w)/2:"
-                             "(main_h-overlay_h)/2,scale=iw*%2:-1[out]\"")
-                  .arg(quoteFilterPath(watermark), scale);
-    const double seconds = shot.value(QStringLiteral("pos")).toInt() / 1000.0;
-    const QVariantMap input{{inputUrlKey, shot.value(inputUrlKey)},
-                            {QStringLiteral("options"),
-                             QVariantList{FFmpegExTask::option(
-                                 QStringLiteral("-ss"), QStringLiteral("%1").arg(seconds))}}};
-    const QVariantMap output{
-        {outputUrlKey, shot.value(outputUrlKey)},
-        {QStringLiteral("options"),
-         QVariantList{FFmpegExTask::option(QStringLiteral("-vframes"), QStringLiteral("1")),
-                      FFmpegExTask::option(QStringLiteral("-vf"), filter)}}};
-    return tree(input, output);
-}
 
 QVariantMap MutiImageTask::stitchTree(const QVariantMap &stitch)
 {
@@ -64,7 +36,9 @@ QVariantMap MutiImageTask::stitchTree(const QVariantMap &stitch)
     const QVariantMap output{{outputUrlKey, stitch.value(outputUrlKey)},
                              {QStringLiteral("options"),
                               QVariantList{FFmpegExTask::option(QStringLiteral("-vf"), tile)}}};
-    return tree({{inputUrlKey, stitch.value(inputUrlKey)}}, output);
+    const QVariantMap input{{inputUrlKey, stitch.value(inputUrlKey)}};
+    return {{QStringLiteral("input"), QVariantMap{{QStringLiteral("inputs"), QVariantList{input}}}},
+            {QStringLiteral("output"), output}};
 }
 
 QString MutiImageTask::text(const char *key) const
@@ -80,15 +54,32 @@ QString MutiImageTask::subject() const
 QString MutiImageTask::problem() const
 {
     const QString input = inputProblem(text("inputUrl"));
-    return input.isEmpty()
-               ? outputProblem(outputPath(text("outputDir"), text("baseName"), text("format")))
-               : input;
+    if (!input.isEmpty())
+        return input;
+    const QString name = isStitched() ? text("baseName") : numberedName(imageList().size());
+    return outputProblem(outputPath(text("outputDir"), name, text("format")));
+}
+
+QVariantList MutiImageTask::imageList() const
+{
+    return m_param->map.value(QStringLiteral("images")).toList();
+}
+
+bool MutiImageTask::isStitched() const
+{
+    return m_param->map.value(QStringLiteral("isPiiic")).toBool() &&
+           imageList().size() >= fewestStitched;
+}
+
+QString MutiImageTask::numberedName(int number) const
+{
+    return QStringLiteral("%1_%2").arg(text("baseName"), QString::number(number));
 }
 
 void MutiImageTask::addShots(QVector<TaskItem> &items, const QString &pictureDir, bool stitched)
 {
     const QString format = text("format");
-    const QVariantList images = m_param->map.value(QStringLiteral("images")).toList();
+    const QVariantList images = imageList();
     int number = 0;
     for (const QVariant &image : images) {
         ++number;
@@ -98,12 +89,10 @@ void MutiImageTask::addShots(QVector<TaskItem> &items, const QString &pictureDir
         shot.insert(inputUrlKey, m_aliases.forInput(text("inputUrl")));
         shot.insert(outputUrlKey, picture);
         shot.insert(QStringLiteral("watermark"), m_aliases.forFilter(text("watermark")));
-        items.append({exTask(shotTree(shot)), shotWeight});
+        items.append({new ShotTask(shot), shotWeight});
         if (!stitched) {
-            const QString name =
-                QStringLiteral("%1_%2").arg(text("baseName"), QString::number(number));
-            items.append(
-                {moveStep(picture, outputPath(text("outputDir"), name, format)), stepWeight});
+            const QString target = outputPath(text("outputDir"), numberedName(number), format);
+            items.append({moveStep(picture, target, checkPicture), stepWeight});
         }
     }
 }
@@ -111,24 +100,25 @@ void MutiImageTask::addShots(QVector<TaskItem> &items, const QString &pictureDir
 void MutiImageTask::addStitch(QVector<TaskItem> &items, const QString &pictureDir) const
 {
     const QString format = text("format");
-    const int count = m_param->map.value(QStringLiteral("images")).toList().size();
+    const int count = imageList().size();
     const QString result = pictureDir + QLatin1String("/l.") + format;
     const QVariantMap stitch{{inputUrlKey, pictureDir + QLatin1String("/%d.") + format},
                              {outputUrlKey, result},
                              {QStringLiteral("line"), count},
                              {QStringLiteral("column"), 1}};
-    items.append({exTask(stitchTree(stitch)), count * stitchWeightEach});
+    auto *task = new FFmpegExTask(QString(), QString());
+    task->setParam(new FFmpegExTaskParam(stitchTree(stitch)));
+    items.append({task, count * stitchWeightEach});
     items.append(
-        {moveStep(result, outputPath(text("outputDir"), text("baseName"), format)), stepWeight});
+        {moveStep(result, outputPath(text("outputDir"), text("baseName"), format), checkPicture),
+         stepWeight});
 }
 
 GroupMediaTask *MutiImageTask::buildGroup()
 {
     m_aliases.clear();
     const QString tempDir = newWorkDir(text("outputDir"));
-    const bool stitched =
-        m_param->map.value(QStringLiteral("isPiiic")).toBool() &&
-        m_param->map.value(QStringLiteral("images")).toList().size() >= fewestStitched;
+    const bool stitched = isStitched();
     QVector<TaskItem> items;
     items.append({createStep(tempDir), stepWeight});
     const QString pictureDir = m_aliases.forPictures(tempDir);

@@ -32,9 +32,6 @@ class MutiImageTask : public ParamTask<MutiImageTaskParam, ChainTask>
 public:
     using ParamTask::ParamTask;
 
-    /// The option tree of one shot.
-    /// @param shot map with "inputUrl", "outputUrl", "watermark", "pos" (ms) and "scale"
-    static QVariantMap shotTree(const QVariantMap &shot);
     /// The option tree that lays numbered pictures together.
     /// @param stitch map with "inputUrl" (a pattern), "outputUrl", "line" and "column" (counts)
     static QVariantMap stitchTree(const QVariantMap &stitch);
@@ -46,6 +43,9 @@ protected:
 
 private:
     QString text(const char *key) const;
+    QVariantList imageList() const;
+    bool isStitched() const;
+    QString numberedName(int number) const; ///< counted from 1
     void addShots(QVector<TaskItem> &items, const QString &pictureDir, bool stitched);
     void addStitch(QVector<TaskItem> &items, const QString &pictureDir) const;
 

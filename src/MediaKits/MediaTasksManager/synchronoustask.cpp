@@ -6,13 +6,17 @@ void SynchronousTask::run()
     if (!enter(START) || !enter(RUNNING))
         return;
     const QPointer<SynchronousTask> alive(this);
-    const QString problem = perform();
-    if (!alive)
-        return;
-    if (problem.isEmpty())
+    const std::optional<TaskFailure> failure = perform();
+    if (alive && failure)
+        conclude(*failure);
+}
+
+void SynchronousTask::conclude(const TaskFailure &failure)
+{
+    if (failure.cause.isEmpty())
         setState(FINISHED);
     else
-        fail(problem);
+        fail(failure);
 }
 
 void SynchronousTask::stop()

@@ -3,7 +3,9 @@
 
 #include "MediaKits/MediaTasksManager/mediatask.h"
 
-/// Base of the small tasks that do their whole work inside `start`; they can't be paused.
+#include <optional>
+
+/// Base of the small tasks that do their work inside `start`; they can't be paused.
 class SynchronousTask : public MediaTask
 {
     Q_OBJECT
@@ -13,11 +15,13 @@ public:
 
     void pause() final {}
     void resume() final {}
-    void stop() final;
+    void stop() override;
 
 protected:
     void run();
     /// Does the work.
-    /// @return the cause of a failure, empty after success
-    virtual QString perform() = 0;
+    /// @return with an empty cause after success; nothing when `conclude` will be called later
+    virtual std::optional<TaskFailure> perform() = 0;
+    /// Ends the task.
+    void conclude(const TaskFailure &failure);
 };

@@ -4,9 +4,9 @@
 #include "MediaKits/AppInstance/LocalStore/removedir.h"
 #include "MediaKits/AppInstance/LocalStore/tempmarker.h"
 
-QString TempDirDeleteTask::perform()
+std::optional<TaskFailure> TempDirDeleteTask::perform()
 {
     removeDirRecursively(m_param->dir);
     releaseWorkFolder(m_param->dir);
-    return {};
+    return TaskFailure();
 }

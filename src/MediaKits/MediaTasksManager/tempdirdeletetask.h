@@ -24,5 +24,5 @@ public:
     using ParamTask::ParamTask;
 
 protected:
-    QString perform() override;
+    std::optional<TaskFailure> perform() override;
 };

@@ -22,8 +22,14 @@ void ToolTask::watchRunner()
     connect(&m_runner, &MediaProcessor::progressChanged, this, &MediaTask::taskProgress);
 }
 
+QStringList ToolTask::report() const
+{
+    return m_runner.lastLines(keptReportLines);
+}
+
 void ToolTask::run()
 {
+    m_isStopped = false;
     if (!enter(START))
         return;
     prepare();
@@ -44,6 +50,7 @@ void ToolTask::stop()
 {
     if (state() == STOPED)
         return;
+    m_isStopped = true;
     if (enter(STOPING))
         m_runner.stop(true);
 }
@@ -60,21 +67,31 @@ void ToolTask::onRunnerState(MediaProcessor::State runnerState)
     case MediaProcessor::ProcessorResumed:
         setState(RESUMED);
         break;
-    case MediaProcessor::ProcessorFinished: {
-        const QPointer<ToolTask> alive(this);
-        if (m_endProgress == FullEndProgress)
-            emit taskProgress(1.0);
-        if (alive)
-            setState(FINISHED);
+    case MediaProcessor::ProcessorFinished:
+        onRunnerFinished();
         break;
-    }
     case MediaProcessor::ProcessorError: {
-        const QStringList report = m_runner.lastLines(keptReportLines);
-        fail({failureCause(report), report});
+        const QStringList lines = report();
+        fail({failureCause(lines), lines});
         break;
     }
     case MediaProcessor::ProcessorIdle:
     case MediaProcessor::ProcessorStarted:
         break;
     }
+}
+
+void ToolTask::onRunnerFinished()
+{
+    // A runner that was told to stop says that it has finished.
+    if (!m_isStopped && goesOn()) {
+        prepare();
+        m_runner.start();
+        return;
+    }
+    const QPointer<ToolTask> alive(this);
+    if (m_endProgress == FullEndProgress)
+        emit taskProgress(1.0);
+    if (alive)
+        setState(FINISHED);
 }

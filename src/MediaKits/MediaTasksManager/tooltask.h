@@ -17,6 +17,9 @@ public:
     /// Process id of the running tool, 0 when there is none.
     qint64 processId() const { return m_runner.processId(); }
 
+    /// The last lines that the tool wrote.
+    QStringList report() const;
+
     /// Whether a full bar is signalled ahead of `FINISHED`.
     enum EndProgress { NoEndProgress, FullEndProgress };
 
@@ -32,10 +35,14 @@ protected:
     void run();
     /// Tells the runner what to do; called ahead of each start.
     virtual void prepare() = 0;
+    /// Whether the tool, which has ended well, is to be started once more; it is prepared anew.
+    virtual bool goesOn() { return false; }
 
 private:
     void onRunnerState(MediaProcessor::State runnerState);
+    void onRunnerFinished();
 
     ToolProcessor &m_runner;
     EndProgress m_endProgress;
+    bool m_isStopped = false;
 };

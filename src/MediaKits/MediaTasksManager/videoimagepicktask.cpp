@@ -8,9 +8,7 @@
 
 #include <limits>
 
-VideoImagePickTask::VideoImagePickTask(QObject *parent) : ParamTask(QString(), QString(), parent)
-{
-}
+VideoImagePickTask::VideoImagePickTask(QObject *parent) : ParamTask(QString(), QString(), parent) {}
 
 QString VideoImagePickTask::commandText(const VideoImagePickTaskParam &param)
 {

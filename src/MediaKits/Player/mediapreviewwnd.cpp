@@ -283,7 +283,7 @@ void MediaPreviewWnd::playItem(QListWidgetItem *entry)
     if (player->fileName() == path && player->isRunning())
         return;
     QStringList arguments = standardPlayerArguments();
-    if (isAudioFormat(QFileInfo(path).completeSuffix()))
+    if (isAudioFormat(QFileInfo(path).suffix()))
         arguments += soundWaveArgument();
     player->start(path, arguments);
 }

@@ -38,7 +38,7 @@ void requestThumbnail(const QString &path, QObject *context,
                       const std::function<void(const QPixmap &)> &callback)
 {
     const QFileInfo file(path);
-    if (!file.exists() || !isVideoFormat(file.completeSuffix())) {
+    if (!file.exists() || !isVideoFormat(file.suffix())) {
         callback({});
         return;
     }

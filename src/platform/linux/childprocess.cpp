@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/childprocess.h"
 
+#include <algorithm>
 #include <csignal>
+#include <vector>
 
 #include <sys/prctl.h>
 #include <sys/resource.h>
@@ -10,6 +12,50 @@
 namespace {
 // What a shell gives for a command that it could not run.
 constexpr int notRunExitCode = 127;
+// A big encoder on a busy machine needs a tenth of this.
+constexpr int endWaitMs = 500;
+
+class Discarded : public QObject
+{
+public:
+    static Discarded &instance()
+    {
+        static Discarded discarded;
+        return discarded;
+    }
+
+    // A QProcess waits in its destructor for a child that runs.
+    ~Discarded() override
+    {
+        for (auto &child : m_children) {
+            if (child->state() != QProcess::NotRunning)
+                static_cast<void>(child.release());
+        }
+    }
+
+    void add(std::unique_ptr<ChildProcess> child)
+    {
+        child->disconnect();
+        connect(child.get(), QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
+                &Discarded::deleteEnded, Qt::QueuedConnection);
+        m_children.push_back(std::move(child));
+        QMetaObject::invokeMethod(this, &Discarded::deleteEnded, Qt::QueuedConnection);
+    }
+
+private:
+    Discarded() = default;
+
+    void deleteEnded()
+    {
+        const auto isEnded = [](const auto &child) {
+            return child->state() == QProcess::NotRunning;
+        };
+        m_children.erase(std::remove_if(m_children.begin(), m_children.end(), isEnded),
+                         m_children.end());
+    }
+
+    std::vector<std::unique_ptr<ChildProcess>> m_children;
+};
 } // namespace
 
 ChildProcess::ChildProcess(QObject *parent, Group group)
@@ -29,4 +75,15 @@ void ChildProcess::setupChildProcess()
     // An owner that died before the prctl() sends no signal any more.
     if (::getppid() != m_ownerPid)
         ::_exit(notRunExitCode);
+}
+
+bool ChildProcess::endNow()
+{
+    kill();
+    return state() == NotRunning || waitForFinished(endWaitMs) || state() == NotRunning;
+}
+
+void discardChild(std::unique_ptr<ChildProcess> child)
+{
+    Discarded::instance().add(std::move(child));
 }

@@ -21,6 +21,7 @@ constexpr qint64 unclaimedGraceMs = 10000;
 // Another process that is just cleaning the marker is waited for this often and long.
 constexpr int lockTries = 10;
 constexpr unsigned long lockRetryMs = 10;
+const QString keptEnding = QStringLiteral(".kept");
 
 QString cleanAbsolute(const QString &path)
 {
@@ -151,6 +152,8 @@ void MarkerRegistry::sweepContents(const QString &marker, bool alone)
                 QFile::remove(path);
             continue;
         }
+        if (path.endsWith(keptEnding))
+            continue;
         const bool isOwn = m_claims.count(path) > 0;
         if (!alone && !isOwn && entry.lastModified() > settled)
             continue;
@@ -251,6 +254,13 @@ bool claimWorkFolder(const QString &path)
 void releaseWorkFolder(const QString &path)
 {
     MarkerRegistry::instance().release(cleanAbsolute(path));
+}
+
+QString keepWorkFolder(const QString &path)
+{
+    const QString folder = QFileInfo(path).canonicalFilePath();
+    const QString kept = folder + keptEnding;
+    return QDir().rename(folder, kept) ? kept : folder;
 }
 
 void sweepStaleMarkers()

@@ -26,6 +26,11 @@ bool claimWorkFolder(const QString &path);
 /// Gives up a claim; the folder itself is left as it is. Unclaimed paths are ignored.
 void releaseWorkFolder(const QString &path);
 
+/// Keeps a work folder with all that is in it from every clean-up, since it holds what a user can't
+/// get in any other way. Its name changes for that.
+/// @return its path from now on
+QString keepWorkFolder(const QString &path);
+
 /// Cleans the marker directories of earlier runs that ended without cleaning up themselves. For
 /// program start.
 void sweepStaleMarkers();

@@ -17,7 +17,7 @@ AudioCutDialog::AudioCutDialog(QWidget *parent) : TimeSpanEditor(parent)
 void AudioCutDialog::start(const QString &path, const QStringList &options)
 {
     QStringList args;
-    if (isAudioFormat(QFileInfo(path).completeSuffix()))
+    if (isAudioFormat(QFileInfo(path).suffix()))
         args += soundWaveArgument();
     startPlayer(path, args + options + standardPlayerArguments());
 }

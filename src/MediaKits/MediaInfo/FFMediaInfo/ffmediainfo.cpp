@@ -41,7 +41,7 @@ void FFMediaInfo::readOutput()
         CLOG(ERROR, "default") << QStringLiteral("无法获取媒体文件信息") << ' ' << path();
     } else {
         m_data = QSharedPointer<MediaInfoData>::create();
-        m_data->format = newFormat();
+        m_data->format = newFormatInfo(path());
         readProbeJson(document.object(), *m_data);
         m_mediaKind = m_data->video ? HasVideo : AudioOnly;
     }

@@ -35,15 +35,27 @@ void readFormat(const QJsonObject &object, MediaFormatInfo &format)
     format.streamCount = object[QLatin1String("nb_streams")].toInt();
 }
 
+// Length in ms where the header of the container states one that counts from the file's beginning.
+qint64 toldMs(const QJsonObject &format)
+{
+    static const QStringList headers{
+        QStringLiteral("mov"),  QStringLiteral("matroska"), QStringLiteral("avi"),
+        QStringLiteral("asf"),  QStringLiteral("flv"),      QStringLiteral("wav"),
+        QStringLiteral("aiff"), QStringLiteral("flac"),     QStringLiteral("w64"),
+    };
+    constexpr double latestStart = 1.0;
+    const QString name = format[QLatin1String("format_name")].toString().section(u',', 0, 0);
+    const double start = format[QLatin1String("start_time")].toString().toDouble();
+    return headers.contains(name) && start <= latestStart
+               ? qint64(format[QLatin1String("duration")].toString().toDouble() * 1000)
+               : 0;
+}
+
 // Older ffprobes write the angle as a tag, clockwise; newer ones as side data, counter-clockwise.
 double rotation(const QJsonObject &stream)
 {
-    // A stream without any tag counts as turned by a quarter.
-    constexpr double withoutTags = 90.0;
-    const QJsonValue tags = stream[QLatin1String("tags")];
-    if (!tags.isObject())
-        return withoutTags;
-    const QJsonValue tag = tags.toObject().value(QLatin1String("rotate"));
+    const QJsonObject tags = stream[QLatin1String("tags")].toObject();
+    const QJsonValue tag = tags.value(QLatin1String("rotate"));
     if (!tag.isUndefined())
         return tag.toString().toDouble();
     const QJsonArray sideData = stream[QLatin1String("side_data_list")].toArray();
@@ -88,10 +100,12 @@ QSharedPointer<AEncParam> readAudio(const QJsonObject &stream)
 void readProbeJson(const QJsonObject &document, MediaInfoData &data)
 {
     const QJsonValue format = document[QLatin1String("format")];
-    if (format.isObject())
+    if (format.isObject()) {
         readFormat(format.toObject(), *data.format);
-    else
+        data.content.toldMs = toldMs(format.toObject());
+    } else {
         data.format.clear();
+    }
 
     const int containerBitrate = data.format ? data.format->bitrate : 0;
     const QJsonArray streams = document[QLatin1String("streams")].toArray();

@@ -1,45 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MediaInfo/MAMediaInfo/mamediainfo.h"
-
-#include <MediaInfoDLL/MediaInfoDLL_Static.h>
+#include "MediaKits/MediaInfo/MAMediaInfo/contentreader.h"
+#include "MediaKits/MediaInfo/MAMediaInfo/openedfile.h"
 
 namespace {
 
-// The library's numbers for kinds of streams.
-constexpr MediaInfo_stream_C general = MediaInfo_Stream_General;
-constexpr MediaInfo_stream_C picture = MediaInfo_Stream_Video;
-constexpr MediaInfo_stream_C sound = MediaInfo_Stream_Audio;
-
-// One opened file of the library.
-class OpenedFile
-{
-public:
-    explicit OpenedFile(const QString &path) : m_handle(MediaInfo_New())
-    {
-        MediaInfo_Open(m_handle, path.toStdWString().c_str());
-    }
-    ~OpenedFile() { MediaInfo_Delete(m_handle); }
-    Q_DISABLE_COPY(OpenedFile)
-
-    // Empty when the library knows no value.
-    QString text(MediaInfo_stream_C kind, int stream, const wchar_t *parameter) const
-    {
-        return QString::fromWCharArray(MediaInfo_Get(m_handle, kind, size_t(stream), parameter,
-                                                     MediaInfo_Info_Text, MediaInfo_Info_Name));
-    }
-    // The library writes some values with decimals, as the length of an MPEG transport stream.
-    qint64 wholeNumber(MediaInfo_stream_C kind, int stream, const wchar_t *parameter) const
-    {
-        return qint64(text(kind, stream, parameter).toDouble());
-    }
-    int number(MediaInfo_stream_C kind, int stream, const wchar_t *parameter) const
-    {
-        return int(wholeNumber(kind, stream, parameter));
-    }
-
-private:
-    void *m_handle;
-};
+constexpr MediaInfo_stream_C general = OpenedFile::general;
+constexpr MediaInfo_stream_C picture = OpenedFile::picture;
+constexpr MediaInfo_stream_C sound = OpenedFile::sound;
 
 QSharedPointer<AEncParam> readAudio(const OpenedFile &file, int stream)
 {
@@ -68,31 +36,38 @@ QSharedPointer<VEncParam> readVideo(const OpenedFile &file)
 
 } // namespace
 
-void MAMediaInfo::start()
+QSharedPointer<MediaInfoData> readWithLibrary(const QString &path, ReadDepth depth)
 {
-    m_mediaKind = NothingUsable;
-    const OpenedFile file(path());
+    const OpenedFile file(path, depth == ReadDepth::Headers);
     auto data = QSharedPointer<MediaInfoData>::create();
-    data->format = newFormat();
+    data->format = newFormatInfo(path);
     data->format->fileSize = file.wholeNumber(general, 0, L"FileSize");
     data->format->duration = file.wholeNumber(general, 0, L"Duration");
     data->format->streamCount = file.number(general, 0, L"StreamCount");
-    if (data->format->streamCount < 1) {
+    if (data->format->streamCount < 1)
+        return {};
+    const int audioCount = file.number(sound, 0, L"StreamCount");
+    for (int stream = 0; stream < audioCount; ++stream)
+        data->audios.append(readAudio(file, stream));
+    if (file.number(picture, 0, L"StreamCount") > 0)
+        data->video = readVideo(file);
+    data->content = readContent(file, path, *data->format);
+    return data;
+}
+
+void MAMediaInfo::start()
+{
+    m_mediaKind = NothingUsable;
+    const auto data = readWithLibrary(path(), ReadDepth::Streams);
+    if (!data) {
         emit error();
         return;
     }
     m_data = data;
-
-    const int videoCount = file.number(picture, 0, L"StreamCount");
-    const int audioCount = file.number(sound, 0, L"StreamCount");
-    for (int stream = 0; stream < audioCount; ++stream) {
-        m_mediaKind = AudioOnly;
-        data->audios.append(readAudio(file, stream));
-    }
-    if (videoCount > 0) {
+    if (data->video)
         m_mediaKind = HasVideo;
-        data->video = readVideo(file);
-    }
+    else if (!data->audios.isEmpty())
+        m_mediaKind = AudioOnly;
     emit got();
     emit finish();
 }

@@ -15,3 +15,13 @@ public:
 
     void start() override;
 };
+
+/// How far the library looks into a file.
+enum class ReadDepth {
+    Streams,
+    Headers, ///< enough for what containers tell; some codecs' own facts stay unknown
+};
+
+/// Reads a file in process, which takes some milliseconds.
+/// @return null for a file without media
+QSharedPointer<MediaInfoData> readWithLibrary(const QString &path, ReadDepth depth);

@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/MediaInfo/mediainfodata.h"
+
+class OpenedFile;
+
+/// What a result or a source is judged by.
+/// @param format the file's format record, filled
+MediaContent readContent(const OpenedFile &file, const QString &path,
+                         const MediaFormatInfo &format);

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/MediaTasksManager/mergecheck.h"
+
+#include "MediaKits/MediaInfo/MAMediaInfo/mamediainfo.h"
+#include "MediaKits/MediaTasksManager/ffmpegtask.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("MergeCheck", text);
+}
+
+// What all parts promise together, apart from its length.
+ExpectedResult together(const QVector<MergePart> &parts)
+{
+    ExpectedResult whole;
+    for (const MergePart &part : parts) {
+        whole.hasPicture = whole.hasPicture || part.expected.hasPicture;
+        whole.hasSound = whole.hasSound || part.expected.hasSound;
+        if (part.expected.hasPicture)
+            whole.pictureSize = part.expected.pictureSize;
+    }
+    return whole;
+}
+
+// The remarks of a part, which name it.
+QStringList partRemarks(const MergePart &part, const ResultVerdict &verdict)
+{
+    QStringList remarks;
+    if (!verdict.failure.isEmpty())
+        remarks += tr("%1：%2").arg(part.name, verdict.failure);
+    for (const QString &text : verdict.remarks)
+        remarks += tr("%1：%2").arg(part.name, text);
+    return remarks;
+}
+
+} // namespace
+
+ResultVerdict checkMerge(const QString &path, const QVector<MergePart> &parts,
+                         const FFmpegTask &join)
+{
+    QStringList remarks;
+    QStringList report = join.report();
+    ExpectedResult whole = together(parts);
+    bool areTimesKnown = true;
+    for (const MergePart &part : parts) {
+        const auto made = readWithLibrary(part.file, ReadDepth::Headers);
+        const ResultVerdict verdict = checkMade(part.expected, made.data(), *part.maker);
+        const QStringList own = partRemarks(part, verdict);
+        if (!own.isEmpty())
+            report = verdict.report;
+        remarks += own;
+        const qint64 partMs = made ? made->format->duration : 0;
+        areTimesKnown = areTimesKnown && partMs > 0;
+        whole.lengthMs += partMs;
+    }
+    if (!areTimesKnown)
+        whole.lengthMs = 0;
+    whole.measure = tr("各部分之和");
+    const auto result = readWithLibrary(path, ReadDepth::Headers);
+    ResultVerdict verdict = checkResult(whole, result.data(), join.account());
+    verdict.remarks = remarks + verdict.remarks;
+    verdict.report = report;
+    return verdict;
+}

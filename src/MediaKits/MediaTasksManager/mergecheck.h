@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/MediaTasksManager/resultcheck.h"
+
+#include <QVector>
+
+class FFmpegTask;
+
+/// One part of a merge.
+struct MergePart
+{
+    QString name; ///< of its source, for the user
+    QString file; ///< what was made of it
+    ExpectedResult expected;
+    const FFmpegTask *maker;
+};
+
+/// Looks at each part of a merge, and whether all of them are in the result.
+ResultVerdict checkMerge(const QString &path, const QVector<MergePart> &parts,
+                         const FFmpegTask &join);
