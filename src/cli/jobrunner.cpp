@@ -2,6 +2,7 @@
 #include "cli/jobrunner.h"
 
 #include "cli/output.h"
+#include "MediaKits/MediaTasksManager/failurecause.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -131,6 +132,9 @@ void JobRunner::report(const Run &run)
     }
     if (!failure.cause.isEmpty())
         printMessage(failure.cause);
+    const QString said = tellingLine(failure.report);
+    if (!said.isEmpty())
+        printMessage(said);
     if (finished && !remarks.isEmpty()) {
         printMessage(run.output + QStringLiteral("：") + remarks.texts.join(QStringLiteral("；")));
     }

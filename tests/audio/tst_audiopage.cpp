@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "catalogue/encparamcatalog.h"
 #include "controls/interceptslider.h"
-#include "support/pagetest.h"
 #include "MediaKits/AppInstance/LocalStore/appini.h"
 #include "MediaKits/FunctionPage/AudioConvert/audioconvertfunctionpage.h"
 #include "MediaKits/FunctionPage/AudioConvert/audiocutdialog.h"
 #include "MediaKits/Player/csvideoplayer.h"
 #include "resources/look.h"
 #include "support/mediaprobe.h"
+#include "support/pagetest.h"
 #include "support/testmedia.h"
 
+#include <QFileDialog>
 #include <QTimeEdit>
 #include <QtTest>
 
@@ -40,6 +41,7 @@ private slots:
     void convertsToEachCategory();
     void rowFacts_data();
     void rowFacts();
+    void offersSoundsFirst();
     void cutsASound();
     void cutDialogSpan_data();
     void cutDialogSpan();
@@ -49,6 +51,7 @@ private:
     QTemporaryDir m_media;
     QString m_film = m_media.filePath(QStringLiteral("film.mp4"));
     QString m_sound = m_media.filePath(QStringLiteral("song.mp3"));
+    QString m_web = m_media.filePath(QStringLiteral("film.webm"));
     QString m_silent = m_media.filePath(QStringLiteral("silent.mp4"));
 };
 
@@ -64,6 +67,7 @@ void TestAudioPage::initTestCase()
     makeClip(m_sound, soundPlan);
     plan.channels = 0;
     makeClip(m_silent, plan);
+    makeClip(m_web, {clipMs / 1000.0, 160, 120, 5});
 }
 
 void TestAudioPage::convertsToEachCategory_data()
@@ -114,6 +118,8 @@ void TestAudioPage::rowFacts_data()
     QTest::newRow("as the source") << m_film << mp3AsSource << any << any;
     QTest::newRow("no sound") << m_silent << mp3AsSource << ""
                               << "";
+    QTest::newRow("of no known rate") << m_web << mp3AsSource << ""
+                                      << "";
 }
 
 void TestAudioPage::rowFacts()
@@ -142,6 +148,20 @@ void TestAudioPage::rowFacts()
     for (const QPushButton *tab : dialog->findChildren<QPushButton *>())
         QVERIFY(tab->text() != QStringLiteral("视频") || !tab->isVisible());
     dialog->close();
+}
+
+void TestAudioPage::offersSoundsFirst()
+{
+    AudioPage test(FunctionSection::audioConverter, mp3High);
+    for (const char *button : {"btnAddMediaFiles", "btnAddFile"}) {
+        QString filter;
+        whenModal("QFileDialog", [&filter](QWidget &dialog) {
+            filter = qobject_cast<QFileDialog *>(&dialog)->selectedNameFilter();
+            dialog.close();
+        });
+        press(*test.page, button);
+        QVERIFY2(filter.startsWith(QStringLiteral("音频文件")), qPrintable(filter));
+    }
 }
 
 void TestAudioPage::cutsASound()

@@ -25,6 +25,7 @@ private slots:
     void probes();
     void convertsSeveralAndGoesOnAfterAFailure();
     void selectsTimeAndLook();
+    void dryRunPrintsWhatRuns();
     void merges();
     void twoProcessesShareAFolder();
     void interruptLeavesNothing();
@@ -168,6 +169,23 @@ void TestCli::selectsTimeAndLook()
     const QJsonObject past =
         convertOne(m_clip, 1003005, out.path(), {QStringLiteral("--from"), QStringLiteral("60")});
     QVERIFY(past[QLatin1String("message")].toString().contains(QStringLiteral("超出了片长")));
+}
+
+// The command of the convert step itself, not of what was asked in other words.
+void TestCli::dryRunPrintsWhatRuns()
+{
+    const auto printed = [this](const QString &options) {
+        const QString words = QStringLiteral("convert % --dry-run ") + options;
+        return QString::fromUtf8(
+            runCli(words.split(QLatin1Char(' ')).replaceInStrings(QStringLiteral("%"), m_clip))
+                .out);
+    };
+    const QString cropped = printed(QStringLiteral("--preset 1003001 --crop 10,20,100,50"));
+    QVERIFY2(cropped.contains(QStringLiteral("\"[0:v]crop=w=100:h=50:x=10:y=20[vrt0]\"")),
+             qPrintable(cropped));
+    const QString sound =
+        printed(QStringLiteral("--preset 1205001 --beauty rotate=1,saturation=0,speed=2"));
+    QVERIFY2(sound.contains(QStringLiteral("\"[0:a]atempo=2.00[art0]\" -vn")), qPrintable(sound));
 }
 
 void TestCli::merges()

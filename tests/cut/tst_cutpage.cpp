@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "controls/complexedit.h"
-#include "support/pagetest.h"
 #include "MediaKits/AppInstance/LocalStore/appini.h"
 #include "MediaKits/AppInstance/LocalStore/historyrecord.h"
 #include "MediaKits/FunctionPage/Framework/Rows/taskrowform.h"
 #include "MediaKits/FunctionPage/VideoCut/mediacutfunctionpage.h"
 #include "resources/look.h"
 #include "support/mediaprobe.h"
+#include "support/pagetest.h"
 #include "support/testfile.h"
 #include "support/testmedia.h"
 #include "support/toolrun.h"
@@ -218,7 +218,15 @@ void TestCutPage::twoPartsOfOneFile()
     QCOMPARE(test.text(0, 0, "lblOutDuration"), QStringLiteral("00:00:01"));
     QCOMPARE(test.text(0, 0, "lblOutRes"), QStringLiteral("160x240"));
     QCOMPARE(test.text(0, 1, "lblOutRes"), QStringLiteral("120x100"));
-    QTRY_VERIFY(!test.fragment(0, 1)->content().picture.isNull());
+    // Each shows its own first frame, the one that begins with the film that of the film.
+    const auto shown = [&](int part, int fromLeft) {
+        const QImage picture = test.fragment(0, part)->content().picture.toImage();
+        return picture.isNull()
+                   ? QColor()
+                   : picture.pixelColor(fromLeft * picture.width() / 100, picture.height() / 2);
+    };
+    QTRY_VERIFY(isNear(shown(1, 25), green));
+    QTRY_VERIFY(isNear(shown(0, 25), red));
     shoot(*test.page, "cut_idle");
 
     press(*test.page, "btnConvertAll");
@@ -366,9 +374,19 @@ void TestCutPage::deletesARunningSource()
     test.mark(0, {{0, 19000, {}}, {1000, 18000, {}}});
     test.mark(1, {{0, 500, {}}});
     press(*test.page, "btnConvertAll");
-    QTRY_VERIFY_WITH_TIMEOUT(test.text(0, 0, "lblProgress") > QStringLiteral("0.1%"), endLimitMs);
+    QTRY_VERIFY_WITH_TIMEOUT(isGoing(test.text(0, 0, "lblProgress")), endLimitMs);
     shoot(*test.page, "cut_working");
-    press(*test.sourceRow(0), "btnDel");
+    for (const char *answer : {"btnCancel", "btnOK"}) {
+        bool asked = false;
+        whenModal("MediaMessageBox", [&](QWidget &box) {
+            asked = true;
+            press(box, answer);
+        });
+        QCOMPARE(test.tree()->topLevelItemCount(), 2);
+        press(*test.sourceRow(0), "btnDel");
+        QVERIFY(asked);
+    }
+    QCOMPARE(test.tree()->topLevelItemCount(), 1);
     QTRY_VERIFY(processesWith(m_long).isEmpty());
     QCOMPARE(test.startAllText(), QStringLiteral("正在转换"));
     QTRY_COMPARE_WITH_TIMEOUT(test.state(0, 0), MediaTask::FINISHED, endLimitMs);

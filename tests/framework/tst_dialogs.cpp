@@ -72,8 +72,11 @@ void TestDialogs::historyFillsAndClears()
     QCOMPARE(output->fullText(), QStringLiteral("0.mp4"));
     QCOMPARE(output->toolTip(), QStringLiteral("/out/0.mp4"));
     QCOMPARE(output->property("col").toInt(), 3);
-    QTest::mouseClick(dialog.findChild<QPushButton *>(QStringLiteral("btnClearData")),
-                      Qt::LeftButton);
+    for (const char *answer : {"btnCancel", "btnOK"}) {
+        QCOMPARE(table->rowCount(), HistoryRecord::maxRecords);
+        whenModal("MediaMessageBox", [answer](QWidget &box) { press(box, answer); });
+        press(dialog, "btnClearData");
+    }
     QCOMPARE(table->rowCount(), 0);
     QVERIFY(history.records().isEmpty());
 }

@@ -12,6 +12,7 @@
 #include "support/utf8.h"
 
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QtTest>
 
 namespace {
@@ -115,6 +116,8 @@ private slots:
     void stops();
     void deletesDownToNone();
     void tellsOfAFailure();
+    void movedRowStaysInHand_data();
+    void movedRowStaysInHand();
     void keepsNameAndFolder();
 
 private:
@@ -312,13 +315,31 @@ void TestMergePage::stops()
     const auto task = test.list()->item(0)->data(MergeTaskRole).value<QSharedPointer<MediaTask>>();
     press(*test.page, "btnMerge");
     if (running)
-        QTRY_VERIFY_WITH_TIMEOUT(test.text(0, "lblProgress") > QStringLiteral("0.1%"), endLimitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(isGoing(test.text(0, "lblProgress")), endLimitMs);
     shoot(*test.page, "merge_working");
     if (action.isEmpty()) {
         test.page.reset();
     } else {
         FileChooser::setNextAnswer({m_clip});
+        // A merge isn't given up without a question.
+        bool asked = false;
+        const auto answer = [&](const char *button) {
+            whenModal("MediaMessageBox", [&asked, button](QWidget &box) {
+                asked = true;
+                press(box, button);
+            });
+        };
+        if (running && action == QLatin1String("btnMerge")) {
+            answer("btnCancel");
+            press(*test.page, "btnMerge");
+            QVERIFY(asked);
+            QCOMPARE(task->state(), MediaTask::RUNNING);
+            asked = false;
+        }
+        if (running)
+            answer("btnOK");
         press(*test.page, qPrintable(action));
+        QCOMPARE(asked, running);
         if (running)
             QTRY_COMPARE_WITH_TIMEOUT(task->state(), MediaTask::STOPED, endLimitMs);
         QTRY_COMPARE(test.buttonText(), QStringLiteral("开始合并"));
@@ -355,7 +376,24 @@ void TestMergePage::tellsOfAFailure()
     MergePage test;
     test.add({m_clip, broken});
     QTRY_COMPARE(test.list()->count(), 2);
-    QVERIFY(test.merge("MediaMessageBox", "btnOK"));
+    QString told;
+    QString details;
+    whenModal("MediaMessageBox", [&](QWidget &box) {
+        told = child<QLabel>(box, "lblText")->text();
+        shoot(box, "merge_failed");
+        whenModal("FailureDetailsDialog", [&](QWidget &dialog) {
+            details = child<QPlainTextEdit>(dialog, "pteReport")->toPlainText();
+            press(dialog, "btnOK");
+        });
+        if (child(box, "btnDetails"))
+            press(box, "btnDetails");
+        press(box, "btnOK");
+    });
+    press(*test.page, "btnMerge");
+    QTRY_VERIFY_WITH_TIMEOUT(!told.isEmpty(), endLimitMs);
+    QVERIFY2(told.contains(broken), qPrintable(told));
+    QVERIFY(told.startsWith(QStringLiteral("合并失败")));
+    QVERIFY(!details.isEmpty());
     QCOMPARE(test.task()->state(), MediaTask::ERROR);
     QCOMPARE(test.buttonText(), QStringLiteral("开始合并"));
     QCOMPARE(test.statePage(1), 0);
@@ -371,6 +409,40 @@ void TestMergePage::tellsOfAFailure()
     QVERIFY(test.merge("MediaMergeFinishTipsDialog", "btnOpen"));
     QTRY_VERIFY(QFile::exists(asked));
     qputenv("PATH", path);
+}
+
+void TestMergePage::movedRowStaysInHand_data()
+{
+    QTest::addColumn<int>("height");
+    QTest::newRow("all in sight") << 900;
+    QTest::newRow("scrolled") << 420;
+}
+
+void TestMergePage::movedRowStaysInHand()
+{
+    QFETCH(int, height);
+    MergePage test;
+    test.page->resize(1000, height);
+    test.add({m_clip, m_web, m_old, m_silent});
+    QTRY_COMPARE(test.list()->count(), 4);
+    QTRY_VERIFY(child(*test.rowWidget(0), "btnDown"));
+    test.list()->scrollToTop();
+    const auto centre = [&](int index, const char *name) {
+        const QWidget *button = child(*test.rowWidget(index), name);
+        return button->mapToGlobal(button->rect().center());
+    };
+    QTRY_VERIFY(child(*test.rowWidget(0), "btnDown")->isVisible());
+    QCursor::setPos(centre(0, "btnDown"));
+    for (int to = 1; to < 3; ++to) {
+        press(*test.rowWidget(to - 1), "btnDown");
+        QCOMPARE(test.text(to, "lblInputName"), QFileInfo(m_clip).fileName());
+        QTRY_VERIFY((QCursor::pos() - centre(to, "btnDown")).manhattanLength() < 3);
+        QCOMPARE(QApplication::focusWidget(), child(*test.rowWidget(to), "btnDown"));
+    }
+    // By the keyboard, up to the end, where the button goes.
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    QCOMPARE(test.text(3, "lblInputName"), QFileInfo(m_clip).fileName());
+    QCOMPARE(QApplication::focusWidget(), child(*test.rowWidget(3), "btnUp"));
 }
 
 void TestMergePage::keepsNameAndFolder()

@@ -33,6 +33,12 @@ inline void pickPreset(quint32 id)
     QFAIL("the dialog does not list the preset");
 }
 
+/// Whether what a row tells of its progress is more than a beginning.
+inline bool isGoing(const QString &progress)
+{
+    return progress.endsWith(QLatin1Char('%')) && progress > QLatin1String("0.1%");
+}
+
 /// A list page in a window of its own, driven by its buttons.
 template<class Page>
 class PageTest

@@ -294,7 +294,7 @@ void TestResultCheck::causeNamesTheFault()
         {QStringLiteral("Conversion failed!"), QStringLiteral("Conversion failed!")},
     };
     for (const QStringList &report : reports)
-        QCOMPARE(failureCause(report.mid(0, report.size() - 1)), report.last());
+        QCOMPARE(tellingLine(report.mid(0, report.size() - 1)), report.last());
     QVERIFY(!failureCause({}).isEmpty());
 }
 

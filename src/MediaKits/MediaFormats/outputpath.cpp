@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MediaFormats/outputpath.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -30,6 +31,16 @@ QString uniqueOutputPath(const QString &path)
 bool fileNameFits(const QString &path)
 {
     return QFile::encodeName(QFileInfo(path).fileName()).size() <= maxFileNameBytes;
+}
+
+QString folderFrom(const QString &typed)
+{
+    if (typed.trimmed().isEmpty())
+        return {};
+    const QString home = QDir::homePath();
+    if (typed == QLatin1String("~") || typed.startsWith(QLatin1String("~/")))
+        return QDir::cleanPath(home + typed.mid(1));
+    return QDir::cleanPath(QDir(home).absoluteFilePath(typed));
 }
 
 QString outputNameFrom(const QString &typed, const QString &before)

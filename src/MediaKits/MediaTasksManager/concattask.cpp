@@ -37,7 +37,10 @@ QString ConcatTask::finalPath() const
 
 QString ConcatTask::subject() const
 {
-    return m_param->outputName + QLatin1Char('.') + m_param->format;
+    const QString result = m_param->outputName + QLatin1Char('.') + m_param->format;
+    return m_failedInput.isEmpty()
+               ? result
+               : tr("%1：%2").arg(result, QDir::toNativeSeparators(m_failedInput));
 }
 
 QString ConcatTask::problem() const
@@ -66,6 +69,7 @@ ConvertTaskParam ConcatTask::partStep(const InputFileMediaParam &input, ConvertT
 GroupMediaTask *ConcatTask::buildGroup()
 {
     m_aliases.clear();
+    m_failedInput.clear();
     const QString workDir = newWorkDir(m_param->outputDir);
     const QDir dir(workDir);
     QVector<TaskItem> items;
@@ -86,6 +90,11 @@ GroupMediaTask *ConcatTask::buildGroup()
         const ConvertTaskParam mapped = partStep(*m_param->files[i], step);
         auto *part = new ConvertTask(QStringLiteral("ConvertTask"), QString());
         part->setParam(new ConvertTaskParam(mapped));
+        connect(part, &MediaTask::taskStateChanged, this,
+                [this, file = m_param->files[i]->file](State partState) {
+                    if (partState == ERROR)
+                        m_failedInput = file;
+                });
         items.append({part, weight});
         sum += float(weight);
         parts += dir.absoluteFilePath(QString::number(i) + QLatin1Char('.') + m_param->format);

@@ -56,4 +56,5 @@ private:
     QString finalPath() const;
 
     FileAliases m_aliases;
+    QString m_failedInput; ///< the input that ended the last run; empty for none
 };

@@ -55,6 +55,16 @@ QString withoutSender(QString line)
     return line.remove(sender);
 }
 
+// A file's name in the report may hold the same words, but ffmpeg puts names in the middle.
+bool says(const QStringList &report, const QString &words)
+{
+    return std::any_of(report.cbegin(), report.cend(), [&words](const QString &line) {
+        return withoutSender(line).startsWith(words) || line.endsWith(words);
+    });
+}
+
+} // namespace
+
 QString tellingLine(const QStringList &report)
 {
     QString last;
@@ -69,26 +79,15 @@ QString tellingLine(const QStringList &report)
     return last.isEmpty() && !report.isEmpty() ? report.last() : last;
 }
 
-// A file's name in the report may hold the same words, but ffmpeg puts names in the middle.
-bool says(const QStringList &report, const QString &words)
-{
-    return std::any_of(report.cbegin(), report.cend(), [&words](const QString &line) {
-        return withoutSender(line).startsWith(words) || line.endsWith(words);
-    });
-}
-
-} // namespace
-
 QString failureCause(const QStringList &report)
 {
-    const QString line = tellingLine(report);
-    if (line.isEmpty())
-        return QCoreApplication::translate("failureCause", "转换工具异常退出");
+    const auto told = [](const char *text) {
+        return QCoreApplication::translate("failureCause", text);
+    };
     for (const KnownReason &reason : knownReasons) {
-        if (says(report, QLatin1String(reason.said))) {
-            return QCoreApplication::translate("failureCause", "%1（%2）")
-                .arg(QCoreApplication::translate("failureCause", reason.meaning), line);
-        }
+        if (says(report, QLatin1String(reason.said)))
+            return told(reason.meaning);
     }
-    return line;
+    return report.isEmpty() ? told(QT_TRANSLATE_NOOP("failureCause", "转换工具异常退出"))
+                            : told(QT_TRANSLATE_NOOP("failureCause", "转换工具无法处理该文件"));
 }

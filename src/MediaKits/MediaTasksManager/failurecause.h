@@ -3,7 +3,10 @@
 
 #include <QStringList>
 
-/// One line that says why ffmpeg failed: in the user's words where the reason is a common one,
-/// with ffmpeg's own line behind it.
+/// One line that says in the user's words why ffmpeg failed, as far as its report has a reason that
+/// is known; ffmpeg's own words are for those who ask for details.
 /// @param report the last lines of its report
 QString failureCause(const QStringList &report);
+
+/// The line of ffmpeg's report that tells most; empty for an empty report.
+QString tellingLine(const QStringList &report);

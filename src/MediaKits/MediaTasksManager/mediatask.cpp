@@ -2,6 +2,7 @@
 #include "MediaKits/MediaTasksManager/mediatask.h"
 
 #include "MediaKits/Logger/logger.h"
+#include "MediaKits/MediaTasksManager/failurecause.h"
 #include "MediaKits/MediaTasksManager/mediatasksmanager.h"
 
 #include <QMetaEnum>
@@ -79,7 +80,7 @@ void MediaTask::setOperate(MediaTask::Operate o)
 
 void MediaTask::fail(const TaskFailure &failure)
 {
-    CLOG(ERROR, "default") << failure.cause;
+    CLOG(ERROR, "default") << failure.cause << ' ' << tellingLine(failure.report);
     // What fails while it is being stopped counts as stopped.
     if (allowedState(ERROR) == ERROR)
         m_failure = failure;

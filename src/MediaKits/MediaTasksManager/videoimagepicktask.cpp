@@ -8,6 +8,21 @@
 
 #include <limits>
 
+namespace {
+
+// Where the pictures begin; ffmpeg is to read on until it finds one.
+QString pictureSpan(int fromMs)
+{
+    constexpr double secondMs = 1000.0;
+    constexpr int longestFrame = 10;
+    return fromMs > 0 ? QStringLiteral("-ss %1 -t %2")
+                            .arg(QString::number(fromMs / secondMs, 'f', 3))
+                            .arg(longestFrame)
+                      : QStringLiteral("-t 0.001");
+}
+
+} // namespace
+
 VideoImagePickTask::VideoImagePickTask(QObject *parent) : ParamTask(QString(), QString(), parent) {}
 
 QString VideoImagePickTask::commandText(const VideoImagePickTaskParam &param)
@@ -17,7 +32,8 @@ QString VideoImagePickTask::commandText(const VideoImagePickTaskParam &param)
     if (suffix == QLatin1String("JPG"))
         pattern = QStringLiteral(" -ss 1 -t 0.001 -i %1 -f mjpeg -vf scale=300:-1 -y %2");
     else if (suffix == QLatin1String("PNG"))
-        pattern = QStringLiteral(" -t 0.001 -i %1 -vframes 1  -f image2  -vf scale=300:-1 -y %2");
+        pattern = QLatin1Char(' ') + pictureSpan(param.fromMs) +
+                  QStringLiteral(" -i %1 -vframes 1  -f image2  -vf scale=300:-1 -y %2");
     else
         return {};
     return pattern.arg(quoteToolPath(param.path), quoteToolPath(param.target));

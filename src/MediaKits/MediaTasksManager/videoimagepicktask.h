@@ -7,13 +7,14 @@
 struct VideoImagePickTaskParam : MediaTaskParam
 {
     static constexpr int paramType = 15;
-    VideoImagePickTaskParam(const QString &video, const QString &picture)
-        : MediaTaskParam(paramType), path(video), target(picture)
+    VideoImagePickTaskParam(const QString &video, const QString &picture, int from = 0)
+        : MediaTaskParam(paramType), path(video), target(picture), fromMs(from)
     {
     }
 
     QString path;   ///< the video
     QString target; ///< ".png" gives the first frame, ".jpg" the one at one second
+    int fromMs;     ///< where the frames of a ".png" begin
 };
 
 /// Writes one picture of a video, 300 pixels wide. A target with another suffix ends in `ERROR`.

@@ -35,7 +35,7 @@ void runManager()
 } // namespace
 
 void requestThumbnail(const QString &path, QObject *context,
-                      const std::function<void(const QPixmap &)> &callback)
+                      const std::function<void(const QPixmap &)> &callback, int atMs)
 {
     const QFileInfo file(path);
     if (!file.exists() || !isVideoFormat(file.suffix())) {
@@ -45,7 +45,7 @@ void requestThumbnail(const QString &path, QObject *context,
     const QString target = QStringLiteral("%1/%2.png")
                                .arg(tempDir(), QUuid::createUuid().toString(QUuid::WithoutBraces));
     auto *task = new VideoImagePickTask(context);
-    task->setParam(new VideoImagePickTaskParam(path, target));
+    task->setParam(new VideoImagePickTaskParam(path, target, atMs));
     QObject::connect(task, &MediaTask::taskStateChanged, context, [=](MediaTask::State state) {
         if (!MediaTask::isFinal(state))
             return;

@@ -6,9 +6,9 @@
 #include "MediaKits/MediaFormats/mediaformats.h"
 
 AudioConvertFunctionPage::AudioConvertFunctionPage(QWidget *parent)
-    : PresetListPage(
-          {MediaFunction::AudioConvert, VideoFormatClass | AudioFormatClass, videoAndAudioFormats},
-          parent)
+    : PresetListPage({MediaFunction::AudioConvert, VideoFormatClass | AudioFormatClass,
+                      videoAndAudioFormats, AudioFormatClass},
+                     parent)
 {
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/AudioConvert/audioconvertlistitemwidget.h"
 
+#include "controls/runmodal.h"
 #include "MediaKits/FunctionPage/AudioConvert/audioconvertlistwidget.h"
 #include "MediaKits/FunctionPage/AudioConvert/audiocutdialog.h"
 #include "MediaKits/FunctionPage/Framework/Formats/mediaformatdialog.h"
@@ -9,15 +10,20 @@ namespace {
 
 constexpr int audioTypes = 1;
 
+// Empty for a rate that isn't known.
 QString bitrateText(int kbps)
 {
-    return QStringLiteral("%1Kbps").arg(kbps);
+    return kbps > 0 ? QStringLiteral("%1Kbps").arg(kbps) : QString();
 }
 
 // Of the first sound; empty when there is none.
 QString bitrateOf(const MediaInfoData &info)
 {
-    return info.audios.isEmpty() ? QString() : bitrateText(info.audios.first()->bitrate);
+    if (info.audios.isEmpty())
+        return {};
+    const int own = info.audios.first()->bitrate;
+    const bool isAlone = info.audios.size() == 1 && !info.video && info.format;
+    return bitrateText(own <= 0 && isAlone ? info.format->bitrate : own);
 }
 
 TaskRowWidget::Kind audioRows()
@@ -82,8 +88,9 @@ void AudioConvertListItemWidget::onResultProbed(const MediaInfoData &info)
 void AudioConvertListItemWidget::applyPreset(const EncParam *preset)
 {
     change([preset](RowContent &content) {
-        content.out.detail =
-            preset && preset->audio ? bitrateText(preset->audio->bitrate) : content.in.detail;
+        content.out.detail = preset && preset->audio && preset->audio->bitrate > 0
+                                 ? bitrateText(preset->audio->bitrate)
+                                 : content.in.detail;
     });
 }
 
@@ -92,12 +99,16 @@ void AudioConvertListItemWidget::on_btnCut_clicked()
     const auto info = sourceInfo();
     if (!info)
         return;
-    AudioCutDialog dialog(this);
-    dialog.start(sourcePath(), {});
-    dialog.setDuration(int(info->format->duration));
-    dialog.setTimeRange(param().timeRange);
-    if (dialog.exec() != QDialog::Accepted || !task())
+    auto *dialog = new AudioCutDialog(this);
+    dialog->start(sourcePath(), {});
+    dialog->setDuration(int(info->format->duration));
+    dialog->setTimeRange(param().timeRange);
+    const auto saved =
+        runModal(dialog, [](const AudioCutDialog &edited) { return edited.timeRange(); });
+    if (!saved || !task())
         return;
-    param().timeRange = dialog.timeRange();
-    showCutLength();
+    applyEdited([this, &saved] {
+        param().timeRange = *saved;
+        showCutLength();
+    });
 }

@@ -20,6 +20,25 @@ MediaCutChildTreeItemWidget::MediaCutChildTreeItemWidget(QTreeWidgetItem *item, 
     : VideoRowWidget(RowItem(item), cutRows(), parent)
 {
     adoptKnown();
+    if (startMs() > 0)
+        requestPicture(startMs());
+}
+
+int MediaCutChildTreeItemWidget::startMs() const
+{
+    const auto range = param().timeRange;
+    return range ? range->start : 0;
+}
+
+void MediaCutChildTreeItemWidget::adoptPicture(const QPixmap &picture)
+{
+    if (startMs() == 0)
+        VideoRowWidget::adoptPicture(picture);
+}
+
+void MediaCutChildTreeItemWidget::onCut()
+{
+    requestPicture(startMs());
 }
 
 QString MediaCutChildTreeItemWidget::fixedSize() const

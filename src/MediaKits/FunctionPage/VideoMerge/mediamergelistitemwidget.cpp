@@ -2,6 +2,7 @@
 #include "MediaKits/FunctionPage/VideoMerge/mediamergelistitemwidget.h"
 
 #include "MediaKits/FunctionPage/Framework/Editors/Cut/videocutdialog.h"
+#include "MediaKits/FunctionPage/Framework/Rows/taskbatch.h"
 #include "MediaKits/FunctionPage/VideoMerge/mergerowform.h"
 #include "MediaKits/MediaFormats/mediatexts.h"
 
@@ -25,12 +26,21 @@ void MediaMergeListItemWidget::watchTask()
             &MediaMergeListItemWidget::showOperate);
     connect(task.data(), &MediaTask::taskProgress, this, &MediaMergeListItemWidget::showProgress);
     connect(task.data(), &MediaTask::taskStateChanged, this, [this](MediaTask::State state) {
-        if (MediaTask::isFinal(state))
+        if (state == MediaTask::START)
+            showBegun();
+        else if (MediaTask::isFinal(state))
             showOperate(MediaTask::OperateDequeued);
     });
     // A row that was moved may be made while the task is at work.
-    if (task->manager())
+    if (TaskBatch::isUnderWay(*task))
+        showBegun();
+    else if (task->manager())
         showOperate(MediaTask::OperateQueued);
+}
+
+QWidget *MediaMergeListItemWidget::moveButton(ItemOperate operate) const
+{
+    return m_form ? m_form->moveButton(operate) : nullptr;
 }
 
 RowForm *MediaMergeListItemWidget::createForm()

@@ -32,6 +32,9 @@ public:
     /// Shows what the input is cut and cropped to.
     void showSelection();
     static QSharedPointer<InputFileMediaParam> inputOf(const RowItem &item);
+    /// The button that moves the row, while it is in sight and can be moved that way; null
+    /// otherwise.
+    QWidget *moveButton(ItemOperate operate) const;
 
 public slots:
     void on_btnDel_clicked() override;

@@ -6,6 +6,7 @@
 #include "MediaKits/DataTracker/trackevent.h"
 #include "MediaKits/FunctionPage/Framework/Dialogs/mediamessagebox.h"
 #include "MediaKits/FunctionPage/Framework/Rows/rowlist.h"
+#include "MediaKits/FunctionPage/Framework/Rows/taskbatch.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergefinishtipsdialog.h"
 #include "MediaKits/MediaTasksManager/grouptaskfactory.h"
 #include "MediaKits/MediaTasksManager/mediamovetask.h"
@@ -14,12 +15,21 @@
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QPointer>
+#include <QScrollBar>
 #include <QVariant>
 #include <QVBoxLayout>
 
 namespace {
 
 constexpr int fewestInputs = 2;
+constexpr QPoint nowhere(-1, -1);
+
+QPoint pointerIn(const QWidget *button)
+{
+    const QPoint at = button ? button->mapFromGlobal(QCursor::pos()) : nowhere;
+    return button && button->rect().contains(at) ? at : nowhere;
+}
 
 } // namespace
 
@@ -89,7 +99,7 @@ void MediaMergeListWidget::onEnded(MediaTask::State state)
         finish();
     } else if (state == MediaTask::ERROR) {
         trackEnded(false);
-        MediaMessageBox::showMessage(tr("提示"), tr("合并失败"), this);
+        MediaMessageBox::showFailure(tr("合并失败"), m_task->failure(), this);
     }
 }
 
@@ -169,8 +179,27 @@ void MediaMergeListWidget::stop()
     m_manager.removeTask(m_task.data());
 }
 
+bool MediaMergeListWidget::isWorking() const
+{
+    return TaskBatch::isUnderWay(*m_task) || TaskBatch::isWaiting(*m_task);
+}
+
+// False also when the list has gone meanwhile.
+bool MediaMergeListWidget::mayStop(const QString &question)
+{
+    if (!TaskBatch::isUnderWay(*m_task))
+        return true;
+    const QPointer<MediaMergeListWidget> alive(this);
+    return MediaMessageBox::ask(tr("提示"), question, this) && alive;
+}
+
 void MediaMergeListWidget::merge()
 {
+    if (TaskBatch::isUnderWay(*m_task)) {
+        if (mayStop(tr("正在合并，确定停止吗？")))
+            stop();
+        return;
+    }
     trackEvent(function(), QStringLiteral("video_convert_start"));
     m_task->stop();
     if (m_list->count() < fewestInputs) {
@@ -187,6 +216,8 @@ void MediaMergeListWidget::merge()
 
 void MediaMergeListWidget::addFiles(const QStringList &files)
 {
+    if (!mayStop(tr("添加文件会停止正在进行的合并，确定添加吗？")))
+        return;
     stop();
     RowsView::addFiles(files);
 }
@@ -240,15 +271,45 @@ void MediaMergeListWidget::move(QListWidgetItem *item,
     const int to = operate == MediaMergeListItemWidget::MoveUp ? from - 1 : from + 1;
     if (from < 0 || to < 0 || to >= m_list->count())
         return;
-    MediaRowWidget *old = m_list->rowOf(item);
+    auto *old = static_cast<MediaMergeListItemWidget *>(m_list->rowOf(item));
     const bool hadFocus = old->isAncestorOf(QApplication::focusWidget());
+    const QPoint pressedAt = pointerIn(old->moveButton(operate));
     m_list->takeItemOf(old);
     m_list->insertItem(to, item);
     addRow(item);
     renumber();
     m_list->scrollToItem(item);
+    auto *row = static_cast<MediaMergeListItemWidget *>(m_list->rowOf(item));
+    row->setInSight(true);
     if (hadFocus)
-        m_list->rowOf(item)->setFocus();
+        focusMove(row, operate);
+    keepInHand(row, operate, pressedAt);
+}
+
+void MediaMergeListWidget::focusMove(MediaMergeListItemWidget *row,
+                                     MediaMergeListItemWidget::ItemOperate operate)
+{
+    using Row = MediaMergeListItemWidget;
+    QWidget *button = row->moveButton(operate);
+    if (!button)
+        button = row->moveButton(operate == Row::MoveUp ? Row::MoveDown : Row::MoveUp);
+    (button ? button : row)->setFocus(Qt::OtherFocusReason);
+}
+
+// Pressed again and again, the button moves the row on and on: the list follows as far as it can
+// be scrolled, the pointer the rest of the way.
+void MediaMergeListWidget::keepInHand(MediaMergeListItemWidget *row,
+                                      MediaMergeListItemWidget::ItemOperate operate,
+                                      const QPoint &pressedAt)
+{
+    const QWidget *button = row->moveButton(operate);
+    if (!button || pressedAt == nowhere)
+        return;
+    m_list->doItemsLayout();
+    QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    QScrollBar *bar = m_list->verticalScrollBar();
+    bar->setValue(bar->value() + button->mapToGlobal(pressedAt).y() - QCursor::pos().y());
+    QCursor::setPos(button->mapToGlobal(pressedAt));
 }
 
 void MediaMergeListWidget::renumber()

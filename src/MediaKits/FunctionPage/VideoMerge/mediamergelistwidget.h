@@ -18,10 +18,11 @@ public:
     explicit MediaMergeListWidget(QWidget *parent = nullptr);
     ~MediaMergeListWidget() override;
 
-    /// Stops a merge.
+    /// Stops a merge, if the user agrees.
     void addFiles(const QStringList &files) override;
     void addFile(const QString &path) override;
     void clear() override;
+    bool isWorking() const override;
     void setEncParamInfoID(quint32 id) override;
     void setOutPath(const QString &path) override;
     /// Base name of the result; an empty one stands for the default.
@@ -32,7 +33,8 @@ public:
     /// Size of the result's picture; empty when there will be none.
     QSize resultSize() const;
 
-    /// Starts the merge. One that runs is stopped, one that waits goes on waiting.
+    /// Starts the merge. One that runs is stopped, if the user agrees, one that waits goes on
+    /// waiting.
     void merge();
     void convertAll(const QString &) override { merge(); }
 
@@ -50,9 +52,14 @@ private:
     void finish();
     void trackEnded(bool success) const;
     void stop();
+    bool mayStop(const QString &question);
     void addRow(QListWidgetItem *item);
     void deleteRow(MediaMergeListItemWidget *row);
     void move(QListWidgetItem *item, MediaMergeListItemWidget::ItemOperate operate);
+    static void focusMove(MediaMergeListItemWidget *row,
+                          MediaMergeListItemWidget::ItemOperate operate);
+    void keepInHand(MediaMergeListItemWidget *row, MediaMergeListItemWidget::ItemOperate operate,
+                    const QPoint &pressedAt);
     void renumber();
     ConcatTaskParam &param() const;
     QList<QSharedPointer<InputFileMediaParam>> inputs() const;

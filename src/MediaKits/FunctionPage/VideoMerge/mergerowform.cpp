@@ -48,6 +48,12 @@ void MergeRowForm::showContent(const RowContent &content)
     m_ui->lblProgress->setText(content.progressText);
 }
 
+QWidget *MergeRowForm::moveButton(int operate) const
+{
+    QWidget *button = operate == MediaMergeListItemWidget::MoveUp ? m_ui->btnUp : m_ui->btnDown;
+    return button->isHidden() ? nullptr : button;
+}
+
 void MergeRowForm::setPosition(int position)
 {
     using Row = MediaMergeListItemWidget;

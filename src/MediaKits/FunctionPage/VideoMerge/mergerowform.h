@@ -22,6 +22,9 @@ public:
     void showContent(const RowContent &content) override;
     /// @param position a `MediaMergeListItemWidget::Position`
     void setPosition(int position);
+    /// @param operate a `MediaMergeListItemWidget::ItemOperate`
+    /// @return null where the row can't be moved that way
+    QWidget *moveButton(int operate) const;
 
 signals:
     void upPressed();

@@ -4,6 +4,7 @@
 #include "controls/elidedlabel.h"
 #include "controls/plaintooltip.h"
 #include "MediaKits/AppInstance/LocalStore/historyrecord.h"
+#include "MediaKits/FunctionPage/Framework/Dialogs/mediamessagebox.h"
 #include "MediaKits/MediaFormats/revealfile.h"
 #include "ui_historyrecordcovertdialog.h"
 
@@ -104,6 +105,9 @@ void HistoryRecordCovertDialog::on_tableWidget_cellClicked(int row, int column)
 
 void HistoryRecordCovertDialog::on_btnClearData_clicked()
 {
+    if (m_ui->tableWidget->rowCount() == 0 ||
+        !MediaMessageBox::ask(tr("提示"), tr("清空后无法恢复，确定清空历史记录吗？"), this))
+        return;
     m_rowsWithWidgets = 0;
     m_ui->tableWidget->setRowCount(0);
     HistoryRecord::instance().clear();

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/Framework/Dialogs/mediamessagebox.h"
 
+#include "controls/runmodal.h"
+#include "MediaKits/FunctionPage/Framework/Dialogs/failuredetailsdialog.h"
 #include "ui_mediamessagebox.h"
-
-#include <QPointer>
 
 MediaMessageBox::MediaMessageBox(QWidget *parent)
     : DialogFrame(parent), m_ui(std::make_unique<Ui::MediaMessageBox>())
@@ -11,6 +11,7 @@ MediaMessageBox::MediaMessageBox(QWidget *parent)
     setUpForm(*m_ui);
     setTitle(tr("提示"));
     m_ui->btnCancel->hide();
+    m_ui->btnDetails->hide();
 }
 
 MediaMessageBox::~MediaMessageBox() = default;
@@ -25,26 +26,35 @@ QString MediaMessageBox::text() const
     return m_ui->lblText->text();
 }
 
-int MediaMessageBox::run(const QString &title, const QString &text, bool question, QWidget *parent)
-{
-    // The parent may go while the box runs.
-    const QPointer<MediaMessageBox> box = new MediaMessageBox(parent);
-    box->setTitle(title);
-    box->setText(text);
-    box->m_ui->btnCancel->setVisible(question);
-    const int result = box->exec();
-    delete box.data();
-    return result;
-}
-
 void MediaMessageBox::showMessage(const QString &title, const QString &text, QWidget *parent)
 {
-    run(title, text, false, parent);
+    auto *box = new MediaMessageBox(parent);
+    box->setTitle(title);
+    box->setText(text);
+    runModal(box);
 }
 
 bool MediaMessageBox::ask(const QString &title, const QString &text, QWidget *parent)
 {
-    return run(title, text, true, parent) == Accepted;
+    auto *box = new MediaMessageBox(parent);
+    box->setTitle(title);
+    box->setText(text);
+    box->m_ui->btnCancel->show();
+    return runModal(box);
+}
+
+void MediaMessageBox::showFailure(const QString &text, const TaskFailure &failure, QWidget *parent)
+{
+    auto *box = new MediaMessageBox(parent);
+    box->m_failure = failure;
+    box->setText(text + QLatin1Char('\n') + failure.cause);
+    box->m_ui->btnDetails->setVisible(!failure.report.isEmpty());
+    runModal(box);
+}
+
+void MediaMessageBox::on_btnDetails_clicked()
+{
+    runModal(new FailureDetailsDialog(m_failure, this));
 }
 
 void MediaMessageBox::on_btnOK_clicked()

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/Framework/Intake/comtoolbargpage.h"
 
+#include "controls/runmodal.h"
 #include "MediaKits/FunctionPage/Framework/Dialogs/historyrecordcovertdialog.h"
 #include "MediaKits/FunctionPage/Framework/Intake/mediafilechoice.h"
 #include "ui_comtoolbargpage.h"
-
-#include <QPointer>
 
 ComToolBarGPage::ComToolBarGPage(QWidget *parent) : QWidget(parent)
 {
@@ -31,10 +30,7 @@ void ComToolBarGPage::on_btnAddDir_clicked()
 
 void ComToolBarGPage::on_btnHistory_clicked()
 {
-    // The page may go while the dialog runs.
-    const QPointer<HistoryRecordCovertDialog> dialog = new HistoryRecordCovertDialog(this);
-    dialog->exec();
-    delete dialog.data();
+    runModal(new HistoryRecordCovertDialog(this));
 }
 
 void ComToolBarGPage::on_btnClear_clicked()

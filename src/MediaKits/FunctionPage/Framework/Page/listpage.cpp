@@ -5,11 +5,16 @@
 #include "MediaKits/AppInstance/LocalStore/functionsettings.h"
 #include "MediaKits/AppInstance/LocalStore/mediafunction.h"
 #include "MediaKits/DataTracker/trackevent.h"
+#include "MediaKits/FunctionPage/Framework/Dialogs/mediamessagebox.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
+#include "MediaKits/MediaFormats/outputpath.h"
 #include "ui_listpage.h"
 
 #include <QDir>
+#include <QPointer>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace {
 
@@ -58,15 +63,23 @@ void ListPage::ensureBuilt()
     connect(m_rows, &RowsView::mediaListEmptyChanged, this, [this](bool empty) {
         m_ui->skdWdtList->setCurrentIndex(empty ? EmptyPage : RowsPage);
     });
-    const QString outPath = setting(FunctionKey::outPath).toString();
-    m_rows->setOutPath(outPath.isEmpty() ? defaultOutputDir(m_kind.function) : outPath);
-    m_ui->ledtCustomPath->setText(QDir::toNativeSeparators(outPath));
+    setUpFolder();
     setUpChoices(m_ui->wdtChoices);
+}
+
+void ListPage::setUpFolder()
+{
+    const QString usual = defaultOutputDir(m_kind.function);
+    const QString outPath = setting(FunctionKey::outPath).toString();
+    m_rows->setOutPath(outPath.isEmpty() ? usual : outPath);
+    m_ui->ledtCustomPath->setPlaceholderText(QDir::toNativeSeparators(usual));
+    m_ui->ledtCustomPath->setText(QDir::toNativeSeparators(outPath));
+    connect(m_ui->ledtCustomPath, &QLineEdit::editingFinished, this, &ListPage::showMeantFolder);
 }
 
 void ListPage::setUpIntake()
 {
-    const QString filter = fileDialogFilter(m_kind.formatClasses);
+    const QString filter = dialogFilter();
     const QStringList &suffixes = m_kind.dropSuffixes();
     m_ui->fileAddGPage->setFilter(filter);
     m_ui->fileAddGPage->setAllowedSuffixes(suffixes);
@@ -78,7 +91,17 @@ void ListPage::setUpIntake()
             &ListPage::receiveFiles);
     connect(m_ui->comToolBarGPage, &ComToolBarGPage::filesAddActived, this,
             &ListPage::receiveFiles);
-    connect(m_ui->comToolBarGPage, &ComToolBarGPage::itemclearActived, this, &ListPage::clear);
+    connect(m_ui->comToolBarGPage, &ComToolBarGPage::itemclearActived, this,
+            &ListPage::askAndClear);
+}
+
+QString ListPage::dialogFilter() const
+{
+    const QString separator = QStringLiteral(";;");
+    QStringList entries = fileDialogFilter(m_kind.formatClasses).split(separator);
+    const QString first = fileDialogFilter(m_kind.firstClass).section(separator, 0, 0);
+    entries.move(std::max(entries.indexOf(first), 0), 0);
+    return entries.join(separator);
 }
 
 void ListPage::receiveFiles(const QStringList &files, FileAddType type)
@@ -101,6 +124,22 @@ void ListPage::clear()
         m_rows->clear();
 }
 
+bool ListPage::isWorking() const
+{
+    return m_rows && m_rows->isWorking();
+}
+
+void ListPage::askAndClear()
+{
+    const QPointer<ListPage> alive(this);
+    if (isWorking() &&
+        !MediaMessageBox::ask(tr("提示"), tr("有任务正在进行，清空会停止它们。确定清空列表吗？"),
+                              this))
+        return;
+    if (alive)
+        clear();
+}
+
 void ListPage::showGroupState(RowsView::TaskGrpState state)
 {
     const char *name = state == RowsView::GroupEnded ? "ConvertName" : "ConvertingName";
@@ -117,15 +156,25 @@ void ListPage::on_btnChangePath_clicked()
 
 void ListPage::on_btnConvertAll_clicked()
 {
-    m_rows->convertAll(batchName);
+    const QString hindrance = m_rows->startHindrance();
+    if (hindrance.isEmpty())
+        m_rows->convertAll(batchName);
+    else
+        MediaMessageBox::showMessage(tr("提示"), hindrance, this);
 }
 
 void ListPage::on_ledtCustomPath_textChanged(const QString &arg1)
 {
-    const QString path = QDir::fromNativeSeparators(arg1);
+    const QString path = folderFrom(QDir::fromNativeSeparators(arg1));
     // Without a folder of the user's choice, results go where they go at first.
     m_rows->setOutPath(path.isEmpty() ? defaultOutputDir(m_kind.function) : path);
     storeSetting(FunctionKey::outPath, path);
+}
+
+void ListPage::showMeantFolder()
+{
+    const QString path = folderFrom(QDir::fromNativeSeparators(m_ui->ledtCustomPath->text()));
+    m_ui->ledtCustomPath->setText(QDir::toNativeSeparators(path));
 }
 
 void ListPage::raiseChoices()

@@ -28,6 +28,8 @@ public:
         int formatClasses;
         /// Suffixes of what may be dropped.
         const QStringList &(*dropSuffixes)();
+        /// The class that its dialogs show at first; 0 for the first of those that they offer.
+        int firstClass = 0;
     };
 
     ListPage(const Kind &kind, QWidget *parent);
@@ -35,6 +37,8 @@ public:
 
     void addFiles(const QStringList &files);
     void clear();
+    /// Whether something is at work or waits for its turn.
+    bool isWorking() const;
 
 public slots:
     void on_btnChangePath_clicked();
@@ -59,7 +63,11 @@ protected:
 private:
     void ensureBuilt();
     void setUpIntake();
+    void setUpFolder();
+    QString dialogFilter() const;
     void receiveFiles(const QStringList &files, FileAddType type);
+    void askAndClear();
+    void showMeantFolder();
     void showGroupState(RowsView::TaskGrpState state);
 
     const Kind m_kind;

@@ -122,18 +122,25 @@ void MediaRowWidget::probeSource()
     adoptKnown();
     if (!sourceInfo())
         probe(sourcePath(), [this](const MediaInfoData &info) { showSource(info); });
+    if (!hasPicture())
+        requestPicture(0);
+}
+
+void MediaRowWidget::requestPicture(int atMs)
+{
     const QString suffix = sourceSuffix();
-    if (hasPicture() || !isVideoFormat(suffix) || suffix.toUpper() == QLatin1String("QLV"))
+    if (!isVideoFormat(suffix) || suffix.toUpper() == QLatin1String("QLV"))
         return;
-    requestThumbnail(sourcePath(), this, [this](const QPixmap &picture) {
-        if (picture.isNull() || m_item.isNull())
+    const auto show = [this](const QPixmap &picture) {
+        if (picture.isNull() || item().isNull())
             return;
         const qreal ratio = devicePixelRatioF();
         QPixmap scaled =
             picture.scaled(pictureFrame * ratio, Qt::KeepAspectRatio, Qt::SmoothTransformation);
         scaled.setDevicePixelRatio(ratio);
         setPicture(scaled);
-    });
+    };
+    requestThumbnail(sourcePath(), this, show, atMs);
 }
 
 bool MediaRowWidget::hasPicture() const
@@ -196,15 +203,28 @@ void MediaRowWidget::showOperate(MediaTask::Operate operate)
     if (operate == MediaTask::OperateQueued) {
         change([](RowContent &content) {
             content.progress = noProgress;
-            content.progressText = QStringLiteral("0.00");
+            content.progressText = tr("等待中");
+            content.waiting = true;
+            content.paused = false;
             content.page = RowContent::WorkingPage;
         });
     } else if (operate == MediaTask::OperateDequeued) {
         change([](RowContent &content) {
             content.progress = noProgress;
+            content.waiting = false;
             content.page = RowContent::IdlePage;
         });
     }
+}
+
+void MediaRowWidget::showBegun()
+{
+    change([](RowContent &content) {
+        content.progress = noProgress;
+        content.progressText = QStringLiteral("0.00%");
+        content.waiting = false;
+        content.page = RowContent::WorkingPage;
+    });
 }
 
 void MediaRowWidget::showProgress(double progress)

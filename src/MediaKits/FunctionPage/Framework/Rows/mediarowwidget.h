@@ -58,6 +58,9 @@ protected:
     /// Starts the probe of the source and asks for its picture, where the item has neither; for
     /// the subclass's constructor.
     void probeSource();
+    /// Asks for a picture of the source, which `setPicture` gets.
+    /// @param atMs of the source's time
+    void requestPicture(int atMs);
     /// Takes what the item already has of both.
     void adoptKnown();
     /// The source turned out to be none that can be used.
@@ -74,6 +77,8 @@ protected:
     /// Changes what is shown.
     void change(const std::function<void(RowContent &)> &changes);
     void showOperate(MediaTask::Operate operate);
+    /// Its turn has come.
+    void showBegun();
     void showProgress(double progress);
 
     bool event(QEvent *event) override;

@@ -4,7 +4,18 @@
 #include "MediaKits/MediaFormats/mediatexts.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
+
+namespace {
+
+// Turned by an odd number of quarter turns.
+bool isUpright(const VEncParam &video)
+{
+    return std::abs(std::remainder(video.rotate, 180.0)) > 45.0;
+}
+
+} // namespace
 
 void MediaFacts::setFile(const MediaFormatInfo &file)
 {
@@ -20,5 +31,8 @@ QString MediaFacts::sizeInPixels(int width, int height)
 
 QString MediaFacts::sizeInPixels(const QSharedPointer<VEncParam> &video)
 {
-    return video ? sizeInPixels(video->width, video->height) : QString();
+    if (!video)
+        return {};
+    return isUpright(*video) ? sizeInPixels(video->height, video->width)
+                             : sizeInPixels(video->width, video->height);
 }

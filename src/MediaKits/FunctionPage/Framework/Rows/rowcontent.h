@@ -14,7 +14,7 @@ struct MediaFacts
 
     /// "1280x720"; empty unless both are above 0.
     static QString sizeInPixels(int width, int height);
-    /// The same of a record that may be null.
+    /// The same of a record that may be null, as its picture is shown.
     static QString sizeInPixels(const QSharedPointer<VEncParam> &video);
 
     QString format;
@@ -48,6 +48,7 @@ struct RowContent
     QString progressText;
     QString remainingText;
     bool paused = false;
+    bool waiting = false; ///< on the working page, but not at work: there is no time to tell
 
     QString hindrance; ///< why the row can't be started as it is; empty when it can
     bool failed = false;

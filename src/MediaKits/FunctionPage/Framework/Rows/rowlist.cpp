@@ -20,6 +20,13 @@ bool RowList::focusNextPrevChild(bool next)
     return true;
 }
 
+// Items grow with the view by themselves, but shrink only with a new layout.
+void RowList::resizeEvent(QResizeEvent *event)
+{
+    QListWidget::resizeEvent(event);
+    doItemsLayout();
+}
+
 QListWidgetItem *RowList::addPath(const QString &path)
 {
     auto *item = new QListWidgetItem;

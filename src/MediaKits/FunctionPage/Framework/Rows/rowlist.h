@@ -30,6 +30,7 @@ public:
 protected:
     /// Scrolls to the row that the focus goes to.
     bool focusNextPrevChild(bool next) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     RowSight *m_sight;

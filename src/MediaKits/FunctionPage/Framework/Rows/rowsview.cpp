@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/Framework/Rows/rowsview.h"
 
+#include "controls/runmodal.h"
 #include "MediaKits/AppInstance/LocalStore/historyrecord.h"
 #include "MediaKits/FunctionPage/Framework/Formats/mediaformatsettipsdialog.h"
 #include "MediaKits/FunctionPage/Framework/Intake/mediaimportdialog.h"
@@ -31,7 +32,7 @@ bool RowsView::presetIsMissing()
 {
     if (!needsPreset() || m_encParamInfoID != 0)
         return false;
-    MediaFormatSetTipsDialog(this).exec();
+    runModal(new MediaFormatSetTipsDialog(this));
     return true;
 }
 

@@ -30,6 +30,10 @@ public:
     virtual void setOutPath(const QString &path) { m_outPath = path; }
     QString outPath() const { return m_outPath; }
 
+    /// Whether something is at work or waits for its turn.
+    virtual bool isWorking() const = 0;
+    /// What the user has to do before there is something to start; empty when there is.
+    virtual QString startHindrance() const { return {}; }
     /// Starts what can be started.
     /// @param groupName any text but an empty one
     virtual void convertAll(const QString &groupName) = 0;

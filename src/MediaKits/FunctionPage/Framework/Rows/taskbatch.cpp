@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/Framework/Rows/taskbatch.h"
 
+#include <QPointer>
+
 #include <utility>
 
 namespace {
@@ -16,12 +18,24 @@ TaskBatch::TaskBatch(QObject *parent) : QObject(parent) {}
 
 bool TaskBatch::takesChoices(const MediaTask &task)
 {
-    return isIdle(task.state()) && task.operate() != MediaTask::OperateQueued;
+    return isIdle(task.state()) && !isWaiting(task);
 }
 
 bool TaskBatch::canStart(MediaTask::State state)
 {
     return isIdle(state) || state == MediaTask::PAUSED;
+}
+
+bool TaskBatch::isUnderWay(const MediaTask &task)
+{
+    const MediaTask::State state = task.state();
+    return state == MediaTask::START || state == MediaTask::RUNNING || state == MediaTask::PAUSED ||
+           state == MediaTask::RESUMED;
+}
+
+bool TaskBatch::isWaiting(const MediaTask &task)
+{
+    return task.operate() == MediaTask::OperateQueued;
 }
 
 void TaskBatch::watch(MediaTask *task)
@@ -34,6 +48,10 @@ void TaskBatch::watch(MediaTask *task)
         if (MediaTask::isFinal(state) || state == MediaTask::PAUSED ||
             state == MediaTask::DESTORIED)
             leave(task);
+        if (MediaTask::isFinal(state) && m_restarting.contains(task))
+            onFinal(task);
+        else if (state == MediaTask::DESTORIED)
+            m_restarting.remove(task);
     });
     connect(task, &MediaTask::taskOperateChanged, this, [this, task](MediaTask::Operate operate) {
         if (operate == MediaTask::OperateDequeued)
@@ -75,6 +93,31 @@ void TaskBatch::stop(MediaTask *task)
     m_manager.removeTask(task);
 }
 
+void TaskBatch::restart(MediaTask *task)
+{
+    if (isUnderWay(*task) || task->state() == MediaTask::STOPING) {
+        m_restarting.insert(task);
+        task->stop();
+        return;
+    }
+    task->setGroupId(QString());
+    m_manager.addTask(task);
+}
+
+// The manager has yet to hear of the end.
+void TaskBatch::onFinal(MediaTask *task)
+{
+    m_restarting.remove(task);
+    const QPointer<MediaTask> alive(task);
+    QMetaObject::invokeMethod(
+        this,
+        [this, alive] {
+            if (alive)
+                restart(alive);
+        },
+        Qt::QueuedConnection);
+}
+
 void TaskBatch::operate(TaskOperation operation, MediaTask *task)
 {
     switch (operation) {
@@ -82,13 +125,22 @@ void TaskBatch::operate(TaskOperation operation, MediaTask *task)
         start(task);
         break;
     case TaskOperation::Pause:
-        task->pause();
+        if (isWaiting(*task))
+            m_manager.removeTask(task);
+        else
+            task->pause();
         break;
     case TaskOperation::Stop:
         stop(task);
         break;
     case TaskOperation::Resume:
-        task->resume();
+        if (isIdle(task->state()))
+            start(task);
+        else
+            task->resume();
+        break;
+    case TaskOperation::Restart:
+        restart(task);
         break;
     case TaskOperation::OpenFolder:
     case TaskOperation::Delete:

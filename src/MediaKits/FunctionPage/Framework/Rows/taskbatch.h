@@ -29,22 +29,30 @@ public:
     void start(MediaTask *task);
     /// Stops a task, whether it runs or waits.
     void stop(MediaTask *task);
-    /// Start, pause, stop and resume; the other operations aren't the batch's.
+    /// A start of its own of a task that may be at work, which is stopped first, or done.
+    void restart(MediaTask *task);
+    /// Start, pause, stop, resume and restart; the other operations aren't the batch's. A pause
+    /// takes a task that waits out of the queue, and a resume puts it back.
     void operate(TaskOperation operation, MediaTask *task);
 
     /// Whether a page's new choices still reach the task: it neither waits, works nor is done.
     static bool takesChoices(const MediaTask &task);
     static bool canStart(MediaTask::State state);
+    /// Whether the task has begun and not ended: there is work to lose.
+    static bool isUnderWay(const MediaTask &task);
+    static bool isWaiting(const MediaTask &task);
 
 signals:
     void groupStateChanged(const QString &groupName, TaskBatch::GroupState state);
 
 private:
     void leave(MediaTask *task);
+    void onFinal(MediaTask *task);
 
     MediaTasksManager m_manager;
     bool m_ticks = false;
     /// For comparing only: a pointer may be one of a task that is being destroyed.
     QSet<const MediaTask *> m_pending;
+    QSet<const MediaTask *> m_restarting; ///< that are being stopped for it
     QString m_groupName;
 };

@@ -11,6 +11,8 @@ enum class TaskOperation {
     Resume = 3,
     OpenFolder = 4,
     Delete = 5,
+    /// Once more from the beginning, whatever the task has done or does.
+    Restart = 6,
 };
 
 Q_DECLARE_METATYPE(TaskOperation)

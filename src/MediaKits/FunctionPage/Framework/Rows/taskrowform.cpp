@@ -133,6 +133,7 @@ void TaskRowForm::showContent(const RowContent &content)
     m_ui->lstItemwdtTask->setValue(content.progress);
     m_ui->lblProgress->setText(content.progressText);
     m_ui->lblTimeRemained->setText(content.remainingText);
+    m_ui->wdtTime->setHidden(content.waiting);
     showPaused(content.paused);
 
     const bool hindered = !content.hindrance.isEmpty();

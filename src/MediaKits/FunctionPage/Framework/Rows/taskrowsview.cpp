@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/Framework/Rows/taskrowsview.h"
 
+#include "controls/runmodal.h"
 #include "MediaKits/DataTracker/trackevent.h"
+#include "MediaKits/FunctionPage/Framework/Dialogs/mediamessagebox.h"
 #include "MediaKits/FunctionPage/Framework/Formats/mediaformatsettipsdialog.h"
 #include "MediaKits/FunctionPage/Framework/Rows/taskrowwidget.h"
 #include "MediaKits/MediaFormats/revealfile.h"
@@ -9,6 +11,7 @@
 
 #include <QPointer>
 
+#include <algorithm>
 #include <utility>
 
 TaskRowsView::TaskRowsView(QWidget *parent) : RowsView(parent)
@@ -94,23 +97,63 @@ void TaskRowsView::operate(TaskRowWidget *row, TaskOperation operation)
         return;
     switch (operation) {
     case TaskOperation::Start:
-        trackStart(QStringLiteral("单个转换"));
-        if (needsPreset() && row->encParamInfoID() == 0)
-            MediaFormatSetTipsDialog(this).exec();
-        else
-            m_batch.start(task);
+        start(row);
         break;
     case TaskOperation::OpenFolder:
         revealInFileManager(row->outputPath());
         break;
     case TaskOperation::Delete:
-        m_batch.stop(task);
-        deleteRow(row);
+        askAndRemove(row);
         break;
     case TaskOperation::Pause:
     case TaskOperation::Stop:
     case TaskOperation::Resume:
+    case TaskOperation::Restart:
         m_batch.operate(operation, task);
         break;
     }
+}
+
+void TaskRowsView::start(TaskRowWidget *row)
+{
+    trackStart(QStringLiteral("单个转换"));
+    if (needsPreset() && row->encParamInfoID() == 0)
+        runModal(new MediaFormatSetTipsDialog(this));
+    else
+        m_batch.start(row->task());
+}
+
+void TaskRowsView::askAndRemove(TaskRowWidget *row)
+{
+    const QPointer<TaskRowWidget> alive(row);
+    const bool mayGo =
+        !TaskBatch::isUnderWay(*row->task()) ||
+        MediaMessageBox::ask(tr("提示"), tr("该文件正在转换，删除会停止转换。确定删除吗？"), this);
+    if (mayGo && alive && alive->task())
+        removeRow(alive);
+}
+
+void TaskRowsView::removeRow(TaskRowWidget *row)
+{
+    m_batch.stop(row->task());
+    deleteRow(row);
+}
+
+bool TaskRowsView::isWorking() const
+{
+    const QVector<TaskRowWidget *> all = rows();
+    return std::any_of(all.begin(), all.end(), [](const TaskRowWidget *row) {
+        return TaskBatch::isUnderWay(*row->task()) || TaskBatch::isWaiting(*row->task());
+    });
+}
+
+QString TaskRowsView::startHindrance() const
+{
+    if (isEmpty())
+        return tr("请先添加文件");
+    const QVector<TaskRowWidget *> all = rows();
+    const bool hasWork = std::any_of(all.begin(), all.end(), [](const TaskRowWidget *row) {
+        return row->task()->isEnabled() && TaskBatch::canStart(row->task()->state());
+    });
+    return hasWork || isWorking() ? QString() : tr("列表中没有等待转换的文件");
 }

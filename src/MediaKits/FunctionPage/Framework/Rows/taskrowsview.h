@@ -19,6 +19,8 @@ public:
     /// The folder of the results of new rows and of those that have not begun.
     void setOutPath(const QString &path) override;
 
+    bool isWorking() const override;
+    QString startHindrance() const override;
     void convertAll(const QString &groupName) override;
 
 protected:
@@ -35,9 +37,13 @@ protected:
     QSharedPointer<MediaTask> createConversion(const QString &path) const;
     /// Takes a new row, whose task is in its item, into the batch and gives it the page's preset.
     void adoptRow(TaskRowWidget *row);
+    /// Stops the row's task and deletes the row, without a question.
+    void removeRow(TaskRowWidget *row);
 
 private:
     void operate(TaskRowWidget *row, TaskOperation operation);
+    void start(TaskRowWidget *row);
+    void askAndRemove(TaskRowWidget *row);
     void trackStart(const QString &mode) const;
 
     TaskBatch m_batch;

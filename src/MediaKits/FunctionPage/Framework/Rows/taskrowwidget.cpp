@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/Framework/Rows/taskrowwidget.h"
 
+#include "controls/runmodal.h"
 #include "MediaKits/DataTracker/oskdatatracker.h"
 #include "MediaKits/DataTracker/trackevent.h"
 #include "MediaKits/FunctionPage/Framework/Dialogs/failuredetailsdialog.h"
+#include "MediaKits/FunctionPage/Framework/Dialogs/mediamessagebox.h"
 #include "MediaKits/FunctionPage/Framework/Rows/taskbatch.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
 #include "MediaKits/MediaFormats/mediatexts.h"
@@ -13,6 +15,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QPointer>
 #include <QTimer>
 
 #include <cmath>
@@ -111,6 +114,24 @@ void TaskRowWidget::keepSource(const QSharedPointer<MediaInfoData> &info)
     });
 }
 
+void TaskRowWidget::applyEdited(const std::function<void()> &apply)
+{
+    const MediaTask *edited = task();
+    const bool hasEnded = edited->state() == MediaTask::FINISHED;
+    if (!hasEnded && !TaskBatch::isUnderWay(*edited)) {
+        apply();
+        return;
+    }
+    const QPointer<TaskRowWidget> alive(this);
+    const QString question =
+        hasEnded ? tr("该文件已按原来的设置转换完成。要按新的设置重新转换吗？")
+                 : tr("该文件已按原来的设置开始转换。要停止并按新的设置重新转换吗？");
+    if (!MediaMessageBox::ask(tr("提示"), question, this) || !alive || !task())
+        return;
+    apply();
+    emit taskOperationChange(TaskOperation::Restart);
+}
+
 void TaskRowWidget::showCutLength()
 {
     const auto range = param().timeRange;
@@ -131,8 +152,7 @@ void TaskRowWidget::onTaskState(MediaTask::State state)
         change([](RowContent &content) { content.paused = true; });
         break;
     case MediaTask::RESUMED:
-        m_workTimer.resume();
-        change([](RowContent &content) { content.paused = false; });
+        showResumed();
         break;
     case MediaTask::STOPED:
         showEnded();
@@ -154,6 +174,7 @@ void TaskRowWidget::onTaskState(MediaTask::State state)
 
 void TaskRowWidget::onTaskProgress(double progress)
 {
+    m_progress = progress;
     if (std::abs(progress) > smallestProgress)
         change([&](RowContent &content) {
             content.remainingText = m_workTimer.remainingText(progress);
@@ -173,9 +194,8 @@ void TaskRowWidget::onTaskMessage(int type, MediaTask *sender, const QVariant &v
 void TaskRowWidget::showStarted()
 {
     m_workTimer.restart();
+    showBegun();
     change([](RowContent &content) {
-        content.progress = noProgress;
-        content.page = RowContent::WorkingPage;
         content.nameReadOnly = true;
         content.paused = false;
         content.failed = false;
@@ -184,11 +204,33 @@ void TaskRowWidget::showStarted()
     OskDataTracker::instance().trackTableEvent(functionRecord(m_kind.function).startEvent);
 }
 
+void TaskRowWidget::showResumed()
+{
+    m_workTimer.resume();
+    change([](RowContent &content) {
+        content.paused = false;
+        content.waiting = false;
+    });
+    showProgress(m_progress);
+}
+
+// A task that waited has left the queue, until it is resumed.
+void TaskRowWidget::showHeld()
+{
+    change([](RowContent &content) {
+        content.page = RowContent::WorkingPage;
+        content.progressText = tr("已暂停");
+        content.waiting = true;
+        content.paused = true;
+    });
+}
+
 void TaskRowWidget::showEnded()
 {
     change([this](RowContent &content) {
         content.remainingText = tr("正在计算");
         content.progress = noProgress;
+        content.waiting = false;
         content.page = RowContent::IdlePage;
         content.nameReadOnly = false;
         content.editorEnabled = editorAllowed();
@@ -198,11 +240,10 @@ void TaskRowWidget::showEnded()
 void TaskRowWidget::showFailed()
 {
     const TaskFailure &failure = task()->failure();
-    const QStringList lines = QStringList(failure.cause) + failure.report;
     change([&](RowContent &content) {
         content.failed = true;
         content.failureTip = QStringLiteral("<p style='white-space:pre-wrap'>%1</p>")
-                                 .arg(lines.join(QLatin1Char('\n')).toHtmlEscaped());
+                                 .arg(failure.cause.toHtmlEscaped());
     });
     trackEnded(false);
 }
@@ -218,7 +259,8 @@ void TaskRowWidget::showFinished()
 
 void TaskRowWidget::showDone()
 {
-    if (!task())
+    // It may have been sent on its way once more.
+    if (!task() || task()->state() != MediaTask::FINISHED || TaskBatch::isWaiting(*task()))
         return;
     change([](RowContent &content) {
         content.progress = noProgress;
@@ -272,15 +314,18 @@ void TaskRowWidget::on_btnConvert_clicked()
 
 void TaskRowWidget::on_btnStop_clicked()
 {
+    const bool isHeld = content().waiting && content().paused;
     emit taskOperationChange(TaskOperation::Stop);
+    if (isHeld && task())
+        showEnded();
 }
 
 void TaskRowWidget::on_btnPause_toggled(bool checked)
 {
+    const bool waits = task() && TaskBatch::isWaiting(*task());
     emit taskOperationChange(checked ? TaskOperation::Pause : TaskOperation::Resume);
-    // A task that only waits can't be paused: the button shows what is.
-    if (task() && task()->operate() == MediaTask::OperateQueued)
-        change([](RowContent &) {});
+    if (checked && waits)
+        showHeld();
 }
 
 void TaskRowWidget::on_btnOpenDir_clicked()
@@ -296,5 +341,5 @@ void TaskRowWidget::on_btnPlayDst_clicked()
 void TaskRowWidget::on_btnErrorDetail_clicked()
 {
     if (const MediaTask *failed = task())
-        FailureDetailsDialog(failed->failure(), this).exec();
+        runModal(new FailureDetailsDialog(failed->failure(), this));
 }

@@ -33,6 +33,8 @@ public:
     /// The preset by its id; rows of a page without presets ignore it.
     virtual void setEncParamInfoID(quint32) {}
     virtual quint32 encParamInfoID() const { return 0; }
+    /// Takes the picture of the source that the row belongs to.
+    virtual void adoptPicture(const QPixmap &picture) { setPicture(picture); }
 
 signals:
     void taskOperationChange(TaskOperation operation);
@@ -56,6 +58,9 @@ protected:
     virtual void onResultProbed(const MediaInfoData &) {}
     /// Whether the row's editor may be opened for this source, which has to be known for it.
     virtual bool editorAllowed() const { return !sourceInfo().isNull(); }
+    /// Lets what was chosen in an editor take effect. A task that has begun or ended meanwhile goes
+    /// by what it was told: the user is asked whether it is to run again.
+    void applyEdited(const std::function<void()> &apply);
     /// Tells how long the result will be, after its time was cut.
     void showCutLength();
     /// For the subclass's own buttons.
@@ -72,6 +77,8 @@ private:
     void onTaskProgress(double progress);
     void onTaskMessage(int type, MediaTask *sender, const QVariant &value);
     void showStarted();
+    void showResumed();
+    void showHeld();
     void showEnded();
     void showFailed();
     void showFinished();
@@ -81,4 +88,5 @@ private:
 
     const Kind m_kind;
     WorkTimer m_workTimer;
+    double m_progress = 0.0;
 };

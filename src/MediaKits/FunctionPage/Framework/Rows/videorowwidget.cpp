@@ -88,8 +88,11 @@ void VideoRowWidget::on_btnCut_clicked()
         VideoCutDialog::edit(sourcePath(), *info, {param().timeRange, param().cropRect}, this);
     if (!saved || !task())
         return;
-    param().timeRange = saved->timeRange;
-    param().cropRect = saved->cropRect;
-    applyPreset(EncParamCatalog::instance().encParam(encParamInfoID()).data());
-    showCutLength();
+    applyEdited([this, &saved] {
+        param().timeRange = saved->timeRange;
+        param().cropRect = saved->cropRect;
+        applyPreset(EncParamCatalog::instance().encParam(encParamInfoID()).data());
+        showCutLength();
+        onCut();
+    });
 }

@@ -20,6 +20,9 @@ protected:
     /// The size of the result's picture whatever the preset has; empty where the preset decides.
     virtual QString fixedSize() const { return {}; }
 
+    /// The row's time or picture was cut anew.
+    virtual void onCut() {}
+
     void onSourceProbed(const MediaInfoData &info) override;
     void onResultProbed(const MediaInfoData &info) override;
     void applyPreset(const EncParam *preset) override;

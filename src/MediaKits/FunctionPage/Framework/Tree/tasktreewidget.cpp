@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/Framework/Tree/tasktreewidget.h"
 
+#include "MediaKits/FunctionPage/Framework/Dialogs/mediamessagebox.h"
 #include "MediaKits/FunctionPage/Framework/Rows/taskrowwidget.h"
 
 #include <QSignalBlocker>
 #include <QVariant>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 TaskTreeWidget::TaskTreeWidget(QWidget *parent) : TaskRowsView(parent), m_tree(new RowTree)
 {
@@ -29,8 +32,8 @@ void TaskTreeWidget::addFile(const QString &path)
     SourceRowWidget *source = createSourceRow(m_tree->addSource(path));
     connect(source, &SourceRowWidget::itemOperationActived, this, &TaskTreeWidget::operateSource);
     connect(source, &SourceRowWidget::pictureTaken, this, [this, source](const QPixmap &picture) {
-        for (MediaRowWidget *row : m_tree->fragmentRows(source->item().treeItem()))
-            row->setPicture(picture);
+        for (TaskRowWidget *fragment : fragmentsOf(source))
+            fragment->adoptPicture(picture);
     });
     m_tree->showRow(source);
     noteEmptiness();
@@ -47,12 +50,42 @@ void TaskTreeWidget::operateSource(QTreeWidgetItem *item, ItemOperation operatio
             addFragments(source);
         break;
     case ItemOperation::Delete:
-        for (MediaRowWidget *fragment : m_tree->fragmentRows(item))
-            fragment->on_btnDel_clicked();
-        m_tree->deleteRow(source);
-        noteEmptiness();
+        askAndRemove(source);
         break;
     }
+}
+
+void TaskTreeWidget::askAndRemove(SourceRowWidget *source)
+{
+    const QVector<TaskRowWidget *> fragments = fragmentsOf(source);
+    const bool works =
+        std::any_of(fragments.begin(), fragments.end(),
+                    [](const TaskRowWidget *row) { return TaskBatch::isUnderWay(*row->task()); });
+    const QPointer<SourceRowWidget> alive(source);
+    const QString question = tr("该文件的片段正在转换，删除会停止转换。确定删除吗？");
+    if (works && !MediaMessageBox::ask(tr("提示"), question, this))
+        return;
+    if (!alive || alive->item().isNull())
+        return;
+    for (TaskRowWidget *fragment : fragmentsOf(alive))
+        removeRow(fragment);
+    m_tree->deleteRow(alive);
+    noteEmptiness();
+}
+
+QVector<TaskRowWidget *> TaskTreeWidget::fragmentsOf(const SourceRowWidget *source) const
+{
+    QVector<TaskRowWidget *> fragments;
+    for (MediaRowWidget *row : m_tree->fragmentRows(source->item().treeItem()))
+        fragments += static_cast<TaskRowWidget *>(row);
+    return fragments;
+}
+
+QString TaskTreeWidget::startHindrance() const
+{
+    if (!isEmpty() && rows().isEmpty())
+        return tr("请先点击“添加片段”，标出要转换的片段");
+    return TaskRowsView::startHindrance();
 }
 
 void TaskTreeWidget::addFragments(SourceRowWidget *source)

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "controls/runmodal.h"
 #include "MediaKits/FunctionPage/Framework/Rows/taskrowsview.h"
 #include "MediaKits/FunctionPage/Framework/Tree/itemoperation.h"
 #include "MediaKits/FunctionPage/Framework/Tree/rowtree.h"
 #include "MediaKits/FunctionPage/Framework/Tree/sourcerowwidget.h"
 #include "MediaKits/MediaTasksManager/converttaskparam.h"
 
-#include <QDialog>
 #include <QPointer>
 
 /// Base of the trees: a row for each source, and below it one for each fragment that was marked in
@@ -22,6 +22,7 @@ public:
 
     void addFile(const QString &path) override;
     void clear() override;
+    QString startHindrance() const override;
 
 signals:
     void mediaTreeEmptyChanged(bool empty);
@@ -37,13 +38,11 @@ protected:
     template<class Dialog>
     static auto mark(SourceRowWidget *source)
     {
-        const QPointer<Dialog> dialog = new Dialog(source);
+        auto *dialog = new Dialog(source);
         dialog->showMedium(source->sourcePath(), *source->sourceInfo());
-        decltype(dialog->fragments()) marked;
-        if (dialog->exec() == QDialog::Accepted && dialog && !source->item().isNull())
-            marked = dialog->fragments();
-        delete dialog.data();
-        return marked;
+        const auto marked = runModal(dialog, [](const Dialog &saved) { return saved.fragments(); });
+        using Fragments = decltype(dialog->fragments());
+        return marked && !source->item().isNull() ? *marked : Fragments();
     }
     /// Appends a row for a fragment.
     /// @param fill completes its conversion, which has source and folder
@@ -56,7 +55,9 @@ protected:
 private:
     void operateSource(QTreeWidgetItem *item, ItemOperation operation);
     void addFragments(SourceRowWidget *source);
+    void askAndRemove(SourceRowWidget *source);
     SourceRowWidget *sourceRow(QTreeWidgetItem *item) const;
+    QVector<TaskRowWidget *> fragmentsOf(const SourceRowWidget *source) const;
 
     RowTree *m_tree;
 };

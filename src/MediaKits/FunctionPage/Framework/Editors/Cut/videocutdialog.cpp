@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/Framework/Editors/Cut/videocutdialog.h"
 
+#include "controls/runmodal.h"
 #include "MediaKits/FunctionPage/Framework/Editors/Cut/cropedit.h"
 #include "MediaKits/FunctionPage/Framework/Editors/timespanbinding.h"
 
-#include <QPointer>
 #include <QPushButton>
 
 VideoCutDialog::VideoCutDialog(QWidget *parent) : VideoCutEditor(tr("视频剪裁"), parent)
@@ -41,13 +41,8 @@ void VideoCutDialog::on_btnSave_clicked()
 std::optional<CutSettings> VideoCutDialog::edit(const QString &file, const MediaInfoData &info,
                                                 const CutSettings &settings, QWidget *row)
 {
-    // The row may go while the dialog runs.
-    const QPointer<VideoCutDialog> dialog = new VideoCutDialog(row);
+    auto *dialog = new VideoCutDialog(row);
     dialog->showMedium(file, info);
     dialog->setSettings(settings);
-    std::optional<CutSettings> saved;
-    if (dialog->exec() == Accepted && dialog)
-        saved = dialog->settings();
-    delete dialog.data();
-    return saved;
+    return runModal(dialog, [](const VideoCutDialog &saved) { return saved.settings(); });
 }

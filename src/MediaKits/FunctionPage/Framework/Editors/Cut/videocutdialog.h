@@ -21,7 +21,7 @@ public:
 
     /// Opens the dialog for the file of a row.
     /// @param settings what the row holds
-    /// @return what was saved; nothing when the user cancelled
+    /// @return what was saved; nothing when the user cancelled or the row has gone
     static std::optional<CutSettings> edit(const QString &file, const MediaInfoData &info,
                                            const CutSettings &settings, QWidget *row);
 
