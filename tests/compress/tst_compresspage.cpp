@@ -253,7 +253,13 @@ void TestCompressPage::refusesWhatIsNoVideo()
     QCOMPARE(test.text(0, "lblInSize"), QString());
     QVERIFY(!child(*test.row(0), "btnConvert")->isEnabled());
     QCOMPARE(test.text(0, "lblErrorConvert"), QStringLiteral("无法读取该文件"));
+    bool isTold = false;
+    whenModal("MediaMessageBox", [&isTold](QWidget &box) {
+        isTold = true;
+        press(box, "btnOK");
+    });
     press(*test.page, "btnConvertAll");
+    QVERIFY(isTold);
     QCOMPARE(test.state(0), MediaTask::UNSTARTED);
 }
 

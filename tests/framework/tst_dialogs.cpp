@@ -4,6 +4,7 @@
 #include "MediaKits/FunctionPage/Framework/Dialogs/historyrecordcovertdialog.h"
 #include "MediaKits/FunctionPage/Framework/Formats/mediaformatsettipsdialog.h"
 #include "MediaKits/FunctionPage/Framework/Rows/convertspeedswitchmenu.h"
+#include "support/guisupport.h"
 #include "support/testfile.h"
 
 #include <QPointer>

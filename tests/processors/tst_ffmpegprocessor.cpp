@@ -171,7 +171,7 @@ void TstFfmpegProcessor::stopKillsAtOnce()
             }
 
             run.processor->stop(true);
-            QCOMPARE(processState(pid), char(0));
+            QTRY_COMPARE(processState(pid), char(0));
             run.processor->stop(false);
             QSignalSpy later(run.processor.get(), &MediaProcessor::stateChanged);
             QVERIFY(!later.wait(200));

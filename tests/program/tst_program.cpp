@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "support/pagetest.h"
 #include "MediaKits/AppInstance/appinstance.h"
 #include "MediaKits/AppInstance/LocalStore/appini.h"
 #include "MediaKits/AppInstance/LocalStore/historyrecord.h"
@@ -7,6 +6,7 @@
 #include "MediaKits/MainWindow/mainwindow.h"
 #include "platform/utf8locale.h"
 #include "support/mediaprobe.h"
+#include "support/pagetest.h"
 #include "support/testmedia.h"
 #include "support/toolrun.h"
 

@@ -177,7 +177,8 @@ void TestStores::settingsMerge()
         const QVariantMap converter = settings.map().value(FunctionSection::converter).toMap();
         QCOMPARE(converter.value(QStringLiteral("extra")).toInt(), 7);
         QCOMPARE(converter.value(FunctionKey::encParamID).toUInt(), 1003001U);
-        QCOMPARE(converter.value(FunctionKey::outPath).toString(), defaultOutputDir(MediaFunction::Convert));
+        QCOMPARE(converter.value(FunctionKey::outPath).toString(),
+                 defaultOutputDir(MediaFunction::Convert));
         settings.setValue(FunctionSection::cutter, FunctionKey::encParamID, 1005001U);
     }
     FunctionSettings settings;

@@ -108,7 +108,7 @@ void ConvertTask::prepare()
 {
     QVariantMap tree = buildOptionTree(*m_param);
     tree.insert(QStringLiteral("duration"), outputDuration(*m_param));
-    FFmpegExTask::setParam(new FFmpegExTaskParam(tree));
+    setBaseParam(new FFmpegExTaskParam(tree));
     FFmpegExTask::prepare();
 }
 

@@ -56,6 +56,6 @@ void FFmpegExTask::prepare()
 {
     const QVariantMap tree = m_param->options.toMap();
     const int durationMs = tree.value(QStringLiteral("duration")).toInt();
-    FFmpegTask::setParam(new FFmpegTaskParam(commandText(tree), durationMs));
+    setBaseParam(new FFmpegTaskParam(commandText(tree), durationMs));
     FFmpegTask::prepare();
 }

@@ -11,6 +11,6 @@ void FileConcatTask::prepare()
         QStringLiteral("-safe 1 -hide_banner -y -f concat -i %1 -c copy -map 0  %2")
             .arg(quoteToolPath(m_param->listFile), quoteToolPath(m_param->output));
     // Copying has no length of its own to count against: its progress stays near 0.
-    FFmpegTask::setParam(new FFmpegTaskParam(command, std::numeric_limits<int>::max()));
+    setBaseParam(new FFmpegTaskParam(command, std::numeric_limits<int>::max()));
     FFmpegTask::prepare();
 }

@@ -33,5 +33,8 @@ public:
     }
 
 protected:
+    /// For a task that turns its parameter into that of its base.
+    void setBaseParam(MediaTaskParam *param) { Base::setParam(param); }
+
     QSharedPointer<P> m_param;
 };

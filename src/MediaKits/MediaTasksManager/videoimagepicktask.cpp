@@ -50,6 +50,6 @@ void VideoImagePickTask::start()
         fail(tr("不支持的图片格式：%1").arg(m_param->target));
         return;
     }
-    FFmpegTask::setParam(new FFmpegTaskParam(command, std::numeric_limits<int>::max()));
-    FFmpegTask::start();
+    setBaseParam(new FFmpegTaskParam(command, std::numeric_limits<int>::max()));
+    ParamTask::start();
 }

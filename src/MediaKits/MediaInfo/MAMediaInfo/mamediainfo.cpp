@@ -64,10 +64,8 @@ void MAMediaInfo::start()
         return;
     }
     m_data = data;
-    if (data->video)
-        m_mediaKind = HasVideo;
-    else if (!data->audios.isEmpty())
-        m_mediaKind = AudioOnly;
+    const MediaKind withoutVideo = data->audios.isEmpty() ? NothingUsable : AudioOnly;
+    m_mediaKind = data->video ? HasVideo : withoutVideo;
     emit got();
     emit finish();
 }
