@@ -163,6 +163,7 @@ void TestMerging::joinsWhatIsNotAlike()
     const TestFolder folder;
     Merge merge(wanted(folder, format, preset, order));
     QVERIFY2(merge.run() == MediaTask::FINISHED, qPrintable(merge.cause()));
+    QCOMPARE(merge.task->remarks().texts, QStringList());
 
     const QString path = folder.result(format);
     const ProbedFile file = probeMedia(path);
@@ -219,6 +220,7 @@ void TestMerging::joinsSounds()
     const TestFolder folder;
     Merge merge(wanted(folder, format, preset, QStringLiteral("BRA")));
     QVERIFY2(merge.run() == MediaTask::FINISHED, qPrintable(merge.cause()));
+    QCOMPARE(merge.task->remarks().texts, QStringList());
     const QString path = folder.result(format);
     QVERIFY(probeMedia(path).video.isEmpty());
     const QByteArray sound = decoded(path, QStringLiteral("-vn -ac 1 -ar 8000 -f s8"));

@@ -265,6 +265,7 @@ void TestResultTable::holdsWhatWasAskedFor()
     const TestFolder folder;
     Convert convert(wanted(row, folder));
     QVERIFY2(convert.run() == MediaTask::FINISHED, qPrintable(convert.cause()));
+    QCOMPARE(convert.task->remarks().texts, QStringList());
     const QString path = folder.result(row.suffix());
     const ProbedFile file = probeMedia(path);
 
