@@ -25,6 +25,9 @@ private slots:
     void oddNames_data();
     void oddNames();
     void longNames();
+    void foldersWithoutRename_data();
+    void foldersWithoutRename();
+    void keepsWhatCannotBeMoved();
     void sourceIsNeverTouched();
     void noPermission();
     void outputFolderIsAFile();
@@ -187,11 +190,63 @@ void TestBadInput::longNames()
     QCOMPARE(state(first), QStringLiteral("FINISHED"));
     const QJsonObject second = convertOne(m_clip, 1003005, out.path(), named);
     QCOMPARE(state(second), QStringLiteral("ERROR"));
-    QVERIFY2(message(second).contains(QStringLiteral("文件名过长")), qPrintable(message(second)));
+    // Said before the work, not after it.
+    QVERIFY2(message(second).endsWith(QStringLiteral("输出文件名过长")),
+             qPrintable(message(second)));
     const QJsonObject longer =
         convertOne(m_clip, 1003005, out.path(), {QStringLiteral("--name"), name + name});
     QVERIFY2(message(longer).contains(QStringLiteral("文件名过长")), qPrintable(message(longer)));
     QCOMPARE(entriesOf(out.path()), QStringList(name + QStringLiteral(".mp4")));
+}
+
+// The command line on a system whose file system lacks ways to rename.
+static QJsonObject convertWithoutRename(const QString &file, const QString &outDir,
+                                        const QString &mode)
+{
+    const ToolRun run = runCli(
+        {QStringLiteral("convert"), file, QStringLiteral("--preset"), QStringLiteral("1003005"),
+         QStringLiteral("--out"), outDir, QStringLiteral("--json")},
+        {QStringLiteral("LD_PRELOAD=") + builtProgram(QStringLiteral("norename.so")),
+         QStringLiteral("NORENAME=") + mode,
+         QStringLiteral("ASAN_OPTIONS=verify_asan_link_order=0")});
+    const QList<QJsonObject> records = jobRecords(run);
+    return records.size() == 1 ? records.first() : QJsonObject();
+}
+
+void TestBadInput::foldersWithoutRename_data()
+{
+    QTest::addColumn<QString>("mode");
+    QTest::newRow("renames replace") << QStringLiteral("careless");
+    QTest::newRow("no renames") << QStringLiteral("none");
+}
+
+void TestBadInput::foldersWithoutRename()
+{
+    QFETCH(QString, mode);
+    const QTemporaryDir out;
+    const QString mine = out.filePath(QStringLiteral("clip.mp4"));
+    writeFile(mine, "mine");
+    const QJsonObject record = convertWithoutRename(m_clip, out.path(), mode);
+    QCOMPARE(record[QLatin1String("output")].toString(),
+             out.filePath(QStringLiteral("clip(2).mp4")));
+    QCOMPARE(contentOf(mine), QByteArray("mine"));
+    const ProbedFile result = probeMedia(out.filePath(QStringLiteral("clip(2).mp4")));
+    QCOMPARE(result.video[QLatin1String("width")].toInt(), 640);
+    QCOMPARE(entriesOf(out.path()),
+             (QStringList{QStringLiteral("clip(2).mp4"), QStringLiteral("clip.mp4")}));
+}
+
+void TestBadInput::keepsWhatCannotBeMoved()
+{
+    const QTemporaryDir out;
+    const QJsonObject record = convertWithoutRename(m_clip, out.path(), QStringLiteral("refused"));
+    QCOMPARE(state(record), QStringLiteral("ERROR"));
+    const QString kept = message(record).section(QStringLiteral("成品保留在："), 1);
+    QVERIFY2(kept.startsWith(out.path()), qPrintable(message(record)));
+    // Also after the program's end, and after the next one's start.
+    const QJsonObject next = convertOne(m_clip, 1003005, out.path());
+    QCOMPARE(state(next), QStringLiteral("FINISHED"));
+    QCOMPARE(probeMedia(kept).video[QLatin1String("width")].toInt(), 640);
 }
 
 void TestBadInput::sourceIsNeverTouched()

@@ -2,6 +2,7 @@
 #include "cli/commandline.h"
 #include "cli/consoleprogress.h"
 #include "cli/textvalues.h"
+#include "MediaKits/MediaTasksManager/converttask.h"
 
 #include <QTest>
 
@@ -15,6 +16,7 @@ private slots:
     void boxes();
     void beauty_data();
     void beauty();
+    void noVolumeMutes();
     void wrongWords_data();
     void wrongWords();
     void rightWords();
@@ -86,6 +88,17 @@ void TestCliValues::beauty()
         QVERIFY(record.reverse && !record.vflip);
         QCOMPARE(record.contrast, 1.0F);
     }
+}
+
+// A factor of 0 isn't taken for one that was never set.
+void TestCliValues::noVolumeMutes()
+{
+    ConvertTaskParam param;
+    param.format = QStringLiteral("mp3");
+    param.beauty =
+        QSharedPointer<VideoBeautyParam>::create(*parseBeauty(QStringLiteral("volume=0")));
+    QVERIFY2(ConvertTask::buildFilterText(param).contains(QLatin1String("volume=0.00")),
+             qPrintable(ConvertTask::buildFilterText(param)));
 }
 
 void TestCliValues::wrongWords_data()

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "controls/complexedit.h"
+#include "controls/elidedlabel.h"
 #include "MediaKits/AppInstance/LocalStore/appini.h"
 #include "MediaKits/AppInstance/LocalStore/historyrecord.h"
 #include "MediaKits/FunctionPage/VideoConvert/mediaconvertfunctionpage.h"
@@ -61,6 +62,7 @@ private slots:
     void deleteWhileRunning();
     void failureIsExplained_data();
     void failureIsExplained();
+    void remarksOnAResult();
     void opensAndReveals();
     void destroyedWhileWorking();
 
@@ -410,6 +412,40 @@ void TestConvertPage::failureIsExplained()
     press(*test.row(0), "btnConvert");
     QTRY_VERIFY(!error->isVisible());
     QTRY_COMPARE_WITH_TIMEOUT(test.state(0), MediaTask::ERROR, endLimitMs);
+}
+
+// What a finished result lacks stands in the row, with the tool's words behind it.
+void TestConvertPage::remarksOnAResult()
+{
+    const QString whole = media(QStringLiteral("whole.mkv"));
+    ClipPlan plan;
+    plan.seconds = 6;
+    makeClip(whole, plan);
+    QFile file(whole);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QString cut = media(QStringLiteral("cut.mkv"));
+    writeTestFile(cut, file.read(file.size() / 2));
+    ConvertPage test(FunctionSection::converter, mp4Small);
+    test.add({cut, m_clip});
+    QTRY_COMPARE(test.list()->count(), 2);
+    press(*test.row(1), "btnConvert");
+    press(*test.row(0), "btnConvert");
+    QTRY_COMPARE_WITH_TIMEOUT(test.statePage(0), 2, endLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(test.statePage(1), 2, endLimitMs);
+    QVERIFY(!child<QWidget>(*test.row(1), "wdtRemark")->isVisible());
+    auto *remark = child<ElidedLabel>(*test.row(0), "lblRemark");
+    QVERIFY(remark->isVisible());
+    QVERIFY2(remark->fullText().startsWith(QStringLiteral("比源文件短")),
+             qPrintable(remark->fullText()));
+    shoot(*test.page, "convert_remark");
+    QString shown;
+    whenModal("FailureDetailsDialog", [&shown](QWidget &dialog) {
+        shown = child<QLabel>(dialog, "lblCause")->text();
+        shoot(dialog, "remark_details");
+        press(dialog, "btnOK");
+    });
+    press(*test.row(0), "btnRemarkDetail");
+    QCOMPARE(shown, test.row(0)->task()->remarks().texts.join(QLatin1Char('\n')));
 }
 
 void TestConvertPage::opensAndReveals()

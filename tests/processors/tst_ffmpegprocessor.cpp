@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MediaProcessor/ffmpegprocessor.h"
+#include "MediaKits/MediaProcessor/kuxprocessor.h"
 
 #include "support/mediaprobe.h"
+#include "support/testfile.h"
 #include "support/testmedia.h"
 #include "support/toolrun.h"
 
@@ -51,6 +53,24 @@ public:
     void start() override { launch(QStringLiteral("/nowhere/tool -x")); }
 };
 
+// A tool that only ends when a file is there.
+class UnendableTool : public FFMpegProcessor
+{
+public:
+    void startUntil(const QString &file)
+    {
+        launch(builtProgram(QStringLiteral("unendable")), {file});
+    }
+
+    bool isHeld = false;
+
+protected:
+    void childOutput(const QByteArray &bytes) override
+    {
+        isHeld = isHeld || bytes.contains("held");
+    }
+};
+
 } // namespace
 
 class TstFfmpegProcessor : public QObject
@@ -64,8 +84,11 @@ private slots:
     void failsWithoutTool();
     void pausesAndGoesOn();
     void stopKillsAtOnce();
+    void nobodyWaitsForDeadDisks_data();
+    void nobodyWaitsForDeadDisks();
     void stopLetsFinishFile();
     void endsWithItsChild();
+    void kuxProgressStaysInRange();
     void blockingRunNeedsNoEventLoop();
 
 private:
@@ -180,6 +203,36 @@ void TstFfmpegProcessor::stopKillsAtOnce()
     }
 }
 
+void TstFfmpegProcessor::nobodyWaitsForDeadDisks_data()
+{
+    QTest::addColumn<bool>("isStopped");
+    QTest::newRow("stopped") << true;
+    QTest::newRow("deleted") << false;
+}
+
+void TstFfmpegProcessor::nobodyWaitsForDeadDisks()
+{
+    QFETCH(bool, isStopped);
+    const QTemporaryDir dir;
+    const QString end = dir.filePath(QStringLiteral("end"));
+    auto processor = std::make_unique<UnendableTool>();
+    processor->startUntil(end);
+    QTRY_VERIFY(processor->isHeld || processor->isFinal());
+    if (!processor->isHeld)
+        QSKIP("this system lets no process hold another");
+    const qint64 pid = processor->processId();
+    if (isStopped) {
+        processor->stop(true);
+        QCOMPARE(processor->state(), MediaProcessor::ProcessorFinished);
+        QCOMPARE(processor->processId(), 0);
+    }
+    processor.reset();
+    // Dead, but not gone.
+    QCOMPARE(processState(pid), 'Z');
+    writeTestFile(end);
+    QTRY_COMPARE(processState(pid), char(0));
+}
+
 void TstFfmpegProcessor::stopLetsFinishFile()
 {
     Run run(m_long, 60000);
@@ -211,6 +264,19 @@ void TstFfmpegProcessor::endsWithItsChild()
     QVERIFY(processState(pid) != 0);
     deleted.processor.reset();
     QCOMPARE(processState(pid), char(0));
+}
+
+// Its length is an upper bound that longer films pass.
+void TstFfmpegProcessor::kuxProgressStaysInRange()
+{
+    struct OpenKux : KuxProcessor
+    {
+        using KuxProcessor::progressAt;
+    };
+    const OpenKux kux;
+    QCOMPARE(kux.progressAt(500000000, 1000000), 0.5);
+    QVERIFY(kux.progressAt(1500000000, 1000000) < 1.0);
+    QVERIFY(kux.progressAt(1500000000, 1000000) >= kux.progressAt(999000000, 1000000));
 }
 
 void TstFfmpegProcessor::blockingRunNeedsNoEventLoop()

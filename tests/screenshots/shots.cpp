@@ -360,8 +360,9 @@ const QVector<Shot> &allShots()
         {QLatin1String("merge-cut"), showCutInputs},
         {QLatin1String("merge-finished"),
          [](Stage &stage) {
-             stage.show(new MediaMergeFinishTipsDialog(QStringLiteral("/home/output/合并视频.mp4"),
-                                                       &stage.window()));
+             stage.show(new MediaMergeFinishTipsDialog(
+                 QStringLiteral("/home/output/合并视频.mp4"),
+                 QStringLiteral("海边的第二天.mkv：比源文件短 15 秒"), &stage.window()));
          }},
         {QLatin1String("audio-rows"),
          [](Stage &stage) { fillPage<AudioConvertFunctionPage>(stage, "btnAudioConverter"); }},

@@ -4,11 +4,14 @@
 #include "MediaKits/MediaFormats/revealfile.h"
 #include "ui_mediamergefinishtipsdialog.h"
 
-MediaMergeFinishTipsDialog::MediaMergeFinishTipsDialog(const QString &path, QWidget *parent)
+MediaMergeFinishTipsDialog::MediaMergeFinishTipsDialog(const QString &path, const QString &remarks,
+                                                       QWidget *parent)
     : DialogFrame(parent), m_path(path)
 {
     Ui::MediaMergeFinishTipsDialog form;
     setUpForm(form);
+    form.lblRemarks->setText(remarks);
+    form.lblRemarks->setHidden(remarks.isEmpty());
     setTitle(tr("提示"));
 }
 

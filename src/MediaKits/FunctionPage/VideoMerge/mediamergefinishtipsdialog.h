@@ -9,7 +9,9 @@ class MediaMergeFinishTipsDialog : public DialogFrame
     Q_OBJECT
 
 public:
-    explicit MediaMergeFinishTipsDialog(const QString &path, QWidget *parent = nullptr);
+    /// @param remarks what the result lacks, one a line; empty when it is all that was asked for
+    MediaMergeFinishTipsDialog(const QString &path, const QString &remarks,
+                               QWidget *parent = nullptr);
 
 private slots:
     void on_btnOpen_clicked();

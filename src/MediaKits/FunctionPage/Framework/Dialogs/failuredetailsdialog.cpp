@@ -6,14 +6,26 @@
 #include <QClipboard>
 #include <QGuiApplication>
 
-FailureDetailsDialog::FailureDetailsDialog(const TaskFailure &failure, QWidget *parent)
+FailureDetailsDialog::FailureDetailsDialog(const QString &title, const QString &text,
+                                           const QStringList &report, QWidget *parent)
     : DialogFrame(parent), m_ui(std::make_unique<Ui::FailureDetailsDialog>())
 {
-    setTitle(tr("转换失败"));
+    setTitle(title);
     setUpForm(*m_ui);
-    m_ui->lblCause->setText(failure.cause);
-    m_ui->pteReport->setPlainText(failure.report.join(QLatin1Char('\n')));
-    m_ui->pteReport->setVisible(!failure.report.isEmpty());
+    m_ui->lblCause->setText(text);
+    m_ui->pteReport->setPlainText(report.join(QLatin1Char('\n')));
+    m_ui->pteReport->setVisible(!report.isEmpty());
+}
+
+FailureDetailsDialog::FailureDetailsDialog(const TaskFailure &failure, QWidget *parent)
+    : FailureDetailsDialog(tr("转换失败"), failure.cause, failure.report, parent)
+{
+}
+
+FailureDetailsDialog::FailureDetailsDialog(const TaskRemarks &remarks, QWidget *parent)
+    : FailureDetailsDialog(tr("转换完成，请留意"), remarks.texts.join(QLatin1Char('\n')),
+                           remarks.report, parent)
+{
 }
 
 FailureDetailsDialog::~FailureDetailsDialog() = default;

@@ -53,4 +53,5 @@ struct RowContent
     QString hindrance; ///< why the row can't be started as it is; empty when it can
     bool failed = false;
     QString failureTip;
+    QString remark; ///< what a finished result lacks; empty when it is all that was asked for
 };

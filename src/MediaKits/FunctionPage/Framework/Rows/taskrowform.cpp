@@ -62,7 +62,8 @@ void TaskRowForm::connectButtons()
         connect(editor, &QPushButton::clicked, this, &TaskRowForm::editorPressed);
     connect(m_ui->btnPlayDst, &QPushButton::clicked, this, &TaskRowForm::playResultPressed);
     connect(m_ui->btnOpenDir, &QPushButton::clicked, this, &TaskRowForm::reveal);
-    connect(m_ui->btnErrorDetail, &QPushButton::clicked, this, &TaskRowForm::failurePressed);
+    connect(m_ui->btnErrorDetail, &QPushButton::clicked, this, &TaskRowForm::detailsPressed);
+    connect(m_ui->btnRemarkDetail, &QPushButton::clicked, this, &TaskRowForm::detailsPressed);
     connect(m_ui->cedtOutputName, &ComplexEdit::editingFinished, this,
             [this] { emit nameEdited(m_ui->cedtOutputName->text()); });
 }
@@ -142,4 +143,6 @@ void TaskRowForm::showContent(const RowContent &content)
     m_ui->lblErrorConvert->setText(hindered ? content.hindrance : tr("转换失败"));
     m_ui->btnErrorDetail->setVisible(content.failed);
     setPlainToolTip(m_ui->lblErrorConvert, content.failureTip);
+    m_ui->wdtRemark->setVisible(!content.remark.isEmpty());
+    m_ui->lblRemark->setFullText(content.remark);
 }

@@ -53,7 +53,7 @@ signals:
     void editorPressed();
     void playResultPressed();
     void revealPressed();
-    void failurePressed();
+    void detailsPressed();
     /// The text without its suffix.
     void nameEdited(const QString &name);
 

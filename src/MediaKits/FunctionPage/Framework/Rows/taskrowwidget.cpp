@@ -57,7 +57,7 @@ RowForm *TaskRowWidget::createForm()
     connect(form, &TaskRowForm::pauseToggled, this, &TaskRowWidget::on_btnPause_toggled);
     connect(form, &TaskRowForm::playResultPressed, this, &TaskRowWidget::on_btnPlayDst_clicked);
     connect(form, &TaskRowForm::revealPressed, this, &TaskRowWidget::on_btnOpenDir_clicked);
-    connect(form, &TaskRowForm::failurePressed, this, &TaskRowWidget::on_btnErrorDetail_clicked);
+    connect(form, &TaskRowForm::detailsPressed, this, &TaskRowWidget::on_btnErrorDetail_clicked);
     connect(form, &TaskRowForm::nameEdited, this, &TaskRowWidget::renameOutput);
     connectForm(*form);
     return form;
@@ -196,6 +196,7 @@ void TaskRowWidget::showStarted()
     m_workTimer.restart();
     showBegun();
     change([](RowContent &content) {
+        content.remark.clear();
         content.nameReadOnly = true;
         content.paused = false;
         content.failed = false;
@@ -262,9 +263,11 @@ void TaskRowWidget::showDone()
     // It may have been sent on its way once more.
     if (!task() || task()->state() != MediaTask::FINISHED || TaskBatch::isWaiting(*task()))
         return;
-    change([](RowContent &content) {
+    const QString remark = task()->remarks().texts.join(tr("；"));
+    change([&](RowContent &content) {
         content.progress = noProgress;
         content.page = RowContent::DonePage;
+        content.remark = remark;
     });
     readResult();
     trackEvent(m_kind.function, QStringLiteral("video_convert_submit"));
@@ -340,6 +343,10 @@ void TaskRowWidget::on_btnPlayDst_clicked()
 
 void TaskRowWidget::on_btnErrorDetail_clicked()
 {
-    if (const MediaTask *failed = task())
-        runModal(new FailureDetailsDialog(failed->failure(), this));
+    const MediaTask *told = task();
+    if (!told)
+        return;
+    const TaskRemarks &remarks = told->remarks();
+    runModal(remarks.isEmpty() ? new FailureDetailsDialog(told->failure(), this)
+                               : new FailureDetailsDialog(remarks, this));
 }
