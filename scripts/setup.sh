@@ -8,12 +8,12 @@ set -euo pipefail
 packages=(
     ca-certificates ccache cmake default-jre-headless ffmpeg fonts-noto-cjk g++ libcurl4-gnutls-dev
     libeasyloggingpp-dev libfontconfig-dev libjmac-java libmediainfo-dev librsvg2-bin libssl-dev
-    libxcb-randr0-dev libxcb-shape0-dev libxcb1-dev mold mplayer mpv ninja-build pkg-config
-    qtbase5-dev qttranslations5-l10n
+    libqt5x11extras5-dev libxcb-randr0-dev libxcb-shape0-dev libxcb1-dev mold mplayer mpv ninja-build
+    pkg-config qtbase5-dev qttranslations5-l10n
 )
 [ "${1:-}" = test ] && packages+=(
-    appstream clang-format-14 clang-tidy-14 desktop-file-utils git imagemagick libcpp-httplib-dev
-    openbox picom strace util-linux x11-utils xdotool xvfb
+    appstream clang-format-14 clang-tidy-14 dbus-daemon desktop-file-utils git imagemagick
+    libcpp-httplib-dev metacity openbox picom strace trayer util-linux x11-utils xdotool xfwm4 xvfb
 )
 
 missing=()

@@ -9,8 +9,9 @@
 namespace {
 
 const QRgb textColour = 0xff333333;
-const QRgb faintColour = 0xffbbbbbb;
-const QRgb accentColour = 0xff0088ff;
+const QRgb quietColour = 0xff6b6b6b;
+const QRgb disabledColour = 0xffbbbbbb;
+const QRgb accentColour = 0xff006cd6;
 const QRgb windowColour = 0xfff5f6f8;
 const int fontPixels = 13;
 
@@ -28,10 +29,10 @@ QPalette applicationPalette()
     for (const QPalette::ColorRole role :
          {QPalette::WindowText, QPalette::ButtonText, QPalette::Text, QPalette::ToolTipText}) {
         palette.setColor(role, QColor(textColour));
-        palette.setColor(QPalette::Disabled, role, QColor(faintColour));
+        palette.setColor(QPalette::Disabled, role, QColor(disabledColour));
     }
     palette.setColor(QPalette::Base, QColor(Qt::white));
-    palette.setColor(QPalette::PlaceholderText, QColor(faintColour));
+    palette.setColor(QPalette::PlaceholderText, QColor(quietColour));
     palette.setColor(QPalette::Highlight, QColor(accentColour));
     palette.setColor(QPalette::HighlightedText, QColor(Qt::white));
     palette.setColor(QPalette::Link, QColor(accentColour));

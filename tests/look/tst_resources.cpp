@@ -9,6 +9,8 @@
 #include <QTranslator>
 #include <QWidget>
 
+#include <cmath>
+
 class TstResources : public QObject
 {
     Q_OBJECT
@@ -17,6 +19,7 @@ private slots:
     void sourcesNameOnlyExistingPictures();
     void everyCategoryHasItsPicture();
     void styleSheetParses();
+    void textStandsOutFromItsGround();
     void chineseTextsOfQt();
 };
 
@@ -84,6 +87,64 @@ void TstResources::styleSheetParses()
     qInstallMessageHandler(before);
     QVERIFY(applied);
     QVERIFY2(messages.isEmpty(), qPrintable(messages.join(QLatin1Char('\n'))));
+}
+
+// As WCAG 2 defines it.
+static double luminance(const QColor &colour)
+{
+    const auto linear = [](double part) {
+        return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+           0.0722 * linear(colour.blueF());
+}
+
+static double contrast(const QColor &one, const QColor &other)
+{
+    const double a = luminance(one);
+    const double b = luminance(other);
+    return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
+}
+
+// Each rule's text on its own ground, or else on that of cards and windows.
+void TstResources::textStandsOutFromItsGround()
+{
+    constexpr double least = 4.5;
+    static const QRegularExpression rule(QStringLiteral("([^{}]+)\\{([^{}]*)\\}"));
+    static const QRegularExpression text(QStringLiteral("(?<![-\\w])color: (#\\w{6})"));
+    static const QRegularExpression ground(QStringLiteral("(?<![-\\w])background: (#\\w{6})"));
+    QFile file(QStringLiteral(":/qss/app.qss"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QStringList faults;
+    int count = 0;
+    auto rules = rule.globalMatch(QString::fromUtf8(file.readAll()));
+    while (rules.hasNext()) {
+        const auto match = rules.next();
+        const QString selector = match.captured(1).trimmed();
+        QColor colour(text.match(match.captured(2)).captured(1));
+        // The states of a filled button change its ground alone.
+        if (!colour.isValid() && selector.contains(QLatin1String("primary")))
+            colour = Qt::white;
+        QVector<QColor> grounds{QColor(ground.match(match.captured(2)).captured(1))};
+        if (!grounds.first().isValid() && colour != Qt::white)
+            grounds = {Qt::white, QColor(0xf5, 0xf6, 0xf8)};
+        if (!colour.isValid() || selector.contains(QLatin1String(":disabled")))
+            continue;
+        for (const QColor &below : qAsConst(grounds)) {
+            if (below.isValid() && ++count > 0 && contrast(colour, below) < least)
+                faults += selector;
+        }
+    }
+    const QPalette palette = QApplication::palette();
+    for (const auto role : {QPalette::PlaceholderText, QPalette::Link, QPalette::Text}) {
+        if (contrast(palette.color(role), palette.color(QPalette::Base)) < least)
+            faults += QStringLiteral("palette %1").arg(role);
+    }
+    if (contrast(palette.color(QPalette::HighlightedText), palette.color(QPalette::Highlight)) <
+        least)
+        faults += QStringLiteral("palette's selection");
+    QVERIFY(count > 20);
+    QVERIFY2(faults.isEmpty(), qPrintable(faults.join(QLatin1Char('\n'))));
 }
 
 void TstResources::chineseTextsOfQt()

@@ -6,6 +6,7 @@
 #include "MediaKits/DataTracker/currentfunction.h"
 #include "MediaKits/MainWindow/homepage.h"
 #include "resources/look.h"
+#include "support/desktop.h"
 #include "support/guisupport.h"
 #include "support/scriptedserver.h"
 #include "support/testfile.h"
@@ -89,6 +90,7 @@ private slots:
     void closeButton_data();
     void closeButton();
     void systemCloseHidesUntilTrayLeaves();
+    void withoutTrayClosingLeaves();
     void destructionRemovesTempDir();
     void secondStart_data();
     void secondStart();
@@ -120,6 +122,7 @@ void TestMainWindow::closeButton()
     QFETCH(QByteArray, button);
     QFETCH(bool, noMore);
     QFETCH(int, mode);
+    const SystemTray tray;
     const bool rejected = button == "btnClose";
     MainWindow window;
     window.show();
@@ -150,6 +153,7 @@ void TestMainWindow::closeButton()
 
 void TestMainWindow::systemCloseHidesUntilTrayLeaves()
 {
+    const SystemTray tray;
     MainWindow window;
     window.show();
     QVERIFY(QTest::qWaitForWindowActive(&window));
@@ -174,6 +178,25 @@ void TestMainWindow::systemCloseHidesUntilTrayLeaves()
     QVERIFY(!icon->isVisible());
 }
 
+// Nothing could bring a hidden window back, whatever was answered on another desktop.
+void TestMainWindow::withoutTrayClosingLeaves()
+{
+    AppIni::instance().setValue(AppIni::Key::IsExitTips, false);
+    AppIni::instance().setValue(AppIni::Key::ExitMode, 0);
+    MainWindow window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    const int code = exitCodeAfter([&window] {
+        whenModal("ExitTipsDialog", [](QWidget &dialog) {
+            QVERIFY(!child(dialog, "btnToTray")->isVisible());
+            press(dialog, "btnEixt");
+        });
+        press(window, "btnClose");
+    });
+    QCOMPARE(code, 0);
+    QCOMPARE(exitCodeAfter([&window] { window.close(); }), 0);
+}
+
 void TestMainWindow::destructionRemovesTempDir()
 {
     const QString dir = tempDir();
@@ -187,7 +210,8 @@ void TestMainWindow::destructionRemovesTempDir()
 void TestMainWindow::secondStart_data()
 {
     QTest::addColumn<QByteArray>("state");
-    for (const char *state : {"hidden", "covered", "minimized", "maximized", "other desktop"})
+    for (const char *state :
+         {"hidden", "just hidden", "covered", "minimized", "maximized", "other desktop"})
         QTest::newRow(state) << QByteArray(state);
 }
 
@@ -195,10 +219,10 @@ void TestMainWindow::secondStart()
 {
     QFETCH(QByteArray, state);
     MainWindow window;
-    window.show();
+    window.open();
     QVERIFY(QTest::qWaitForWindowActive(&window));
     const QRect place = window.geometry();
-    if (state == "hidden")
+    if (state == "hidden" || state == "just hidden")
         window.hide();
     else if (state == "minimized")
         press(window, "btnMin");
@@ -208,14 +232,23 @@ void TestMainWindow::secondStart()
     } else if (state == "other desktop")
         runTool(QStringLiteral("xdotool"), {QStringLiteral("set_desktop"), QStringLiteral("1")});
     QWidget other;
-    other.setGeometry(place);
-    other.show();
-    QVERIFY(QTest::qWaitForWindowActive(&other));
+    if (state != "just hidden") {
+        other.setGeometry(place);
+        other.show();
+        QVERIFY(QTest::qWaitForWindowActive(&other));
+    }
 
     emit static_cast<StartedTwice *>(qApp)->messageReceived(QStringLiteral("runing"));
     QTRY_VERIFY(window.isActiveWindow());
     QVERIFY(QTest::qWaitForWindowExposed(&window));
-    QTRY_VERIFY(stackPlace(window) > stackPlace(other));
+    QTRY_VERIFY(!other.isVisible() || stackPlace(window) > stackPlace(other));
+    bool isAnswered = false;
+    whenModal("ExitTipsDialog", [&isAnswered](QWidget &dialog) {
+        isAnswered = true;
+        press(dialog, "btnClose");
+    });
+    Desktop::key("ctrl+q");
+    QTRY_VERIFY(isAnswered);
     QVERIFY(!window.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
     QVERIFY(window.windowFlags().testFlag(Qt::FramelessWindowHint));
     QVERIFY(!window.isMinimized() && !window.isMaximized());

@@ -79,8 +79,7 @@ void TestMenus::menuRows()
         return menu ? QStringList() : rows;
     };
     QStringList rows = {QStringLiteral("注册/登录"), QStringLiteral("关于我们"),
-                        QStringLiteral("联系客服"), QStringLiteral("检查更新"),
-                        QStringLiteral("投诉反馈")};
+                        QStringLiteral("检查更新"), QStringLiteral("投诉反馈")};
     int full = 0;
     QCOMPARE(rowsOfNewMenu(&full), rows);
 
@@ -95,6 +94,12 @@ void TestMenus::menuRows()
     QCOMPARE(full - shorter, 34);
     user.logout();
     QVERIFY(child(window, "btnLogin")->isVisible());
+    for (const bool isReached : {false, true}) {
+        ProductContact contact;
+        contact.phone = isReached ? QStringLiteral("12345") : QString();
+        const AppMenu menu(&window, contact);
+        QCOMPARE(child(menu, "btnToCService")->isHidden(), !isReached);
+    }
 }
 
 void TestMenus::rowsOpenDialogs_data()
@@ -232,7 +237,8 @@ void TestMenus::feedbackOffersImages()
 
 void TestMenus::links()
 {
-    const ProductContact contact = {QUrl(), QStringLiteral("12345"), QStringLiteral("000")};
+    ProductContact contact;
+    contact.serviceNumber = QStringLiteral("12345");
     QWidget window;
     QDesktopServices::setUrlHandler(QStringLiteral("tencent"), this, "openUrl");
     CustomerService popup(&window, contact);
@@ -242,15 +248,17 @@ void TestMenus::links()
     QDesktopServices::unsetUrlHandler(QStringLiteral("tencent"));
 
     QDesktopServices::setUrlHandler(QStringLiteral("https"), this, "openUrl");
-    AboutMeDialog about;
+    contact.webSite = QUrl(QStringLiteral("https://example.org/"));
+    AboutMeDialog about(nullptr, contact);
     QCOMPARE(child<QLabel>(about, "lblVersion")->text(), QStringLiteral("2.0.5"));
     press(about, "btnOfficalWeb");
-    QCOMPARE(m_opened, productContact().webSite);
+    QCOMPARE(m_opened, contact.webSite);
+    QVERIFY(child(AboutMeDialog(), "btnOfficalWeb")->isHidden());
     QDesktopServices::unsetUrlHandler(QStringLiteral("https"));
 
     CustomerService unset(&window, ProductContact());
     unset.setAttribute(Qt::WA_DeleteOnClose, false);
-    QVERIFY(!child(unset, "wbnQQ")->isEnabled());
+    QVERIFY(child(unset, "wbnQQ")->isHidden());
     QVERIFY(child(unset, "lblPhone")->isHidden());
 }
 

@@ -106,6 +106,7 @@ void TestPreview::cleanup()
 void TestPreview::collectsWhatIsFinished()
 {
     MediaPreviewWnd::addFinished(m_clip, info());
+    QTRY_VERIFY(previewWindow()->isVisible());
     QVERIFY(QTest::qWaitForWindowExposed(previewWindow()));
     QTRY_COMPARE(toastText(), QStringLiteral("当前音量:10"));
     closeToasts();
@@ -146,6 +147,7 @@ void TestPreview::collectsWhatIsFinished()
 void TestPreview::seeksAndChangesTheVolume()
 {
     MediaPreviewWnd::addFinished(m_clip, info());
+    QTRY_VERIFY(previewWindow()->isVisible());
     QVERIFY(QTest::qWaitForWindowExposed(previewWindow()));
     auto *slider = child<QSlider>(*previewWindow(), "sliderProgress");
     QTRY_COMPARE_WITH_TIMEOUT(slider->maximum(), 10000, startLimitMs);
@@ -181,6 +183,7 @@ void TestPreview::missingFiles()
     QFile::copy(m_clip, gone);
     MediaPreviewWnd::addFinished(gone, info());
     MediaPreviewWnd::addFinished(m_other, info());
+    QTRY_VERIFY(previewWindow()->isVisible());
     QVERIFY(QTest::qWaitForWindowExposed(previewWindow()));
     closeToasts();
     list()->setCurrentItem(list()->item(1));
@@ -208,10 +211,12 @@ void TestPreview::choicesLast()
     child<QComboBox>(*previewWindow(), "comboBox")->setCurrentIndex(choice);
     press(*previewWindow(), "btnClose");
     MediaPreviewWnd::addFinished(m_clip, info());
+    QCoreApplication::processEvents();
     QCOMPARE(previewWindow()->isVisible(), choice == 0);
     QCOMPARE(list()->count(), 1);
     delete previewWindow();
     MediaPreviewWnd::addFinished(m_other, info());
+    QCoreApplication::processEvents();
     QCOMPARE(previewWindow()->isVisible(), opensLater);
     QCOMPARE(child<QComboBox>(*previewWindow(), "comboBox")->currentIndex(), opensLater ? 0 : 2);
 }

@@ -5,6 +5,7 @@
 #include "MediaKits/FunctionPage/VideoConvert/mediaconvertfunctionpage.h"
 #include "MediaKits/MainWindow/mainwindow.h"
 #include "platform/utf8locale.h"
+#include "support/desktop.h"
 #include "support/mediaprobe.h"
 #include "support/pagetest.h"
 #include "support/testmedia.h"
@@ -78,6 +79,7 @@ void TestProgram::convertsThreeFiles()
 
 void TestProgram::secondStartBringsTheWindowToTheFront()
 {
+    const SystemTray tray;
     m_window->close();
     QVERIFY(!m_window->isVisible());
     QProcess second;
@@ -85,6 +87,14 @@ void TestProgram::secondStartBringsTheWindowToTheFront()
     QTRY_COMPARE_WITH_TIMEOUT(second.state(), QProcess::NotRunning, endLimitMs);
     QCOMPARE(second.exitCode(), 0);
     QTRY_VERIFY(m_window->isVisible() && m_window->isActiveWindow());
+    // Its keyboard lives.
+    bool isAnswered = false;
+    whenModal("ExitTipsDialog", [&isAnswered](QWidget &dialog) {
+        isAnswered = true;
+        press(dialog, "btnClose");
+    });
+    Desktop::key("ctrl+q");
+    QTRY_VERIFY(isAnswered);
 }
 
 void TestProgram::leavesNothingBehind()

@@ -4,6 +4,7 @@
 #include "support/toolrun.h"
 
 #include <QProcess>
+#include <QRegularExpression>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -29,8 +30,10 @@ private slots:
     void updateQuestion_data();
     void updateQuestion();
     void crash();
+    void windowStaysWithinReach();
 
 private:
+    QRect shownWindow(const QProcess &process, QSize *least = nullptr) const;
     void begin(QProcess &process, const QStringList &arguments = {}) const;
     int run(const QStringList &arguments) const;
     void makeOwnProgram(const QString &mainIni);
@@ -41,12 +44,14 @@ private:
 
     std::unique_ptr<QTemporaryDir> m_user;
     QString m_program;
+    int m_scale = 1;
 };
 
 void TestStart::init()
 {
     m_user = std::make_unique<QTemporaryDir>();
     m_program = builtProgram(QStringLiteral("morvane"));
+    m_scale = 1;
 }
 
 void TestStart::begin(QProcess &process, const QStringList &arguments) const
@@ -58,6 +63,8 @@ void TestStart::begin(QProcess &process, const QStringList &arguments) const
         QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         environment.insert(QLatin1String("XDG_") + QLatin1String(name), path);
     }
+    if (m_scale != 1)
+        environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QString::number(m_scale));
     process.setProcessEnvironment(environment);
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.start(m_program, arguments);
@@ -200,6 +207,74 @@ void TestStart::crash()
     QVERIFY(collector.requests().back().body.find("benkui_page_custom_penkui") !=
             std::string::npos);
     QVERIFY(events.requests().back().body.find("主程序") != std::string::npos);
+}
+
+// The main window of a start, once it is on the screen, in the screen's pixels.
+QRect TestStart::shownWindow(const QProcess &process, QSize *least) const
+{
+    const auto ask = [](const QString &tool, const QStringList &words, const char *pattern) {
+        const QString answer = QString::fromUtf8(runTool(tool, words).out);
+        return QRegularExpression(QLatin1String(pattern)).match(answer);
+    };
+    const QString xdotool = QStringLiteral("xdotool");
+    QRegularExpressionMatch id;
+    const bool isThere = QTest::qWaitFor(
+        [&] {
+            id = ask(xdotool,
+                     {QStringLiteral("search"), QStringLiteral("--all"),
+                      QStringLiteral("--onlyvisible"), QStringLiteral("--pid"),
+                      QString::number(process.processId()), QStringLiteral("--name"),
+                      QStringLiteral("墨泉影音工坊")},
+                     "\\d+");
+            return id.hasMatch();
+        },
+        15000);
+    if (!isThere)
+        return {};
+    if (least != nullptr) {
+        const auto size =
+            ask(QStringLiteral("xprop"),
+                {QStringLiteral("-id"), id.captured(), QStringLiteral("WM_NORMAL_HINTS")},
+                "minimum size: (\\d+) by (\\d+)");
+        *least = QSize(size.captured(1).toInt(), size.captured(2).toInt());
+    }
+    const auto place = ask(
+        xdotool, {QStringLiteral("getwindowgeometry"), QStringLiteral("--shell"), id.captured()},
+        "X=(-?\\d+)\\nY=(-?\\d+)\\nWIDTH=(\\d+)\\nHEIGHT=(\\d+)");
+    return {place.captured(1).toInt(), place.captured(2).toInt(), place.captured(3).toInt(),
+            place.captured(4).toInt()};
+}
+
+// On a display whose lines are few for what is shown enlarged; on one that has shrunk since.
+void TestStart::windowStaysWithinReach()
+{
+    const QRect screen(0, 0, 1920, 1080);
+    m_scale = 2;
+    QSize least;
+    {
+        QProcess process;
+        begin(process);
+        const QRect place = shownWindow(process, &least);
+        QVERIFY(!place.isEmpty() && screen.contains(place));
+        QVERIFY(least.isValid() && least.width() <= 1920 && least.height() <= 1080);
+        terminate(process);
+    }
+    m_scale = 1;
+    const QRect wanted(110, 90, 1300, 800);
+    for (const QRect &noted : {wanted, QRect(5000, -900, 4000, 3000)}) {
+        QSettings ini(m_user->filePath(QStringLiteral("DATA_HOME/MorvaneLocal/Data/app.ini")),
+                      QSettings::IniFormat);
+        ini.setValue(QStringLiteral("Window/Place"), noted);
+        ini.sync();
+        QProcess process;
+        begin(process);
+        const QRect place = shownWindow(process);
+        QVERIFY(screen.contains(place));
+        QCOMPARE(place == noted, noted == wanted);
+        terminate(process);
+        ini.sync();
+        QCOMPARE(ini.value(QStringLiteral("Window/Place")).toRect(), place);
+    }
 }
 
 QTEST_MAIN(TestStart)

@@ -233,8 +233,8 @@ void TestStores::failedWriteLeavesTheOldFile()
     {
         UserInfoStore user;
         QCOMPARE(user.id() + user.token(), QStringLiteral("17t"));
-        user.setId(QStringLiteral("18"));
         QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
+        user.setId(QStringLiteral("18"));
     }
     QCOMPARE(setrlimit(RLIMIT_FSIZE, &usual), 0);
     std::signal(SIGXFSZ, usualHandler);

@@ -2,22 +2,49 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
+#include <string>
 #include <vector>
 
 #include <unistd.h>
 
-// Becomes the installed mpv, with the outputs that draw into a given window: the graphics card's,
-// or plain X11 where there is none. Left to itself, mpv then takes one that opens a window of its
-// own.
+namespace {
+
+const std::string realPlayer = MORVANE_REAL_MPV_PATH;
+
+// In front of the program's own options, so that those win.
+std::vector<std::string> ownOptions()
+{
+    std::error_code error;
+    const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
+    return {
+        // The outputs that draw into a given window: the graphics card's, or plain X11 where there
+        // is none. Left to itself, mpv then takes one that opens a window of its own.
+        "--vo=gpu,x11",
+        "--script=" + (self.parent_path() / "hdr.lua").string(),
+        // The window around the picture is in command. X gives keys to the innermost window under
+        // the pointer that wants them, whatever window has the focus.
+        "--no-osc",
+        "--input-default-bindings=no",
+        "--input-vo-keyboard=no",
+        "--input-cursor=no",
+    };
+}
+
+} // namespace
+
+// Becomes the installed mpv, as one that only plays into a given window.
 int main(int argc, char *argv[])
 {
-    char name[] = MORVANE_REAL_MPV_PATH;
-    char output[] = "--vo=gpu,x11";
-    std::vector<char *> arguments{name, output};
-    for (int i = 1; i < argc; ++i)
-        arguments.push_back(argv[i]);
+    std::vector<std::string> words{realPlayer};
+    for (const std::string &option : ownOptions())
+        words.push_back(option);
+    words.insert(words.end(), argv + 1, argv + argc);
+    std::vector<char *> arguments;
+    for (std::string &word : words)
+        arguments.push_back(word.data());
     arguments.push_back(nullptr);
-    ::execv(name, arguments.data());
-    std::fprintf(stderr, "%s: %s\n", name, std::strerror(errno));
+    ::execv(realPlayer.c_str(), arguments.data());
+    std::fprintf(stderr, "%s: %s\n", realPlayer.c_str(), std::strerror(errno));
     return 127;
 }

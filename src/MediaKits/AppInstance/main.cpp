@@ -3,19 +3,6 @@
 #include "MediaKits/MainWindow/mainwindow.h"
 #include "platform/utf8locale.h"
 
-#include <QScreen>
-
-namespace {
-
-// Measured from the desktop's corner, not from the screen's.
-void centre(QWidget &window)
-{
-    const QSize screen = QGuiApplication::primaryScreen()->geometry().size();
-    window.move((screen.width() - window.width()) / 2, (screen.height() - window.height()) / 2);
-}
-
-} // namespace
-
 int main(int argc, char *argv[])
 {
     ensureUtf8Locale();
@@ -23,7 +10,6 @@ int main(int argc, char *argv[])
     if (!instance.init())
         return 0;
     MainWindow window;
-    window.show();
-    centre(window);
+    window.open();
     return AppInstance::exec();
 }

@@ -3,7 +3,6 @@
 
 #include "controls/iconpixmap.h"
 #include "MediaKits/AppInstance/LocalStore/appdirs.h"
-#include "MediaKits/MainWindow/productcontact.h"
 #include "ui_aboutmedialog.h"
 
 #include <QDesktopServices>
@@ -14,18 +13,21 @@ constexpr QSize logoSize(64, 64);
 
 } // namespace
 
-AboutMeDialog::AboutMeDialog(QWidget *parent)
-    : DialogFrame(parent), m_ui(std::make_unique<Ui::AboutMeDialog>())
+AboutMeDialog::AboutMeDialog(QWidget *parent, const ProductContact &contact)
+    : DialogFrame(parent),
+      m_ui(std::make_unique<Ui::AboutMeDialog>()),
+      m_webSite(contact.webSite)
 {
     setUpForm(*m_ui);
     setTitle(tr("关于我们"));
     m_ui->lblLogo->setPixmap(iconPixmap(QStringLiteral(":/drawable/logo.png"), logoSize));
     m_ui->lblVersion->setText(shortVersion());
+    m_ui->btnOfficalWeb->setVisible(m_webSite.isValid());
 }
 
 AboutMeDialog::~AboutMeDialog() = default;
 
 void AboutMeDialog::on_btnOfficalWeb_clicked()
 {
-    QDesktopServices::openUrl(productContact().webSite);
+    QDesktopServices::openUrl(m_webSite);
 }

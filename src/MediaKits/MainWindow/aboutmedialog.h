@@ -2,6 +2,7 @@
 #pragma once
 
 #include "controls/dialogframe.h"
+#include "MediaKits/MainWindow/productcontact.h"
 
 #include <memory>
 
@@ -15,7 +16,8 @@ class AboutMeDialog : public DialogFrame
     Q_OBJECT
 
 public:
-    explicit AboutMeDialog(QWidget *parent = nullptr);
+    explicit AboutMeDialog(QWidget *parent = nullptr,
+                           const ProductContact &contact = productContact());
     ~AboutMeDialog() override;
 
 private slots:
@@ -23,4 +25,5 @@ private slots:
 
 private:
     std::unique_ptr<Ui::AboutMeDialog> m_ui;
+    const QUrl m_webSite;
 };

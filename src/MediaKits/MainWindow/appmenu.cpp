@@ -9,11 +9,12 @@
 #include "MediaKits/MainWindow/updatecheck.h"
 #include "ui_appmenu.h"
 
-AppMenu::AppMenu(MainWindow *window)
+AppMenu::AppMenu(MainWindow *window, const ProductContact &contact)
     : PopupWindow(window), m_ui(std::make_unique<Ui::AppMenu>()), m_window(window)
 {
     m_ui->setupUi(this);
     m_ui->btnRegister->setVisible(!UserInfoManager::instance().isLoggedIn());
+    m_ui->btnToCService->setVisible(contact.hasService());
     fitContent();
 }
 

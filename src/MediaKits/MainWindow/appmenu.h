@@ -2,6 +2,7 @@
 #pragma once
 
 #include "MediaKits/MainWindow/popupwindow.h"
+#include "MediaKits/MainWindow/productcontact.h"
 
 #include <memory>
 
@@ -16,7 +17,7 @@ class AppMenu : public PopupWindow
     Q_OBJECT
 
 public:
-    explicit AppMenu(MainWindow *window);
+    explicit AppMenu(MainWindow *window, const ProductContact &contact = productContact());
     ~AppMenu() override;
 
 private slots:

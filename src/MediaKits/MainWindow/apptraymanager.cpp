@@ -29,6 +29,11 @@ AppTrayManager::AppTrayManager(QWidget *window)
 
 AppTrayManager::~AppTrayManager() = default;
 
+bool AppTrayManager::isIconVisible() const
+{
+    return m_icon->isVisible() && QSystemTrayIcon::isSystemTrayAvailable();
+}
+
 void AppTrayManager::addActions()
 {
     m_login = m_menu->addAction(tr("登录/注册"));
@@ -54,17 +59,9 @@ void AppTrayManager::connectIcon()
     connect(m_icon, &QSystemTrayIcon::activated, this,
             [this](QSystemTrayIcon::ActivationReason reason) {
                 if (reason == QSystemTrayIcon::Trigger)
-                    showWindow();
+                    emit activated();
             });
-    connect(m_icon, &QSystemTrayIcon::messageClicked, this, &AppTrayManager::showWindow);
-}
-
-void AppTrayManager::showWindow()
-{
-    m_window->showNormal();
-    m_window->show();
-    m_window->raise();
-    m_window->activateWindow();
+    connect(m_icon, &QSystemTrayIcon::messageClicked, this, &AppTrayManager::activated);
 }
 
 void AppTrayManager::leave()

@@ -19,13 +19,17 @@ public:
     explicit AppTrayManager(QWidget *window);
     ~AppTrayManager() override;
 
-    /// True from the start, also on a desktop without a tray, until the user leaves by the menu.
-    bool isIconVisible() const { return m_icon->isVisible(); }
+    /// Whether a hidden window can be brought back: on a desktop with a tray, from the start until
+    /// the user leaves by the menu.
+    bool isIconVisible() const;
+
+signals:
+    /// The user wants the window.
+    void activated();
 
 private:
     void addActions();
     void connectIcon();
-    void showWindow();
     void leave();
 
     QWidget *m_window;

@@ -29,10 +29,9 @@ CustomerService::CustomerService(QWidget *parent, const ProductContact &contact)
     : PopupWindow(parent), m_ui(std::make_unique<Ui::CustomerService>()), m_contact(contact)
 {
     m_ui->setupUi(this);
-    if (contact.serviceNumber.isEmpty())
-        m_ui->wbnQQ->setEnabled(false);
-    else
-        m_ui->lblQQNumber->setText(contact.serviceNumber);
+    m_ui->wdtWechat->setVisible(contact.showPicture(*m_ui->lblWechatCode));
+    m_ui->wbnQQ->setVisible(!contact.serviceNumber.isEmpty());
+    m_ui->lblQQNumber->setText(contact.serviceNumber);
     m_ui->lblPhone->setVisible(!contact.phone.isEmpty());
     m_ui->lblPhone->setText(tr("客服电话：%1").arg(contact.phone));
 }

@@ -21,7 +21,8 @@ class ExitTipsDialog : public DialogFrame
     Q_OBJECT
 
 public:
-    explicit ExitTipsDialog(QWidget *parent = nullptr);
+    /// @param hasTray otherwise leaving is the only choice
+    explicit ExitTipsDialog(bool hasTray, QWidget *parent = nullptr);
     ~ExitTipsDialog() override;
 
     /// What was chosen; meaningful when the dialog was accepted.

@@ -3,6 +3,7 @@
 
 #include "controls/filechooser.h"
 #include "controls/toast.h"
+#include "MediaKits/MainWindow/productcontact.h"
 #include "ui_feedbackdialog.h"
 
 #include <QTextCursor>
@@ -34,6 +35,7 @@ FeedbackDialog::FeedbackDialog(QWidget *parent)
 {
     setUpForm(*m_ui);
     setTitle(tr("投诉建议"));
+    m_ui->wdtWechat->setVisible(productContact().showPicture(*m_ui->lblHrWechat));
     on_plainTextEdit_textChanged();
     m_ui->plainTextEdit->setFocus();
 }

@@ -19,6 +19,8 @@
 namespace {
 
 constexpr int buttonHeight = 44;
+// All of them fit into half of a laptop's 768 lines, as there are on one that shows all at 200 %.
+constexpr int leastButtonHeight = 24;
 constexpr int iconSide = 24;
 
 WidgetButton *makeButton(const FunctionPageEntry &entry, QWidget *parent)
@@ -28,7 +30,8 @@ WidgetButton *makeButton(const FunctionPageEntry &entry, QWidget *parent)
     button->setProperty("cls", QStringLiteral("main"));
     button->setAccessibleName(entry.label);
     button->setCheckable(true);
-    button->setFixedHeight(buttonHeight);
+    button->setMinimumHeight(leastButtonHeight);
+    button->setMaximumHeight(buttonHeight);
 
     auto *icon = new QLabel(button);
     icon->setProperty("cls", QStringLiteral("icon"));
@@ -69,7 +72,7 @@ void FunctionPage::addPages()
     for (const FunctionPageEntry &entry : functionPages()) {
         const int index = m_ui->skdWdtFunction->count();
         WidgetButton *button = makeButton(entry, m_ui->wdtLeft);
-        m_ui->lytButtons->insertWidget(index, button);
+        m_ui->lytButtons->insertWidget(index, button, 1);
         m_buttons->addButton(button, index);
 
         QWidget *page = entry.create(entry, m_ui->skdWdtFunction);
@@ -77,6 +80,17 @@ void FunctionPage::addPages()
         m_ui->skdWdtFunction->addWidget(page);
     }
     m_buttons->button(0)->setChecked(true);
+    connect(m_ui->skdWdtFunction, &QStackedWidget::currentChanged, this, &FunctionPage::yieldRoom);
+    yieldRoom(0);
+}
+
+// A small window scrolls a page that has no room, but not for the sake of a larger one behind it.
+void FunctionPage::yieldRoom(int current)
+{
+    for (int i = 0; i < m_ui->skdWdtFunction->count(); ++i) {
+        const auto policy = i == current ? QSizePolicy::Preferred : QSizePolicy::Ignored;
+        m_ui->skdWdtFunction->widget(i)->setSizePolicy(policy, policy);
+    }
 }
 
 void FunctionPage::connectNavigation()

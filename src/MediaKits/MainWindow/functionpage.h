@@ -29,6 +29,7 @@ private:
     void addPages();
     void connectNavigation();
     void changePage(int index);
+    void yieldRoom(int current);
     void jumpFromHome(int index);
 
     std::unique_ptr<Ui::FunctionPage> m_ui;

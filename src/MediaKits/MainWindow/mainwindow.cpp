@@ -11,6 +11,8 @@
 #include "MediaKits/MainWindow/apptraymanager.h"
 #include "MediaKits/MainWindow/customerservice.h"
 #include "MediaKits/MainWindow/exittipsdialog.h"
+#include "MediaKits/MainWindow/windowplace.h"
+#include "platform/windowmanager.h"
 #include "ui_mainwindow.h"
 
 #include <QApplication>
@@ -41,6 +43,7 @@ MainWindow::MainWindow(QWidget *parent)
     m_ui->btnCService->hide();
     connectSecondStart();
     m_tray = new AppTrayManager(this);
+    connect(m_tray, &AppTrayManager::activated, this, &MainWindow::comeToFront);
     OskDataTracker::instance().trackTableEvent(mainPageView);
 
     // Otherwise the first button of the title bar would look chosen.
@@ -52,7 +55,14 @@ MainWindow::MainWindow(QWidget *parent)
 
 MainWindow::~MainWindow()
 {
+    WindowPlace::store(*this);
     removeDirRecursively(tempDir());
+}
+
+void MainWindow::open()
+{
+    WindowPlace::restore(*this);
+    show();
 }
 
 // Only the program's own application object has the signal; this room doesn't know its class.
@@ -110,11 +120,16 @@ void MainWindow::closeEvent(QCloseEvent *event)
 void MainWindow::on_btnClose_clicked()
 {
     const AppIni &ini = AppIni::instance();
-    if (!ini.value(AppIni::Key::IsExitTips).toBool()) {
-        leave(ExitMode(ini.value(AppIni::Key::ExitMode).toInt()));
+    const bool hasTray = m_tray->isIconVisible();
+    const auto answered = ExitMode(ini.value(AppIni::Key::ExitMode).toInt());
+    // An earlier answer may ask for a tray that isn't there any more.
+    const bool isAnswered =
+        !ini.value(AppIni::Key::IsExitTips).toBool() && (hasTray || answered == ExitMode::Leave);
+    if (isAnswered) {
+        leave(answered);
         return;
     }
-    ExitTipsDialog dialog(this);
+    ExitTipsDialog dialog(hasTray, this);
     if (dialog.exec() == QDialog::Accepted)
         leave(dialog.mode());
 }
@@ -161,22 +176,21 @@ void MainWindow::on_btnCService_clicked()
 
 void MainWindow::sltMessageReceived(const QString & /*msg*/)
 {
+    comeToFront();
+}
+
+void MainWindow::comeToFront()
+{
+    noteUserAction();
+    showNormal();
+    raise();
+    bringToCurrentDesktop(winId());
+    activateWindow();
     if (QWidget *modal = QApplication::activeModalWidget()) {
-        // It would stay behind with the native window that a change of the flags gives up.
-        showNormal();
-        raise();
         modal->raise();
         modal->activateWindow();
-        return;
     }
-    const Qt::WindowFlags flags = windowFlags();
-    // A change of the flags makes a new native window, which has forgotten its normal place.
-    const QRect normalPlace = isMaximized() ? normalGeometry() : geometry();
-    setWindowFlags(flags | Qt::WindowStaysOnTopHint);
-    show();
-    setWindowFlags(flags & ~Qt::WindowFlags(Qt::WindowStaysOnTopHint));
-    showNormal();
-    setGeometry(normalPlace);
-    raise();
-    activateWindow();
+    // Qt hasn't heard yet that it lost the focus when it was hidden, and won't notice its return.
+    if (QGuiApplication::focusWindow() == windowHandle() && !QApplication::activeWindow())
+        QApplication::setActiveWindow(this);
 }

@@ -20,8 +20,12 @@ class MainWindow : public QMainWindow
 
 public:
     explicit MainWindow(QWidget *parent = nullptr);
-    /// Removes the temporary directory and then the pages with their running tasks.
+    /// Removes the temporary directory and then the pages with their running tasks. Notes where the
+    /// window stands.
     ~MainWindow() override;
+
+    /// Shows the window where it stood last, or in the middle, and in any case within reach.
+    void open();
 
 public slots:
     void on_btnClose_clicked();
@@ -38,6 +42,7 @@ protected:
 
 private:
     void connectSecondStart();
+    void comeToFront();
     void leave(ExitMode mode);
     void showWindowState();
 

@@ -4,11 +4,16 @@
 #include "MediaKits/Player/MPVPlayer/mpvplayer.h"
 #include "ui_csvideoplayer.h"
 
+#include <QPointer>
 #include <QResizeEvent>
+
+#include <cstdlib>
 
 namespace {
 
-constexpr long msOfSecond = 1000;
+constexpr int msOfSecond = 1000;
+
+QPointer<CSVideoPlayer> thePlaying;
 
 } // namespace
 
@@ -41,12 +46,8 @@ CSVideoPlayer::CSVideoPlayer(QWidget *parent)
     }
     m_ui->wdtVideoContainer->installEventFilter(this);
     connect(m_player, &MPVPlayer::started, this, &CSVideoPlayer::started);
-    connect(m_player, &MPVPlayer::finished, this, &CSVideoPlayer::finished);
-    connect(m_player, &MPVPlayer::progressChanged, this,
-            [this](float position, float total, float percent) {
-                emit progressChanged(long(position) * msOfSecond, long(total) * msOfSecond,
-                                     percent);
-            });
+    connect(m_player, &MPVPlayer::finished, this, &CSVideoPlayer::onFinished);
+    connect(m_player, &MPVPlayer::progressChanged, this, &CSVideoPlayer::onProgress);
 }
 
 CSVideoPlayer::~CSVideoPlayer() = default;
@@ -59,21 +60,65 @@ QLabel *CSVideoPlayer::videoLabel() const
 void CSVideoPlayer::start(const QString &file, const QStringList &args)
 {
     m_fileName = file;
+    m_arguments = args;
+    m_position = 0;
+    m_plays = true;
+    pauseOther();
+    m_restartsLeft = 0; // the end of the one before is wanted
     m_player->start(uint(m_ui->lblVideoShow->winId()), file, args);
+    m_restartsLeft = m_restarting ? 1 : 0;
+    m_hasPlayed = false;
 }
 
 void CSVideoPlayer::play(bool on)
 {
+    m_plays = on;
+    if (on)
+        pauseOther();
     m_player->setPause(!on);
+}
+
+void CSVideoPlayer::pauseOther()
+{
+    CSVideoPlayer *other = thePlaying;
+    thePlaying = this;
+    if (other == nullptr || other == this || !other->m_plays)
+        return;
+    other->play(false);
+    emit other->interrupted();
 }
 
 void CSVideoPlayer::stop()
 {
+    m_restartsLeft = 0;
     m_player->stop();
+}
+
+void CSVideoPlayer::onProgress(float position, float total, float percent)
+{
+    const int ms = int(position) * msOfSecond;
+    // Of one that stands, only the whole second is told.
+    if (m_plays || std::abs(ms - m_position) >= msOfSecond)
+        m_position = ms;
+    m_hasPlayed = true;
+    emit progressChanged(ms, long(total) * msOfSecond, percent);
+}
+
+void CSVideoPlayer::onFinished(int exitCode)
+{
+    if (m_restartsLeft == 0 || !m_hasPlayed) {
+        emit finished(exitCode);
+        return;
+    }
+    --m_restartsLeft;
+    m_player->start(m_fileName, m_plays ? m_arguments
+                                        : m_arguments + QStringList(QStringLiteral("--pause=yes")));
+    m_player->seek(double(m_position) / msOfSecond, MPVPlayer::Absolute, true);
 }
 
 void CSVideoPlayer::seek(int ms)
 {
+    m_position = ms;
     m_player->seek(ms / 1000.0, MPVPlayer::Absolute, true);
 }
 

@@ -4,6 +4,7 @@
 #include "MediaKits/Player/playerfilter.h"
 
 #include <QSize>
+#include <QStringList>
 #include <QWidget>
 
 #include <memory>
@@ -32,12 +33,16 @@ public:
     explicit CSVideoPlayer(QWidget *parent = nullptr);
     ~CSVideoPlayer() override;
 
+    /// Plays the file from its beginning. Whatever of these players was playing is paused: two
+    /// never sound at once.
     void start(const QString &file, const QStringList &args);
     void play(bool on);
     void stop();
     void seek(int ms);
     bool isRunning() const;
     QString fileName() const { return m_fileName; }
+    /// Whether a player that ends unasked is started again, once a start, where it stood.
+    void setRestarting(bool restarting) { m_restarting = restarting; }
 
     /// In percent of the file's own loudness.
     void setVolume(int volume);
@@ -71,16 +76,27 @@ signals:
     void progressChanged(long position, long total, float percent);
     void started();
     void finished(int exitCode);
+    /// Another of these players has started, so that this one stands still.
+    void interrupted();
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void setSurfaceSize(const QSize &size);
+    void onProgress(float position, float total, float percent);
+    void onFinished(int exitCode);
+    void pauseOther();
 
     const std::unique_ptr<Ui::CSVideoPlayer> m_ui;
     MPVPlayer *m_player;
     QString m_fileName;
+    QStringList m_arguments;
+    bool m_restarting = false;
+    int m_restartsLeft = 0;
+    bool m_hasPlayed = false; // a file that can't be opened needs no second try
+    bool m_plays = false;
+    int m_position = 0; // ms
     int m_duration = 0;
     QSize m_videoSize;
     double m_scale = 1.0;

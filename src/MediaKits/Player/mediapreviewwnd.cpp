@@ -16,9 +16,10 @@
 #include "MediaKits/Player/volumedialog.h"
 #include "ui_mediapreviewwnd.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QFileInfo>
-#include <QPointer>
+#include <QKeyEvent>
 #include <QSignalBlocker>
 #include <QTimer>
 
@@ -122,6 +123,7 @@ void MediaPreviewWnd::connectPlayer()
             });
     connect(player, &CSVideoPlayer::started, this, [this] { showPlaying(true); });
     connect(player, &CSVideoPlayer::finished, this, &MediaPreviewWnd::onFinished);
+    connect(player, &CSVideoPlayer::interrupted, this, [this] { showPlaying(false); });
     ASlider *slider = m_ui->sliderProgress;
     connect(slider, &QSlider::sliderPressed, this, [this] {
         m_ui->csPlayer->blockSignals(true);
@@ -191,6 +193,25 @@ void MediaPreviewWnd::open()
     QTimer::singleShot(0, this, [this] { activateWindow(); });
 }
 
+void MediaPreviewWnd::openAfter(QWidget *dialog)
+{
+    if (m_waitsFor)
+        m_waitsFor->removeEventFilter(this);
+    m_waitsFor = dialog;
+    dialog->installEventFilter(this);
+}
+
+bool MediaPreviewWnd::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_waitsFor && event->type() == QEvent::Hide) {
+        watched->removeEventFilter(this);
+        m_waitsFor.clear();
+        // Its caller goes on first, and may open another one.
+        QTimer::singleShot(0, this, &MediaPreviewWnd::playLast);
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
 QListWidgetItem *MediaPreviewWnd::entryOf(const QString &path) const
 {
     for (int i = 0; i < m_ui->lwIconPlaylist->count(); ++i) {
@@ -217,22 +238,30 @@ QListWidgetItem *MediaPreviewWnd::addEntry(const QString &path, const QVariantMa
 
 void MediaPreviewWnd::addFinishedFile(const QString &path, const QVariantMap &info)
 {
-    if (m_autoPreview) {
-        if (!isVisible())
-            open();
+    if (m_autoPreview)
         report(info);
-    }
     delete entryOf(path);
-    if (!QFileInfo::exists(path)) {
+    if (QFileInfo::exists(path))
+        addEntry(path, info);
+    else if (isVisible())
         toast(tr("当前播放文件不存在"), messageMs);
+    // The same end may bring a question, which comes first.
+    QTimer::singleShot(0, this, &MediaPreviewWnd::playLast);
+}
+
+// A file that plays is not interrupted.
+void MediaPreviewWnd::playLast()
+{
+    if (QWidget *modal = QApplication::activeModalWidget()) {
+        openAfter(modal);
         return;
     }
-    const bool first = m_ui->lwIconPlaylist->count() == 0 && isVisible();
-    if (first)
-        toast(tr("当前音量:%1").arg(m_ui->csPlayer->volume()), volumeMessageMs);
-    QListWidgetItem *entry = addEntry(path, info);
-    if (first)
-        m_ui->lwIconPlaylist->setCurrentItem(entry);
+    if (m_autoPreview && !isVisible() && m_ui->lwIconPlaylist->count() > 0)
+        open();
+    if (!isVisible() || m_ui->lwIconPlaylist->count() == 0 || m_ui->lwIconPlaylist->currentItem())
+        return;
+    m_ui->lwIconPlaylist->setCurrentRow(m_ui->lwIconPlaylist->count() - 1);
+    toast(tr("当前音量:%1").arg(m_ui->csPlayer->volume()), volumeMessageMs);
 }
 
 void MediaPreviewWnd::showListedFile(const QString &path, const QVariantMap &info)
@@ -338,4 +367,14 @@ void MediaPreviewWnd::closeEvent(QCloseEvent *event)
 {
     on_btnClose_clicked();
     QWidget::closeEvent(event);
+}
+
+void MediaPreviewWnd::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Space && !event->isAutoRepeat())
+        m_ui->btnPlay->toggle();
+    else if (event->key() == Qt::Key_Escape)
+        close();
+    else
+        QWidget::keyPressEvent(event);
 }

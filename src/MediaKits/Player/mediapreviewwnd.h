@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QPointer>
 #include <QVariantMap>
 #include <QWidget>
 
@@ -23,13 +24,19 @@ public:
     ~MediaPreviewWnd() override;
 
     /// Takes a file that a task has finished; opens the window unless the user turned that off.
+    /// While a modal dialog is open, which would lie above and may play itself, that waits for the
+    /// dialog's end.
     /// @param info "event" (string) and "track" (map with "pageIndex" and "video_preview_mode")
     static void addFinished(const QString &path, const QVariantMap &info);
     /// Opens the window on a file of the list.
     static void showFile(const QString &path, const QVariantMap &info);
 
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 protected:
     void closeEvent(QCloseEvent *event) override;
+    /// Space plays and pauses, Escape closes.
+    void keyPressEvent(QKeyEvent *event) override;
 
 private slots:
     void on_btnClose_clicked();
@@ -48,6 +55,8 @@ private:
     void connectPlayer();
     void seekTo(int ms);
     void addFinishedFile(const QString &path, const QVariantMap &info);
+    void playLast();
+    void openAfter(QWidget *dialog);
     void showListedFile(const QString &path, const QVariantMap &info);
     QListWidgetItem *entryOf(const QString &path) const;
     QListWidgetItem *addEntry(const QString &path, const QVariantMap &info);
@@ -64,4 +73,5 @@ private:
 
     std::unique_ptr<Ui::MediaPreviewWnd> m_ui;
     bool m_autoPreview = true;
+    QPointer<QWidget> m_waitsFor; // a modal dialog
 };

@@ -3,7 +3,6 @@
 
 #include "platform/linux/xconnection.h"
 
-#include <QByteArray>
 #include <QGuiApplication>
 
 namespace {
@@ -12,17 +11,6 @@ namespace {
 class ManagerSelection
 {
 public:
-    ManagerSelection()
-    {
-        const QByteArray name = "_NET_WM_CM_S" + QByteArray::number(m_connection.screenNumber());
-        const XReply<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
-            m_connection.get(),
-            xcb_intern_atom(m_connection.get(), 0, uint16_t(name.size()), name.constData()),
-            nullptr));
-        if (atom)
-            m_atom = atom->atom;
-    }
-
     bool hasOwner() const
     {
         // The server tells of keyboard mappings unasked.
@@ -36,7 +24,8 @@ public:
 
 private:
     XConnection m_connection;
-    xcb_atom_t m_atom = XCB_ATOM_NONE;
+    xcb_atom_t m_atom =
+        atomOf(m_connection.get(), "_NET_WM_CM_S" + std::to_string(m_connection.screenNumber()));
 };
 
 } // namespace

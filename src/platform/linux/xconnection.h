@@ -3,11 +3,11 @@
 
 #include <cstdlib>
 #include <memory>
+#include <string>
 
 #include <xcb/xcb.h>
 
-/// An own connection to the X server, since that of the application is out of reach without private
-/// headers, and replies that free themselves.
+/// A connection to the X server of our own, which needs no application object.
 class XConnection
 {
 public:
@@ -39,5 +39,14 @@ struct XReplyDeleter
 {
     void operator()(void *reply) const { std::free(reply); }
 };
+/// A reply that frees itself.
 template<typename Reply>
 using XReply = std::unique_ptr<Reply, XReplyDeleter>;
+
+/// The number of a name; none on a broken connection.
+inline xcb_atom_t atomOf(xcb_connection_t *connection, const std::string &name)
+{
+    const XReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
+        connection, xcb_intern_atom(connection, 0, uint16_t(name.size()), name.data()), nullptr));
+    return reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
+}

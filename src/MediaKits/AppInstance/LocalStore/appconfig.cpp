@@ -37,6 +37,10 @@ constexpr ConfigRow configRows[] = {
     {&AppConfig::serviceConfiguration, "Service/configuration", "", Reading::Text},
     {&AppConfig::serviceUser, "Service/user", "", Reading::Text},
     {&AppConfig::serviceAppKey, "Service/appKey", "", Reading::Text},
+    {&AppConfig::contactSite, "Contact/site", "", Reading::Text},
+    {&AppConfig::contactNumber, "Contact/number", "", Reading::Text},
+    {&AppConfig::contactPhone, "Contact/phone", "", Reading::Text},
+    {&AppConfig::contactPicture, "Contact/picture", "", Reading::Text},
 };
 
 // In the order in which they are looked for.

@@ -40,4 +40,15 @@ struct AppConfig
     QString serviceUser;
     /// 32 hexadecimal characters that the service of named events knows this program by.
     QString serviceAppKey;
+
+    // Where users reach the maker of the program; what is empty isn't offered.
+
+    /// Address of the web site.
+    QString contactSite;
+    /// Number of the service account for chats.
+    QString contactNumber;
+    QString contactPhone;
+    /// File with the picture of a code that a chat program scans; a relative path is one beside
+    /// the program.
+    QString contactPicture;
 };

@@ -4,6 +4,7 @@
 #include "MediaKits/AppInstance/LocalStore/appdirs.h"
 
 #include <QMap>
+#include <QRect>
 
 namespace {
 
@@ -25,6 +26,8 @@ const IniRow &rowOf(AppIni::Key key)
         {Key::PreviewVolume, {QStringLiteral("Preview/Volume"), 10}},
         {Key::IsExitTips, {QStringLiteral("App/IsExitTips"), true}},
         {Key::ExitMode, {QStringLiteral("App/ExitMode"), 0}},
+        {Key::WindowPlace, {QStringLiteral("Window/Place"), QRect()}},
+        {Key::WindowIsMaximized, {QStringLiteral("Window/IsMaximized"), false}},
     };
     return *rows.constFind(key);
 }

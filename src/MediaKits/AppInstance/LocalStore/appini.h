@@ -21,6 +21,9 @@ public:
         IsExitTips,
         /// 0 to the tray, 1 out of the program
         ExitMode,
+        /// Of the main window when it is neither maximized nor minimized; empty at first.
+        WindowPlace,
+        WindowIsMaximized,
     };
 
     AppIni();

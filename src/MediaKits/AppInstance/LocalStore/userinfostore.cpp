@@ -20,6 +20,19 @@ UserInfoStore::UserInfoStore() : m_file(dataDir() + QStringLiteral("/UserInfo.js
 
 UserInfoStore::~UserInfoStore()
 {
+    write();
+}
+
+void UserInfoStore::change(QString &value, const QString &to)
+{
+    if (value == to)
+        return;
+    value = to;
+    write();
+}
+
+void UserInfoStore::write() const
+{
     const QJsonObject info{{tokenKey, m_token}, {idKey, m_id}};
     m_file.write({{userInfoKey, info}}, QJsonDocument::Compact);
 }

@@ -5,8 +5,8 @@
 
 #include <QString>
 
-/// The saved login in UserInfo.json: read by the constructor, written by the destructor. Both
-/// values are empty when nobody is logged in.
+/// The saved login in UserInfo.json: read by the constructor, written at each change, so that a
+/// crash loses no login, and by the destructor. Both values are empty when nobody is logged in.
 class UserInfoStore
 {
 public:
@@ -17,11 +17,14 @@ public:
     static UserInfoStore &instance();
 
     QString id() const { return m_id; }
-    void setId(const QString &id) { m_id = id; }
+    void setId(const QString &id) { change(m_id, id); }
     QString token() const { return m_token; }
-    void setToken(const QString &token) { m_token = token; }
+    void setToken(const QString &token) { change(m_token, token); }
 
 private:
+    void change(QString &value, const QString &to);
+    void write() const;
+
     JsonFile m_file;
     QString m_id;
     QString m_token;

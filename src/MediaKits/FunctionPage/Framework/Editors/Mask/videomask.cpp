@@ -2,10 +2,13 @@
 #include "MediaKits/FunctionPage/Framework/Editors/Mask/videomask.h"
 
 #include "platform/compositor.h"
+#include "platform/windowmanager.h"
 
-#include <QEvent>
+#include <QCoreApplication>
+#include <QMouseEvent>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <QWindow>
 
 namespace {
 // A tool window has no entry in the task bar and is raised with its parent.
@@ -19,6 +22,7 @@ VideoMask::VideoMask(QWidget *target)
     setAttribute(Qt::WA_TranslucentBackground);
     setAttribute(Qt::WA_ShowWithoutActivating);
     m_layout->setContentsMargins(0, 0, 0, 0);
+    target->setMouseTracking(true);
     target->installEventFilter(this);
     target->window()->installEventFilter(this);
     follow();
@@ -59,12 +63,18 @@ void VideoMask::follow()
 
 void VideoMask::showAsEnabled()
 {
-    const bool up = m_target->isVisible() && !m_target->window()->isMinimized();
-    if (m_maskEnabled && up) {
+    const bool shows = m_maskEnabled && m_isUp && m_target->isVisible();
+    if (shows && !isVisible()) {
+        // The window manager may have minimized it together with the editor.
+        overrideWindowState(Qt::WindowNoState);
+        if (windowHandle() != nullptr)
+            windowHandle()->setWindowState(Qt::WindowNoState);
+    }
+    if (shows) {
         follow();
         shapeAsNeeded();
     }
-    setVisible(m_maskEnabled && up);
+    setVisible(shows);
 }
 
 // Children are shown before their window: a mask that came first would be placed below it, since
@@ -88,13 +98,35 @@ bool VideoMask::eventFilter(QObject *watched, QEvent *event)
         case QEvent::Hide:
             hide();
             break;
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonRelease:
+        case QEvent::MouseMove:
+            return passPointer(*static_cast<QMouseEvent *>(event));
         default:
             break;
         }
     }
     if (watched == m_target->window())
         onWindowEvent(*event);
+    if (watched == m_handle && event->type() == QEvent::Expose)
+        onExposed();
     return QWidget::eventFilter(watched, event);
+}
+
+// Of a press on the surface beside what is drawn, until its release.
+bool VideoMask::passPointer(const QMouseEvent &event)
+{
+    if (!isVisible() || mask().isEmpty())
+        return false;
+    QWidget *receiver = m_pressed ? m_pressed.data() : childAt(event.pos());
+    if (receiver == nullptr)
+        return false;
+    m_pressed = event.buttons() != Qt::NoButton ? receiver : nullptr;
+    QMouseEvent copy(event.type(), receiver->mapFromGlobal(event.globalPos()), event.globalPos(),
+                     event.button(), event.buttons(), event.modifiers());
+    QCoreApplication::sendEvent(receiver, &copy);
+    m_target->setCursor(receiver->cursor());
+    return true;
 }
 
 void VideoMask::onWindowEvent(const QEvent &event)
@@ -104,8 +136,10 @@ void VideoMask::onWindowEvent(const QEvent &event)
         follow();
         break;
     case QEvent::Resize: // the layout moves what the target lies in
+        showLater();
+        break;
     case QEvent::Show:
-    case QEvent::WindowStateChange:
+        watchHandle();
         showLater();
         break;
     case QEvent::Hide:
@@ -114,6 +148,27 @@ void VideoMask::onWindowEvent(const QEvent &event)
     default:
         break;
     }
+}
+
+// Only the native window hears from the window manager whether it is to be seen.
+void VideoMask::watchHandle()
+{
+    QWindow *handle = m_target->window()->windowHandle();
+    if (handle == m_handle)
+        return;
+    m_handle = handle;
+    handle->installEventFilter(this);
+    onExposed();
+}
+
+void VideoMask::onExposed()
+{
+    if (m_isUp == m_handle->isExposed())
+        return;
+    m_isUp = m_handle->isExposed();
+    if (m_isUp && m_target->window()->isModal())
+        removeModalState(m_handle->winId());
+    showLater();
 }
 
 void VideoMask::mousePressEvent(QMouseEvent *event)

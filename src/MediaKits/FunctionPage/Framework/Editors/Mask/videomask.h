@@ -10,7 +10,8 @@ class QVBoxLayout;
 /// A translucent window glued to the surface of a video, which an external player draws: only
 /// another window can lie above it. It is the surface's child, so that it goes with it, and one of
 /// the editor's transient windows, so that the window manager keeps it directly above the editor
-/// and below everything above that. The keyboard stays with the editor.
+/// and below everything above that; an editor that is modal is so for Qt alone, since some window
+/// managers would lay it above its own transient windows too. The keyboard stays with the editor.
 class VideoMask : public QWidget
 {
     Q_OBJECT
@@ -26,7 +27,7 @@ public:
     bool isMaskEnabled() const { return m_maskEnabled; }
 
     /// What the content draws, in its own pixels. Where no compositor runs, nothing else of the
-    /// window is there, since it would be black.
+    /// window is there, since it would be black; the target then passes on what the pointer does.
     void setDrawnRegion(const QRegion &region);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -40,9 +41,15 @@ private:
     void showLater();
     void shapeAsNeeded();
     void onWindowEvent(const QEvent &event);
+    bool passPointer(const QMouseEvent &event);
+    void watchHandle();
+    void onExposed();
 
     QWidget *const m_target;
+    QPointer<QWindow> m_handle; ///< the editor's native window
+    bool m_isUp = false;        ///< the window manager shows it
     QPointer<QWidget> m_content;
+    QPointer<QWidget> m_pressed; ///< what a press on the target went on to
     QVBoxLayout *m_layout;
     bool m_maskEnabled = true;
     QRegion m_drawn;

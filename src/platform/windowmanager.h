@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <qwindowdefs.h>
+
+/// Tells the window manager that the user has acted just now, as by a second start: otherwise it
+/// may leave a window in the background that asks for the front.
+void noteUserAction();
+
+/// Moves a window to the desktop that the user looks at, where it differs: some window managers
+/// never change the desktop for a window that asks for the front.
+/// @param window of the display server
+void bringToCurrentDesktop(WId window);
+
+/// Has the window manager forget that a mapped window is modal, which some stack above its own
+/// tool windows. For Qt it stays modal.
+/// @param window of the display server
+void removeModalState(WId window);

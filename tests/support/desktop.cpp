@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: MIT
+#include "support/desktop.h"
+
+#include "support/toolrun.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QSystemTrayIcon>
+#include <QTest>
+#include <QWidget>
+#include <QWindow>
+
+#include <cstdlib>
+
+namespace {
+
+void xdotool(const QStringList &arguments)
+{
+    const ToolRun run = runTool(QStringLiteral("xdotool"), arguments);
+    QVERIFY2(run.exitCode == 0, run.err.constData());
+}
+
+QStringList moveWords(const QPoint &point)
+{
+    return {QStringLiteral("mousemove"), QString::number(point.x()), QString::number(point.y())};
+}
+
+} // namespace
+
+SystemTray::SystemTray()
+{
+    m_panel.setStandardErrorFile(QProcess::nullDevice());
+    m_panel.start(QStringLiteral("trayer"),
+                  {QStringLiteral("--edge"), QStringLiteral("bottom"), QStringLiteral("--align"),
+                   QStringLiteral("right"), QStringLiteral("--widthtype"),
+                   QStringLiteral("request"), QStringLiteral("--height"), QStringLiteral("24")});
+    QTRY_VERIFY_WITH_TIMEOUT(QSystemTrayIcon::isSystemTrayAvailable(), 15000);
+}
+
+SystemTray::~SystemTray()
+{
+    m_panel.terminate();
+    m_panel.waitForFinished();
+    QTRY_VERIFY(!QSystemTrayIcon::isSystemTrayAvailable());
+}
+
+QImage Desktop::seen(const QRect &area)
+{
+    return QGuiApplication::primaryScreen()
+        ->grabWindow(0, area.x(), area.y(), area.width(), area.height())
+        .toImage();
+}
+
+QColor Desktop::seenAt(const QPoint &point)
+{
+    return seen({point, QSize(1, 1)}).pixelColor(0, 0);
+}
+
+bool Desktop::isLike(const QColor &seen, const QColor &wanted)
+{
+    constexpr int tolerance = 16;
+    return std::abs(seen.red() - wanted.red()) <= tolerance &&
+           std::abs(seen.green() - wanted.green()) <= tolerance &&
+           std::abs(seen.blue() - wanted.blue()) <= tolerance;
+}
+
+void Desktop::pointTo(const QPoint &point)
+{
+    xdotool(moveWords(point));
+}
+
+void Desktop::click(const QPoint &point)
+{
+    xdotool(moveWords(point) + QStringList{QStringLiteral("click"), QStringLiteral("1")});
+}
+
+void Desktop::click(const QWidget &widget)
+{
+    // It may yet move in its layout, and a window that has just come lies below its shadow for a
+    // moment.
+    const bool isMet = QTest::qWaitFor([&widget] {
+        pointTo(widget.mapToGlobal(widget.rect().center()));
+        return widget.underMouse();
+    });
+    const QString folder = qEnvironmentVariable("MORVANE_SHOTS");
+    if (!isMet && !folder.isEmpty())
+        seen(QGuiApplication::primaryScreen()->geometry())
+            .save(folder + QLatin1String("/unmet.png"));
+    QVERIFY2(isMet, qPrintable(widget.objectName()));
+    xdotool({QStringLiteral("click"), QStringLiteral("1")});
+}
+
+void Desktop::drag(const QPoint &from, const QPoint &to)
+{
+    constexpr int steps = 5;
+    xdotool(moveWords(from) + QStringList{QStringLiteral("mousedown"), QStringLiteral("1")});
+    for (int step = 1; step <= steps; ++step) {
+        xdotool(moveWords(from + (to - from) * step / steps));
+        // Moves that wait in a queue become one.
+        QCoreApplication::processEvents();
+    }
+    xdotool({QStringLiteral("mouseup"), QStringLiteral("1")});
+}
+
+void Desktop::key(const char *name)
+{
+    xdotool({QStringLiteral("key"), QString::fromLatin1(name)});
+}
+
+void Desktop::type(const QString &text)
+{
+    xdotool({QStringLiteral("type"), text});
+}
+
+void Desktop::order(const char *command, const QWidget &window)
+{
+    xdotool({QString::fromLatin1(command), QString::number(window.windowHandle()->winId())});
+}

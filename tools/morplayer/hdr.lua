@@ -1,0 +1,35 @@
+-- SPDX-License-Identifier: MIT
+-- The plain X11 output takes the numbers of a high dynamic range picture for those of a usual one
+-- and shows it nearly white. Here they are converted, at a size that one core can follow: the
+-- output of a graphics card converts by itself.
+
+local wide_transfers = {hlg = true, pq = true}
+local label = "morvane-hdr"
+-- 203 cd/m2 is the white of a usual picture inside one of high range (ITU-R BT.2408). What is
+-- brighter is pressed into the room above 0.6 of it.
+local filter = "@" .. label .. ":lavfi=[" ..
+    "scale=w='min(iw,960)':h='min(ih,960)':force_original_aspect_ratio=decrease" ..
+    ":force_divisible_by=2:flags=bilinear," ..
+    "zscale=transfer=linear:npl=203,format=gbrpf32le,zscale=primaries=bt709," ..
+    "tonemap=mobius:param=0.6," ..
+    "zscale=transfer=bt709:matrix=bt709:range=tv,format=yuv420p]"
+
+local function is_there()
+    for _, entry in ipairs(mp.get_property_native("vf", {})) do
+        if entry.label == label then
+            return true
+        end
+    end
+    return false
+end
+
+-- Also after a command that has taken all filters away.
+local function convert()
+    local is_wide = wide_transfers[mp.get_property("video-params/gamma", "")]
+    if is_wide and mp.get_property("current-vo") == "x11" and not is_there() then
+        mp.commandv("vf", "pre", filter)
+    end
+end
+
+mp.observe_property("video-params/gamma", "string", convert)
+mp.observe_property("vf", "native", convert)
