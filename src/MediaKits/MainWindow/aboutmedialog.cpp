@@ -14,9 +14,7 @@ constexpr QSize logoSize(64, 64);
 } // namespace
 
 AboutMeDialog::AboutMeDialog(QWidget *parent, const ProductContact &contact)
-    : DialogFrame(parent),
-      m_ui(std::make_unique<Ui::AboutMeDialog>()),
-      m_webSite(contact.webSite)
+    : DialogFrame(parent), m_ui(std::make_unique<Ui::AboutMeDialog>()), m_webSite(contact.webSite)
 {
     setUpForm(*m_ui);
     setTitle(tr("关于我们"));

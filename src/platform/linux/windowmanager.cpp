@@ -32,11 +32,11 @@ void ask(WId window, const char *request, const std::array<uint32_t, 4> &data)
 std::optional<uint32_t> cardinal(xcb_window_t window, const char *property)
 {
     xcb_connection_t *connection = QX11Info::connection();
-    const XReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(
-        connection,
-        xcb_get_property(connection, 0, window, atomOf(connection, property), XCB_ATOM_CARDINAL, 0,
-                         1),
-        nullptr));
+    const XReply<xcb_get_property_reply_t> reply(
+        xcb_get_property_reply(connection,
+                               xcb_get_property(connection, 0, window, atomOf(connection, property),
+                                                XCB_ATOM_CARDINAL, 0, 1),
+                               nullptr));
     if (!reply || xcb_get_property_value_length(reply.get()) < int(sizeof(uint32_t)))
         return std::nullopt;
     return *static_cast<const uint32_t *>(xcb_get_property_value(reply.get()));
