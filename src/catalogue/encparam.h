@@ -4,6 +4,7 @@
 #include <QMetaType>
 #include <QSharedPointer>
 #include <QString>
+#include <QStringList>
 
 /// A target format that the user can pick.
 struct VADisplayCategory
@@ -34,6 +35,9 @@ struct VEncParam
     double rotate = 0.0;
     /// Width of a pixel by its height, of probed streams only.
     double pixelAspect = 1.0;
+    /// Names and values, in turn, of options by which an encoder keeps closer to the rate than by
+    /// itself.
+    QStringList rateOptions = {};
 };
 
 /// Audio side of a preset; also describes a probed audio stream.

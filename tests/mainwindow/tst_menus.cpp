@@ -8,6 +8,7 @@
 #include "MediaKits/MainWindow/feedbackdialog.h"
 #include "MediaKits/MainWindow/mainwindow.h"
 #include "resources/look.h"
+#include "support/desktop.h"
 #include "support/guisupport.h"
 
 #include <QDesktopServices>
@@ -119,6 +120,7 @@ void TestMenus::rowsOpenDialogs()
 {
     QFETCH(QByteArray, row);
     QFETCH(QByteArray, opened);
+    const SystemTray tray;
     MainWindow window;
     window.show();
     QVERIFY(QTest::qWaitForWindowActive(&window));

@@ -209,7 +209,11 @@ void TstProbing::tellsHowPicturesAreShown()
                  qPrintable(QString::number(video->pixelAspect)));
         QCOMPARE(shownSize(*video), QSize(240, 427));
     }
-    VEncParam video{QString(), 720, 576, 0, 0.0, 180.0, 64.0 / 45.0};
+    VEncParam video;
+    video.width = 720;
+    video.height = 576;
+    video.rotate = 180.0;
+    video.pixelAspect = 64.0 / 45.0;
     QCOMPARE(shownSize(video), QSize(1024, 576));
     video.rotate = -90.0;
     QCOMPARE(turnedSize(video), QSize(576, 720));

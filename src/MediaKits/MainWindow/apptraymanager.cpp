@@ -44,7 +44,7 @@ void AppTrayManager::addActions()
     connect(m_menu->addAction(tr("关于")), &QAction::triggered, this,
             [this] { AboutMeDialog(m_window).exec(); });
     m_menu->addSeparator();
-    connect(m_menu->addAction(tr("退出")), &QAction::triggered, this, &AppTrayManager::leave);
+    connect(m_menu->addAction(tr("退出")), &QAction::triggered, this, &AppTrayManager::leaveChosen);
 
     const UserInfoManager &user = UserInfoManager::instance();
     m_login->setVisible(!user.isLoggedIn());
@@ -64,8 +64,7 @@ void AppTrayManager::connectIcon()
     connect(m_icon, &QSystemTrayIcon::messageClicked, this, &AppTrayManager::activated);
 }
 
-void AppTrayManager::leave()
+void AppTrayManager::hideIcon()
 {
-    m_icon->setVisible(false);
-    m_window->close();
+    m_icon->hide();
 }

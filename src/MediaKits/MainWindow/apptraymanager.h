@@ -22,15 +22,17 @@ public:
     /// Whether a hidden window can be brought back: on a desktop with a tray, from the start until
     /// the user leaves by the menu.
     bool isIconVisible() const;
+    void hideIcon();
 
 signals:
+    /// The menu's entry for leaving was chosen.
+    void leaveChosen();
     /// The user wants the window.
     void activated();
 
 private:
     void addActions();
     void connectIcon();
-    void leave();
 
     QWidget *m_window;
     QSystemTrayIcon *m_icon;

@@ -5,8 +5,6 @@
 #include "MediaKits/AppInstance/LocalStore/appini.h"
 #include "ui_exittipsdialog.h"
 
-#include <QVariant>
-
 namespace {
 
 constexpr int shadowWidth = 11;
@@ -14,20 +12,14 @@ constexpr QRgb shadowColour = 0x12000000;
 
 } // namespace
 
-ExitTipsDialog::ExitTipsDialog(bool hasTray, QWidget *parent)
+ExitTipsDialog::ExitTipsDialog(QWidget *parent)
     : DialogFrame(parent), m_ui(std::make_unique<Ui::ExitTipsDialog>())
 {
     setUpForm(*m_ui);
     setTitle(tr("提示"));
     findChild<WindowShadow *>()->setup(shadowWidth, QPoint(), QColor::fromRgba(shadowColour));
-    if (!hasTray) {
-        m_ui->lblText->setText(tr("关闭软件后会结束您正在转换或编辑的任务"));
-        m_ui->btnToTray->hide();
-        m_ui->btnEixt->setProperty("cls", QStringLiteral("primary"));
-    }
-    QPushButton *usual = hasTray ? m_ui->btnToTray : m_ui->btnEixt;
-    usual->setDefault(true);
-    usual->setFocus();
+    m_ui->btnToTray->setDefault(true);
+    m_ui->btnToTray->setFocus();
 }
 
 ExitTipsDialog::~ExitTipsDialog() = default;

@@ -21,8 +21,7 @@ class ExitTipsDialog : public DialogFrame
     Q_OBJECT
 
 public:
-    /// @param hasTray otherwise leaving is the only choice
-    explicit ExitTipsDialog(bool hasTray, QWidget *parent = nullptr);
+    explicit ExitTipsDialog(QWidget *parent = nullptr);
     ~ExitTipsDialog() override;
 
     /// What was chosen; meaningful when the dialog was accepted.

@@ -5,6 +5,7 @@
 #include "controls/widgetbutton.h"
 #include "MediaKits/DataTracker/currentfunction.h"
 #include "MediaKits/DataTracker/oskdatatracker.h"
+#include "MediaKits/FunctionPage/Framework/Page/listpage.h"
 #include "MediaKits/MainWindow/functionpages.h"
 #include "MediaKits/MainWindow/homepage.h"
 #include "MediaKits/MainWindow/navigationtracking.h"
@@ -91,6 +92,16 @@ void FunctionPage::yieldRoom(int current)
         const auto policy = i == current ? QSizePolicy::Preferred : QSizePolicy::Ignored;
         m_ui->skdWdtFunction->widget(i)->setSizePolicy(policy, policy);
     }
+}
+
+bool FunctionPage::isWorking() const
+{
+    for (int i = 0; i < m_ui->skdWdtFunction->count(); ++i) {
+        const auto *page = qobject_cast<ListPage *>(m_ui->skdWdtFunction->widget(i));
+        if (page && page->isWorking())
+            return true;
+    }
+    return false;
 }
 
 void FunctionPage::connectNavigation()

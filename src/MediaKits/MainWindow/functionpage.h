@@ -22,6 +22,9 @@ public:
     explicit FunctionPage(QWidget *parent = nullptr);
     ~FunctionPage() override;
 
+    /// Whether a page has something at work or waiting for its turn.
+    bool isWorking() const;
+
 signals:
     void goToHome();
 

@@ -7,6 +7,7 @@
 #include "MediaKits/AppInstance/LocalStore/appini.h"
 #include "MediaKits/AppInstance/LocalStore/removedir.h"
 #include "MediaKits/DataTracker/oskdatatracker.h"
+#include "MediaKits/FunctionPage/Framework/Dialogs/mediamessagebox.h"
 #include "MediaKits/MainWindow/appmenu.h"
 #include "MediaKits/MainWindow/apptraymanager.h"
 #include "MediaKits/MainWindow/customerservice.h"
@@ -44,6 +45,12 @@ MainWindow::MainWindow(QWidget *parent)
     connectSecondStart();
     m_tray = new AppTrayManager(this);
     connect(m_tray, &AppTrayManager::activated, this, &MainWindow::comeToFront);
+    connect(m_tray, &AppTrayManager::leaveChosen, this, [this] {
+        if (!mayLeave())
+            return;
+        m_tray->hideIcon();
+        leave(ExitMode::Leave);
+    });
     OskDataTracker::instance().trackTableEvent(mainPageView);
 
     // Otherwise the first button of the title bar would look chosen.
@@ -113,25 +120,33 @@ void MainWindow::closeEvent(QCloseEvent *event)
         hide();
         return;
     }
-    QCoreApplication::exit(0);
-    QMainWindow::closeEvent(event);
+    event->setAccepted(mayLeave());
+    if (event->isAccepted())
+        leave(ExitMode::Leave);
 }
 
 void MainWindow::on_btnClose_clicked()
 {
     const AppIni &ini = AppIni::instance();
-    const bool hasTray = m_tray->isIconVisible();
-    const auto answered = ExitMode(ini.value(AppIni::Key::ExitMode).toInt());
     // An earlier answer may ask for a tray that isn't there any more.
-    const bool isAnswered =
-        !ini.value(AppIni::Key::IsExitTips).toBool() && (hasTray || answered == ExitMode::Leave);
-    if (isAnswered) {
+    const auto answered = m_tray->isIconVisible()
+                              ? ExitMode(ini.value(AppIni::Key::ExitMode).toInt())
+                              : ExitMode::Leave;
+    if (m_tray->isIconVisible() && ini.value(AppIni::Key::IsExitTips).toBool()) {
+        ExitTipsDialog dialog(this);
+        if (dialog.exec() == QDialog::Accepted)
+            leave(dialog.mode());
+    } else if (answered != ExitMode::Leave || mayLeave()) {
         leave(answered);
-        return;
     }
-    ExitTipsDialog dialog(hasTray, this);
-    if (dialog.exec() == QDialog::Accepted)
-        leave(dialog.mode());
+}
+
+// Where nothing has asked yet.
+bool MainWindow::mayLeave()
+{
+    return !m_ui->pgFunction->isWorking() ||
+           MediaMessageBox::ask(tr("提示"), tr("有任务正在进行，退出会停止它们。确定退出吗？"),
+                                this);
 }
 
 void MainWindow::leave(ExitMode mode)

@@ -43,6 +43,7 @@ protected:
 private:
     void connectSecondStart();
     void comeToFront();
+    bool mayLeave();
     void leave(ExitMode mode);
     void showWindowState();
 

@@ -67,6 +67,8 @@ void addVideoOptions(OptionList &options, const VEncParam &video)
                     QStringLiteral("%1x%2").arg(video.width / 2 * 2).arg(video.height / 2 * 2));
     }
     options.addIfPositive("-b:v", video.bitrate, "k");
+    for (int i = 0; i + 1 < video.rateOptions.size(); i += 2)
+        options.add(video.rateOptions.at(i).toLatin1().constData(), video.rateOptions.at(i + 1));
     if (std::abs(video.frameRate) > 1e-12)
         options.add("-r", QString::number(video.frameRate, 'g', 6));
 }

@@ -1,32 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/VideoCompress/compressarithmetic.h"
 
+#include "MediaKits/FunctionPage/VideoCompress/compressplan.h"
+
 #include <QtGlobal>
 
 namespace {
 
 constexpr double percent = 100.0;
 constexpr double mebibyte = 9.5367431640625e-07; // of a byte
-constexpr qint64 bitsPerByte = 8;
-// Far below a hundredth, far above the binary error of one.
-constexpr double roundingError = 1e-9;
 
 double twoDecimals(double value)
 {
     return qRound(value * percent) / percent;
-}
-
-int wholeBitrate(const MediaFormatInfo &file)
-{
-    if (file.bitrate > 0 || file.duration <= 0)
-        return file.bitrate;
-    // Bits a millisecond are kbits a second.
-    return int(file.fileSize * bitsPerByte / file.duration);
-}
-
-int videoBitrate(const QSharedPointer<VEncParam> &video)
-{
-    return video ? video->bitrate : 0;
 }
 
 } // namespace
@@ -43,9 +29,7 @@ QSharedPointer<EncParam> makeEncParam(int parts)
 
 int sliderOfRate(double rate)
 {
-    // 0.8 stands for -20, though in binary it comes out a little nearer to 0: each opening of the
-    // page or the dialog would move the slider on.
-    return int((rate - 1.0) * percent - roundingError);
+    return qRound((rate - 1.0) * percent);
 }
 
 double rateOfSlider(int position)
@@ -58,41 +42,35 @@ double mebibytes(qint64 bytes)
     return double(bytes) * mebibyte;
 }
 
-QString sizeRangeText(const QString &format, double whole)
+QString sizeRangeText(const QString &format, double whole, double share)
 {
-    return format.arg(twoDecimals(whole * smallestRate)).arg(twoDecimals(whole));
-}
-
-int pictureBitrate(const MediaInfoData &info)
-{
-    if (!info.video || info.video->bitrate > 0 || !info.format)
-        return videoBitrate(info.video);
-    int rest = wholeBitrate(*info.format);
-    for (const auto &audio : info.audios)
-        rest -= audio->bitrate;
-    return qMax(rest, 0);
+    return format.arg(twoDecimals(whole * share)).arg(twoDecimals(whole));
 }
 
 QSharedPointer<EncParam> encParamFor(const CompressSettingsParam &settings,
                                      const MediaInfoData &info)
 {
-    if (settings.advanced)
-        return settings.encParam;
-    const int bitrate = int(pictureBitrate(info) * settings.rate);
-    if (bitrate <= 0)
-        return nullptr;
-    auto made = makeEncParam(VideoPart);
-    made->video->bitrate = bitrate;
+    QSharedPointer<EncParam> made = settings.encParam;
+    if (!settings.advanced) {
+        const CompressPlan plan = compressPlan(settings.rate, info);
+        if (plan.video <= 0)
+            return nullptr;
+        made = makeEncParam(plan.audio > 0 ? VideoPart | AudioPart : VideoPart);
+        made->video->bitrate = plan.video;
+        if (plan.audio > 0)
+            made->audio->bitrate = plan.audio;
+    }
+    if (made && made->video)
+        made->video->rateOptions = rateOptions(made->video->bitrate, info);
     return made;
 }
 
 qint64 estimatedSize(const CompressSettingsParam &settings, const MediaInfoData &info)
 {
-    const int source = videoBitrate(info.video);
-    if (source <= 0 || !info.format)
+    if (!settings.advanced || !settings.encParam)
+        return compressPlan(settings.rate, info).bytes;
+    if (!settings.encParam->video)
         return -1;
-    const double share = settings.advanced && settings.encParam
-                             ? double(videoBitrate(settings.encParam->video)) / double(source)
-                             : settings.rate;
-    return qint64(double(info.format->fileSize) * share);
+    const auto audio = settings.encParam->audio;
+    return sizeAtRates(*settings.encParam->video, audio ? audio->bitrate : 0, info);
 }

@@ -11,7 +11,7 @@ enum EncParamPart { VideoPart = 1, AudioPart = 2 };
 /// container.
 QSharedPointer<EncParam> makeEncParam(int parts);
 
-/// Limits of the share of a source's size.
+/// Limits of the share of a source's size that the slider can choose.
 constexpr double smallestRate = 0.2;
 constexpr double wholeRate = 1.0;
 
@@ -22,15 +22,12 @@ double rateOfSlider(int position);
 double mebibytes(qint64 bytes);
 /// @param format with %1 and %2 for the smallest and the largest size
 /// @param whole of the source, in MiB
-QString sizeRangeText(const QString &format, double whole);
-
-/// Bitrate of the pictures in kbit/s. Where the file doesn't tell it, it is what the sounds leave
-/// of the whole; 0 when that can't be told either, or when there are no pictures.
-int pictureBitrate(const MediaInfoData &info);
+/// @param share that the smallest size has of it
+QString sizeRangeText(const QString &format, double whole, double share = smallestRate);
 
 /// What the conversion is told; null when the source can't be compressed by rate.
 QSharedPointer<EncParam> encParamFor(const CompressSettingsParam &settings,
                                      const MediaInfoData &info);
 
-/// Size of the result in bytes; -1 when the file doesn't tell the bitrate of its pictures.
+/// Size of the result in bytes; -1 when it can't be told.
 qint64 estimatedSize(const CompressSettingsParam &settings, const MediaInfoData &info);

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/VideoCompress/compresschoices.h"
 
+#include "MediaKits/MediaInfo/shownpicture.h"
+
 #include <QCoreApplication>
 #include <QSize>
-
-#include <cmath>
 
 namespace {
 
@@ -50,20 +50,13 @@ QString kbpsText(int value)
     return QStringLiteral("%1 kbps").arg(value);
 }
 
-bool isUpright(double rotate)
-{
-    return std::abs(std::fmod(rotate, 180.0)) > 45.0;
-}
-
 } // namespace
 
 QVector<CompressChoice> CompressChoices::resolutions(const VEncParam &source)
 {
-    const QSize size(source.width, source.height);
-    return choices(fixedResolutions, isUpright(source.rotate) ? size.transposed() : size,
-                   [](const QSize &value) {
-                       return QStringLiteral("%1x%2").arg(value.width()).arg(value.height());
-                   });
+    return choices(fixedResolutions, turnedSize(source), [](const QSize &value) {
+        return QStringLiteral("%1x%2").arg(value.width()).arg(value.height());
+    });
 }
 
 QVector<CompressChoice> CompressChoices::videoBitrates(int own)

@@ -1,11 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/VideoCompress/compresssettingsdialog.h"
 
+#include "controls/repolish.h"
 #include "MediaKits/FunctionPage/VideoCompress/compressarithmetic.h"
 #include "MediaKits/FunctionPage/VideoCompress/compresschoices.h"
+#include "MediaKits/FunctionPage/VideoCompress/compressplan.h"
 #include "ui_compresssettingsdialog.h"
 
+#include <QEvent>
 #include <QSignalBlocker>
+
+#include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -35,6 +41,7 @@ CompressSettingsDialog::CompressSettingsDialog(QWidget *parent)
 {
     setUpForm(*m_ui);
     setTitle(tr("压缩设置"));
+    m_ui->sbSize->installEventFilter(this);
     connect(m_ui->btnHigh, &QPushButton::toggled, this,
             [this](bool high) { m_ui->swdtSettings->setCurrentIndex(high ? HighPage : BasePage); });
 }
@@ -44,6 +51,7 @@ CompressSettingsDialog::~CompressSettingsDialog() = default;
 void CompressSettingsDialog::setMediaInfo(const MediaInfoData &info)
 {
     m_sourceSize = mebibytes(info.format->fileSize);
+    m_smallestShare = smallestShare(info);
     fillVideoChoices(info.video);
     fillAudioChoices(info.audios);
 }
@@ -75,10 +83,10 @@ void CompressSettingsDialog::fillAudioChoices(const QVector<QSharedPointer<AEncP
 void CompressSettingsDialog::setParam(const QSharedPointer<CompressSettingsParam> &param)
 {
     m_param = param;
-    m_ui->lblSizeRange->setText(
-        sizeRangeText(m_ui->lblSizeRange->property("txtFormat").toString(), m_sourceSize));
+    m_ui->lblSizeRange->setText(sizeRangeText(m_ui->lblSizeRange->property("txtFormat").toString(),
+                                              m_sourceSize, m_smallestShare));
     const QSignalBlocker blocker(m_ui->sbSize);
-    m_ui->sbSize->setRange(m_sourceSize * smallestRate, m_sourceSize);
+    m_ui->sbSize->setRange(leastSize(), m_sourceSize);
     m_ui->sbSize->setSingleStep(m_sourceSize * (wholeRate - rateOfSlider(-1)));
     const bool advanced = param && param->advanced;
     showRate(advanced || !param ? usualRate : param->rate);
@@ -92,8 +100,41 @@ void CompressSettingsDialog::showRate(double rate)
 {
     const QSignalBlocker sizeBlocker(m_ui->sbSize);
     const QSignalBlocker sliderBlocker(m_ui->compressSlider);
-    m_ui->sbSize->setValue(m_sourceSize * rate);
-    m_ui->compressSlider->setValue(sliderOfRate(rate));
+    m_rate = std::max(rate, m_smallestShare);
+    m_ui->sbSize->setValue(m_sourceSize * m_rate);
+    m_ui->compressSlider->setValue(sliderOfRate(m_rate));
+    markRange(false);
+}
+
+void CompressSettingsDialog::markRange(bool missed)
+{
+    m_missed = missed;
+    m_ui->lblSizeRange->setProperty("cls",
+                                    missed ? QStringLiteral("error") : QStringLiteral("sub"));
+    repolish(m_ui->lblSizeRange);
+}
+
+// Numbers beyond the range may stand there on the way to one within it.
+bool CompressSettingsDialog::eventFilter(QObject *watched, QEvent *event)
+{
+    constexpr double widest = 999999.99;
+    if (watched == m_ui->sbSize && event->type() == QEvent::FocusIn)
+        m_ui->sbSize->setRange(0.0, widest);
+    return DialogFrame::eventFilter(watched, event);
+}
+
+void CompressSettingsDialog::on_sbSize_editingFinished()
+{
+    const double typed = m_ui->sbSize->value();
+    const double fitting = std::clamp(typed, leastSize(), m_sourceSize);
+    // Limits are shown with two decimals.
+    constexpr double shownStep = 0.01;
+    if (!m_ui->sbSize->hasFocus())
+        m_ui->sbSize->setRange(leastSize(), m_sourceSize);
+    if (std::abs(fitting - typed) < shownStep)
+        return;
+    showRate(fitting / m_sourceSize);
+    markRange(true);
 }
 
 void CompressSettingsDialog::showEncParam(const EncParam &wanted)
@@ -111,16 +152,20 @@ void CompressSettingsDialog::showEncParam(const EncParam &wanted)
 
 void CompressSettingsDialog::on_compressSlider_valueChanged(int value)
 {
+    m_rate = std::max(rateOfSlider(value), m_smallestShare);
     const QSignalBlocker blocker(m_ui->sbSize);
-    m_ui->sbSize->setValue(rateOfSlider(value) * m_sourceSize);
+    m_ui->sbSize->setValue(m_rate * m_sourceSize);
+    markRange(false);
 }
 
 void CompressSettingsDialog::on_sbSize_valueChanged(double size)
 {
     if (m_sourceSize <= 0.0)
         return;
+    m_rate = std::clamp(size / m_sourceSize, m_smallestShare, wholeRate);
     const QSignalBlocker blocker(m_ui->compressSlider);
-    m_ui->compressSlider->setValue(sliderOfRate(size / m_sourceSize));
+    m_ui->compressSlider->setValue(sliderOfRate(m_rate));
+    markRange(false);
 }
 
 void CompressSettingsDialog::on_btnCancel_clicked()
@@ -130,6 +175,11 @@ void CompressSettingsDialog::on_btnCancel_clicked()
 
 void CompressSettingsDialog::on_btnOK_clicked()
 {
+    // A size that isn't the typed one is to be seen before it is taken.
+    if (m_missed && m_ui->btnBase->isChecked()) {
+        m_missed = false;
+        return;
+    }
     if (!m_param)
         m_param = QSharedPointer<CompressSettingsParam>::create();
     m_param->advanced = !m_ui->btnBase->isChecked();
@@ -138,7 +188,7 @@ void CompressSettingsDialog::on_btnOK_clicked()
             m_param->encParam = makeEncParam(m_hasAudio ? VideoPart | AudioPart : VideoPart);
         fillEncParam(*m_param->encParam);
     } else {
-        m_param->rate = rateOfSlider(m_ui->compressSlider->value());
+        m_param->rate = m_rate;
         m_param->encParam.clear();
     }
     accept();

@@ -26,9 +26,12 @@ public:
     void setParam(const QSharedPointer<CompressSettingsParam> &param);
     QSharedPointer<CompressSettingsParam> param() const { return m_param; }
 
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private slots:
     void on_compressSlider_valueChanged(int value);
     void on_sbSize_valueChanged(double size);
+    void on_sbSize_editingFinished();
     void on_btnCancel_clicked();
     void on_btnOK_clicked();
 
@@ -36,11 +39,16 @@ private:
     void fillVideoChoices(const QSharedPointer<VEncParam> &video);
     void fillAudioChoices(const QVector<QSharedPointer<AEncParam>> &audios);
     void showRate(double rate);
+    void markRange(bool missed);
+    double leastSize() const { return m_sourceSize * m_smallestShare; }
     void showEncParam(const EncParam &wanted);
     void fillEncParam(EncParam &wanted) const;
 
     const std::unique_ptr<Ui::CompressSettingsDialog> m_ui;
     QSharedPointer<CompressSettingsParam> m_param;
     double m_sourceSize = 0.0; ///< MiB
+    double m_smallestShare = 0.0;
+    double m_rate = 0.0;   ///< chosen share of the source's size
+    bool m_missed = false; ///< what was typed isn't within the range
     bool m_hasAudio = false;
 };

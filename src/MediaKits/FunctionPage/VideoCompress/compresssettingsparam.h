@@ -10,7 +10,7 @@
 struct CompressSettingsParam
 {
     bool advanced = false; ///< by `encParam`, otherwise by `rate`
-    double rate = 1.0;     ///< wanted share of the source's size, 0.2 to 1
+    double rate = 1.0;     ///< wanted share of the source's size, up to 1
     QSharedPointer<EncParam> encParam;
 };
 

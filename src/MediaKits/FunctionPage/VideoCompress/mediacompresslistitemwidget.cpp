@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/VideoCompress/mediacompresslistitemwidget.h"
 
+#include "controls/runmodal.h"
 #include "controls/toast.h"
 #include "MediaKits/FunctionPage/VideoCompress/compressarithmetic.h"
 #include "MediaKits/FunctionPage/VideoCompress/compresscontainer.h"
@@ -25,6 +26,15 @@ TaskRowWidget::Kind compressRows()
     kind.form.sizeName = MediaCompressListItemWidget::tr("预计大小：");
     kind.form.finishedSizeName = MediaCompressListItemWidget::tr("大小：");
     return kind;
+}
+
+// A result that takes as much room as its source isn't what the page is for.
+QString comparedSize(qint64 size, const MediaInfoData &source)
+{
+    const QString text = sizeText(size);
+    return size < source.format->fileSize
+               ? text
+               : MediaCompressListItemWidget::tr("%1（不会更小）").arg(text);
 }
 
 } // namespace
@@ -116,7 +126,7 @@ void MediaCompressListItemWidget::showSettings(const CompressSettingsParam &sett
     const auto wanted = param().encParam;
     const QString pixels = wanted ? MediaFacts::sizeInPixels(wanted->video) : QString();
     change([&](RowContent &content) {
-        content.out.size = size < 0 ? tr("无法预估") : sizeText(size);
+        content.out.size = size < 0 ? tr("无法预估") : comparedSize(size, info);
         content.out.detail = pixels.isEmpty() ? content.in.detail : pixels;
     });
 }
@@ -126,16 +136,20 @@ void MediaCompressListItemWidget::on_btnCompressSet_clicked()
     const auto info = sourceInfo();
     if (!info)
         return;
-    CompressSettingsDialog dialog(this);
-    dialog.setMediaInfo(*info);
-    dialog.setParam(settings());
-    if (dialog.exec() == QDialog::Accepted && task())
-        applySettings(dialog.param());
+    auto *dialog = new CompressSettingsDialog(this);
+    dialog->setMediaInfo(*info);
+    dialog->setParam(settings());
+    const auto chosen =
+        runModal(dialog, [](const CompressSettingsDialog &edited) { return edited.param(); });
+    if (chosen && task())
+        applySettings(*chosen);
 }
 
 void MediaCompressListItemWidget::readResult()
 {
-    change([this](RowContent &content) {
-        content.out.size = sizeText(QFileInfo(outputPath()).size());
+    const auto info = sourceInfo();
+    const qint64 size = QFileInfo(outputPath()).size();
+    change([&](RowContent &content) {
+        content.out.size = info ? comparedSize(size, *info) : sizeText(size);
     });
 }

@@ -2,20 +2,10 @@
 #include "MediaKits/FunctionPage/Framework/Rows/rowcontent.h"
 
 #include "MediaKits/MediaFormats/mediatexts.h"
+#include "MediaKits/MediaInfo/shownpicture.h"
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
-
-namespace {
-
-// Turned by an odd number of quarter turns.
-bool isUpright(const VEncParam &video)
-{
-    return std::abs(std::remainder(video.rotate, 180.0)) > 45.0;
-}
-
-} // namespace
 
 void MediaFacts::setFile(const MediaFormatInfo &file)
 {
@@ -31,8 +21,6 @@ QString MediaFacts::sizeInPixels(int width, int height)
 
 QString MediaFacts::sizeInPixels(const QSharedPointer<VEncParam> &video)
 {
-    if (!video)
-        return {};
-    return isUpright(*video) ? sizeInPixels(video->height, video->width)
-                             : sizeInPixels(video->width, video->height);
+    const QSize size = video ? turnedSize(*video) : QSize();
+    return sizeInPixels(size.width(), size.height());
 }
