@@ -38,9 +38,12 @@ struct RowsTest : PageTest<MediaConvertFunctionPage>
     {
         QString text;
         whenModal("MediaMessageBox", [&](QWidget &box) {
+            // One that goes sooner than it has the focus may leave nobody with it.
+            const bool isActive = QTest::qWaitForWindowActive(&box);
             text = child<QLabel>(box, "lblText")->text();
             shoot(box, "row_question");
             press(box, agree ? "btnOK" : "btnCancel");
+            QVERIFY(isActive);
         });
         act();
         return text;
@@ -185,6 +188,8 @@ void TestConvertRows::asksBeforeWorkIsLost()
     press(*test.page, "btnConvertAll");
     QTRY_COMPARE_WITH_TIMEOUT(test.state(0), MediaTask::RUNNING, endLimitMs);
     QVERIFY(!test.asked(*test.row(0), "btnDel", false).isEmpty());
+    // Keys act in an active window alone.
+    QVERIFY(QTest::qWaitForWindowActive(test.page->window()));
     test.row(0)->setFocus();
     QVERIFY(!test.asked([&] { QTest::keyClick(test.row(0), Qt::Key_Delete); }, false).isEmpty());
     QVERIFY(!test.asked(*test.page, "btnClear", false).isEmpty());
