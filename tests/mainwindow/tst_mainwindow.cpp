@@ -241,6 +241,7 @@ void TestMainWindow::secondStart()
         isAnswered = true;
         press(dialog, "btnClose");
     });
+    QTRY_VERIFY(Desktop::hasKeyboard(window));
     Desktop::key("ctrl+q");
     QTRY_VERIFY(isAnswered);
     QVERIFY(!window.windowFlags().testFlag(Qt::WindowStaysOnTopHint));

@@ -93,6 +93,7 @@ void TestProgram::secondStartBringsTheWindowToTheFront()
         isAnswered = true;
         press(dialog, "btnClose");
     });
+    QTRY_VERIFY(Desktop::hasKeyboard(*m_window));
     Desktop::key("ctrl+q");
     QTRY_VERIFY(isAnswered);
 }

@@ -102,6 +102,13 @@ void Desktop::drag(const QPoint &from, const QPoint &to)
     xdotool({QStringLiteral("mouseup"), QStringLiteral("1")});
 }
 
+bool Desktop::hasKeyboard(const QWidget &window)
+{
+    const QByteArray focus =
+        runTool(QStringLiteral("xdotool"), {QStringLiteral("getwindowfocus")}).out;
+    return focus.trimmed().toULongLong() == window.windowHandle()->winId();
+}
+
 void Desktop::key(const char *name)
 {
     xdotool({QStringLiteral("key"), QString::fromLatin1(name)});

@@ -38,6 +38,8 @@ void click(const QPoint &point);
 void click(const QWidget &widget);
 /// With the left button, over some points on the way.
 void drag(const QPoint &from, const QPoint &to);
+/// Whether keys go to the window now: the server may yet have to follow what Qt says.
+bool hasKeyboard(const QWidget &window);
 /// One key or combination, as "space" or "ctrl+a".
 void key(const char *name);
 void type(const QString &text);

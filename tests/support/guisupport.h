@@ -37,10 +37,14 @@ template<class Act>
 void whenModal(const char *className, Act act)
 {
     constexpr int lookIntervalMs = 20;
+    constexpr int mostLooks = 100;
     auto *timer = new QTimer(qApp);
-    QObject::connect(timer, &QTimer::timeout, timer, [=] {
+    QObject::connect(timer, &QTimer::timeout, timer, [=, looks = 0]() mutable {
         QWidget *dialog = QApplication::activeModalWidget();
         if (!dialog || !dialog->inherits(className))
+            return;
+        // One that goes sooner than it has the focus, as no user's does, leaves nobody with it.
+        if (!dialog->isActiveWindow() && ++looks < mostLooks)
             return;
         timer->deleteLater();
         timer->stop();
