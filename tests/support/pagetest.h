@@ -4,6 +4,7 @@
 #include "controls/filechooser.h"
 #include "MediaKits/AppInstance/LocalStore/functionsettings.h"
 #include "MediaKits/FunctionPage/Framework/Rows/taskrowwidget.h"
+#include "MediaKits/MediaTasksManager/converttaskparam.h"
 #include "support/guisupport.h"
 
 #include <QDir>
