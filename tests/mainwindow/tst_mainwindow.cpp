@@ -69,18 +69,6 @@ void hideFully(QWidget &window)
 
 } // namespace
 
-// Has the signal by which the program's own application object tells of a second start.
-class StartedTwice : public QApplication
-{
-    Q_OBJECT
-
-public:
-    using QApplication::QApplication;
-
-signals:
-    void messageReceived(const QString &message);
-};
-
 class TestMainWindow : public QObject
 {
     Q_OBJECT
@@ -232,7 +220,7 @@ void TestMainWindow::secondStart()
         QVERIFY(QTest::qWaitForWindowActive(&other));
     }
 
-    emit static_cast<StartedTwice *>(qApp)->messageReceived(QStringLiteral("runing"));
+    window.sltMessageReceived(QStringLiteral("runing"));
     QTRY_VERIFY(window.isActiveWindow());
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     QTRY_VERIFY(!other.isVisible() || stackPlace(window) > stackPlace(other));
@@ -265,7 +253,7 @@ void TestMainWindow::secondStartUnderDialog()
     window.showMinimized();
     QTRY_VERIFY(!dialog.isActiveWindow());
 
-    emit static_cast<StartedTwice *>(qApp)->messageReceived(QStringLiteral("runing"));
+    window.sltMessageReceived(QStringLiteral("runing"));
     QTRY_VERIFY(dialog.isActiveWindow());
     QTRY_VERIFY(!window.isMinimized());
     // The dialog still belongs to the window, and lies above it.
@@ -354,7 +342,7 @@ void TestMainWindow::navigationIsReported()
 
 int main(int argc, char *argv[])
 {
-    StartedTwice application(argc, argv);
+    QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     Look::apply();
     TestMainWindow test;

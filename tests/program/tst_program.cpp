@@ -42,6 +42,8 @@ void TestProgram::initTestCase()
     FunctionSettings::instance().setValue(FunctionSection::converter, FunctionKey::outPath,
                                           m_folder.filePath(QStringLiteral("out")));
     m_window = std::make_unique<MainWindow>();
+    connect(static_cast<QtSingleApplication *>(qApp), &QtSingleApplication::messageReceived,
+            m_window.get(), &MainWindow::sltMessageReceived);
     m_window->show();
     QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
 }

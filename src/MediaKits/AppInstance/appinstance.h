@@ -19,6 +19,8 @@ public:
     ~AppInstance();
     Q_DISABLE_COPY(AppInstance)
 
+    const QtSingleApplication &application() const { return *m_application; }
+
     /// Whether the main window is to be made. Otherwise this start has done what it was for.
     bool init();
 

@@ -10,6 +10,8 @@ int main(int argc, char *argv[])
     if (!instance.init())
         return 0;
     MainWindow window;
+    QObject::connect(&instance.application(), &QtSingleApplication::messageReceived, &window,
+                     &MainWindow::sltMessageReceived);
     window.open();
     return AppInstance::exec();
 }

@@ -18,7 +18,6 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QMetaMethod>
 #include <QShortcut>
 
 namespace {
@@ -42,7 +41,6 @@ MainWindow::MainWindow(QWidget *parent)
     m_shadow->setColour(QColor::fromRgba(shadowColour));
     m_shadow->setRadius(shadowWidth);
     m_ui->btnCService->hide();
-    connectSecondStart();
     m_tray = new AppTrayManager(this);
     connect(m_tray, &AppTrayManager::activated, this, &MainWindow::comeToFront);
     connect(m_tray, &AppTrayManager::leaveChosen, this, [this] {
@@ -70,17 +68,6 @@ void MainWindow::open()
 {
     WindowPlace::restore(*this);
     show();
-}
-
-// Only the program's own application object has the signal; this room doesn't know its class.
-void MainWindow::connectSecondStart()
-{
-    const QMetaObject *application = qApp->metaObject();
-    const int signal = application->indexOfSignal("messageReceived(QString)");
-    if (signal < 0)
-        return;
-    connect(qApp, application->method(signal), this,
-            staticMetaObject.method(staticMetaObject.indexOfSlot("sltMessageReceived(QString)")));
 }
 
 bool MainWindow::event(QEvent *event)

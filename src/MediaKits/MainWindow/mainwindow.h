@@ -41,7 +41,6 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    void connectSecondStart();
     void comeToFront();
     bool mayLeave();
     void leave(ExitMode mode);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MainWindow/productcontact.h"
 
+#include "controls/iconpixmap.h"
 #include "MediaKits/AppInstance/LocalStore/appconfig.h"
 #include "MediaKits/AppInstance/LocalStore/appdirs.h"
 
@@ -28,11 +29,8 @@ bool ProductContact::showPicture(QLabel &label) const
     const QImage image = picture.isEmpty() ? QImage() : QImageReader(picture).read();
     if (image.isNull())
         return false;
-    const double scale = label.devicePixelRatioF();
-    QPixmap code = QPixmap::fromImage(
-        image.scaled(label.maximumSize() * scale, Qt::KeepAspectRatio, Qt::SmoothTransformation));
-    code.setDevicePixelRatio(scale);
-    label.setPixmap(code);
+    label.setPixmap(
+        fittedPixmap(QPixmap::fromImage(image), label.maximumSize(), label.devicePixelRatioF()));
     return true;
 }
 

@@ -42,12 +42,7 @@ void MediaPreviewItemWidget::showPicture(const QPixmap &picture)
 {
     if (picture.isNull())
         return;
-    const qreal ratio = devicePixelRatioF();
-    QPixmap scaled = picture.scaled(m_ui->wdtMain->size() * ratio, Qt::KeepAspectRatio,
-                                    Qt::SmoothTransformation);
-    scaled.setDevicePixelRatio(ratio);
-    m_ui->lblVideo->setFixedSize((QSizeF(scaled.size()) / ratio).toSize());
-    m_ui->lblVideo->setPixmap(scaled);
+    showFitted(*m_ui->lblVideo, picture, m_ui->wdtMain->size());
 }
 
 bool MediaPreviewItemWidget::event(QEvent *event)

@@ -6,7 +6,6 @@
 #include "MediaKits/DataTracker/trackevent.h"
 #include "MediaKits/FunctionPage/Framework/Dialogs/mediamessagebox.h"
 #include "MediaKits/FunctionPage/Framework/Rows/rowlist.h"
-#include "MediaKits/FunctionPage/Framework/Rows/taskbatch.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergefinishtipsdialog.h"
 #include "MediaKits/MediaTasksManager/grouptaskfactory.h"
 #include "MediaKits/MediaTasksManager/mediamovetask.h"
@@ -67,11 +66,9 @@ ConcatTaskParam &MediaMergeListWidget::param() const
 
 void MediaMergeListWidget::watchTask()
 {
+    connect(&m_batch, &TaskBatch::groupStateChanged, this,
+            [this](const QString &, TaskState state) { emit taskStateChanged(state); });
     connect(m_task.data(), &MediaTask::taskStateChanged, this, &MediaMergeListWidget::onTaskState);
-    connect(m_task.data(), &MediaTask::taskOperateChanged, this, [this](MediaTask::Operate now) {
-        if (now == MediaTask::OperateDequeued)
-            emit taskStateChanged(GroupEnded);
-    });
     connect(m_task.data(), &MediaTask::taskCustomeMsgCome, this,
             [this](int type, MediaTask *sender, const QVariant &value) {
                 if (type != MediaTask::OutputMoved || !qobject_cast<MediaMoveTask *>(sender))
@@ -93,8 +90,6 @@ void MediaMergeListWidget::onTaskState(MediaTask::State state)
 
 void MediaMergeListWidget::onEnded(MediaTask::State state)
 {
-    m_manager.stopTimer();
-    emit taskStateChanged(GroupEnded);
     if (state == MediaTask::FINISHED) {
         finish();
     } else if (state == MediaTask::ERROR) {
@@ -176,8 +171,7 @@ QSize MediaMergeListWidget::resultSize() const
 
 void MediaMergeListWidget::stop()
 {
-    m_task->stop();
-    m_manager.removeTask(m_task.data());
+    m_batch.stop(m_task.data());
 }
 
 bool MediaMergeListWidget::isWorking() const
@@ -210,9 +204,7 @@ void MediaMergeListWidget::merge()
     if (m_task->state() == MediaTask::RUNNING || presetIsMissing())
         return;
     param().files = inputs();
-    m_manager.startTimer();
-    if (m_manager.addTask(m_task.data()))
-        emit taskStateChanged(GroupStarted);
+    m_batch.startAll(defaultName(), {m_task.data()});
 }
 
 void MediaMergeListWidget::addFiles(const QStringList &files)
@@ -233,8 +225,12 @@ void MediaMergeListWidget::addFile(const QString &path)
     item->setData(MergeTaskRole, QVariant::fromValue(m_task));
     addRow(item);
     renumber();
-    if (m_list->count() == 1)
-        emit mediaListEmptyChanged(false);
+    if (m_list->count() > 1)
+        return;
+    if (!m_isWatched)
+        m_batch.watch(m_task.data());
+    m_isWatched = true;
+    emit mediaListEmptyChanged(false);
 }
 
 void MediaMergeListWidget::addRow(QListWidgetItem *item)

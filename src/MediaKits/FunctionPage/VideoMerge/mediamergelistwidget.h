@@ -4,7 +4,6 @@
 #include "MediaKits/FunctionPage/Framework/Rows/rowsview.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergelistitemwidget.h"
 #include "MediaKits/MediaTasksManager/concattask.h"
-#include "MediaKits/MediaTasksManager/mediatasksmanager.h"
 
 class RowList;
 
@@ -64,8 +63,9 @@ private:
     ConcatTaskParam &param() const;
     QList<QSharedPointer<InputFileMediaParam>> inputs() const;
 
-    MediaTasksManager m_manager;
+    TaskBatch m_batch;
     QSharedPointer<MediaTask> m_task;
     RowList *m_list;
+    bool m_isWatched = false; // by the batch, which ticks from then on
     QString m_result; ///< path of the last finished merge
 };

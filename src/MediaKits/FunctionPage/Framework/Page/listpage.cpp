@@ -122,7 +122,7 @@ void ListPage::askAndClear()
 
 void ListPage::showGroupState(RowsView::TaskGrpState state)
 {
-    const char *name = state == RowsView::GroupEnded ? "ConvertName" : "ConvertingName";
+    const char *name = state == TaskBatch::GroupEnded ? "ConvertName" : "ConvertingName";
     m_ui->btnConvertAll->setText(m_ui->btnConvertAll->property(name).toString());
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/Framework/Rows/mediarowwidget.h"
 
+#include "controls/iconpixmap.h"
 #include "controls/repolish.h"
 #include "MediaKits/FunctionPage/Framework/Rows/rowform.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
@@ -134,11 +135,7 @@ void MediaRowWidget::requestPicture(int atMs)
     const auto show = [this](const QPixmap &picture) {
         if (picture.isNull() || item().isNull())
             return;
-        const qreal ratio = devicePixelRatioF();
-        QPixmap scaled =
-            picture.scaled(pictureFrame * ratio, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-        scaled.setDevicePixelRatio(ratio);
-        setPicture(scaled);
+        setPicture(fittedPixmap(picture, pictureFrame, devicePixelRatioF()));
     };
     requestThumbnail(sourcePath(), this, show, atMs);
 }

@@ -72,9 +72,5 @@ void RowPictureWidget::showPicture(const QPixmap &picture)
     if (picture.isNull() || picture.cacheKey() == m_pictureKey)
         return;
     m_pictureKey = picture.cacheKey();
-    const qreal ratio = devicePixelRatioF();
-    QPixmap scaled = picture.scaled(size() * ratio, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-    scaled.setDevicePixelRatio(ratio);
-    m_lblVideo->setFixedSize((QSizeF(scaled.size()) / ratio).toSize());
-    m_lblVideo->setPixmap(scaled);
+    showFitted(*m_lblVideo, picture, size());
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "MediaKits/AppInstance/LocalStore/mediafunction.h"
+#include "MediaKits/FunctionPage/Framework/Rows/taskbatch.h"
 
 #include <QStringList>
 #include <QWidget>
@@ -12,8 +13,7 @@ class RowsView : public QWidget
     Q_OBJECT
 
 public:
-    enum TaskGrpState { GroupStarted = 1, GroupEnded = 2 };
-    Q_ENUM(TaskGrpState)
+    using TaskGrpState = TaskBatch::GroupState;
 
     explicit RowsView(QWidget *parent = nullptr);
 

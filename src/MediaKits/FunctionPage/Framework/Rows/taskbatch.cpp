@@ -63,17 +63,17 @@ void TaskBatch::startAll(const QString &groupName, const QVector<MediaTask *> &t
 {
     if (groupName.isEmpty() || isRunning())
         return;
-    QVector<MediaTask *> startable;
+    QVector<MediaTask *> enabled;
     for (MediaTask *task : tasks) {
-        if (task->isEnabled() && canStart(task->state()))
-            startable += task;
+        if (task->isEnabled())
+            enabled += task;
     }
     m_pending.clear();
-    if (startable.isEmpty())
+    if (enabled.isEmpty())
         return;
     m_groupName = groupName;
-    emit groupStateChanged(groupName, Started);
-    for (MediaTask *task : startable) {
+    emit groupStateChanged(groupName, GroupStarted);
+    for (MediaTask *task : qAsConst(enabled)) {
         m_manager.addTask(task);
         task->setGroupId(groupName);
         m_pending.insert(task);
@@ -155,6 +155,6 @@ void TaskBatch::leave(MediaTask *task)
     m_pending.remove(task);
     if (!m_pending.isEmpty())
         return;
-    emit groupStateChanged(m_groupName, Ended);
+    emit groupStateChanged(m_groupName, GroupEnded);
     m_groupName.clear();
 }

@@ -14,7 +14,8 @@ class TaskBatch : public QObject
     Q_OBJECT
 
 public:
-    enum GroupState { Started = 1, Ended = 2 };
+    enum GroupState { GroupStarted = 1, GroupEnded = 2 };
+    Q_ENUM(GroupState)
 
     explicit TaskBatch(QObject *parent = nullptr);
 
@@ -22,8 +23,8 @@ public:
     void watch(MediaTask *task);
 
     bool isRunning() const { return !m_groupName.isEmpty(); }
-    /// Begins a batch with those of the tasks that can be started, in their order. Does nothing
-    /// for an empty name, while a batch runs, or when no task can be started.
+    /// Begins a batch with tasks that neither wait nor work, in their order. Does nothing for an
+    /// empty name, while a batch runs, or without a task that is enabled.
     void startAll(const QString &groupName, const QVector<MediaTask *> &tasks);
     /// A start of its own, outside of any batch; nothing for a task that can't be started.
     void start(MediaTask *task);

@@ -17,10 +17,7 @@
 
 TaskRowsView::TaskRowsView(QWidget *parent) : RowsView(parent)
 {
-    connect(&m_batch, &TaskBatch::groupStateChanged, this,
-            [this](const QString &name, TaskBatch::GroupState state) {
-                emit taskGrpStateChanged(name, TaskGrpState(state));
-            });
+    connect(&m_batch, &TaskBatch::groupStateChanged, this, &TaskRowsView::taskGrpStateChanged);
 }
 
 void TaskRowsView::setEncParamInfoID(quint32 id)
@@ -47,8 +44,10 @@ void TaskRowsView::convertAll(const QString &groupName)
     if (groupName.isEmpty() || m_batch.isRunning() || presetIsMissing())
         return;
     QVector<MediaTask *> tasks;
-    for (const TaskRowWidget *row : rows())
-        tasks += row->task();
+    for (const TaskRowWidget *row : rows()) {
+        if (TaskBatch::canStart(row->task()->state()))
+            tasks += row->task();
+    }
     m_batch.startAll(groupName, tasks);
 }
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "MediaKits/FunctionPage/Framework/Rows/rowsview.h"
-#include "MediaKits/FunctionPage/Framework/Rows/taskbatch.h"
 
 class TaskRowWidget;
 
