@@ -44,7 +44,7 @@ AudioConvertListItemWidget::AudioConvertListItemWidget(QListWidgetItem *item, QW
 {
     connect(task(), &MediaTask::taskStateChanged, this, [this](MediaTask::State state) {
         if (state == MediaTask::START)
-            change([](RowContent &content) { content.progressText = QStringLiteral("0.0"); });
+            setShown(&RowContent::progressText, QStringLiteral("0.0"));
     });
     probeSource();
 }

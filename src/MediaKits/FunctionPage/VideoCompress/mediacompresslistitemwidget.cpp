@@ -115,7 +115,7 @@ void MediaCompressListItemWidget::setWanted(const QSharedPointer<EncParam> &want
     param().encParam =
         isWanted ? withEncodersOf(compressContainer(sourceSuffix()), *wanted) : wanted;
     task()->setEnabled(isWanted);
-    change([&](RowContent &content) { content.hindrance = isWanted ? QString() : hindrance; });
+    setShown(&RowContent::hindrance, isWanted ? QString() : hindrance);
 }
 
 void MediaCompressListItemWidget::showSettings(const CompressSettingsParam &settings,

@@ -163,9 +163,7 @@ void MediaRowWidget::showSource(const MediaInfoData &info)
 
 void MediaRowWidget::showPicture()
 {
-    change([this](RowContent &content) {
-        content.picture = m_item.data(PictureRole).value<QPixmap>();
-    });
+    setShown(&RowContent::picture, m_item.data(PictureRole).value<QPixmap>());
 }
 
 void MediaRowWidget::probe(const QString &path,

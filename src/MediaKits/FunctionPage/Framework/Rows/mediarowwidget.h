@@ -74,7 +74,13 @@ protected:
     void probe(const QString &path, const std::function<void(const MediaInfoData &)> &take);
 
     QString sourceSuffix() const;
-    /// Changes what is shown.
+    /// Changes one of the things that are shown.
+    template<class Value, class Given>
+    void setShown(Value RowContent::*what, const Given &value)
+    {
+        change([&](RowContent &content) { content.*what = value; });
+    }
+    /// Changes what is shown, several things at once.
     void change(const std::function<void(RowContent &)> &changes);
     void showOperate(MediaTask::Operate operate);
     /// Its turn has come.

@@ -48,7 +48,7 @@ PresetRowWidget::PresetRowWidget(const RowItem &item, const Kind &kind, QWidget 
     : ConvertRowWidget(item, withPresetButtons(kind), parent)
 {
     if (kind.form.ownPreset)
-        change([](RowContent &content) { content.settings = tr("选择格式"); });
+        setShown(&RowContent::settings, tr("选择格式"));
     if (kind.form.startText.isEmpty())
         setSpeedType(fastType);
 }
@@ -88,7 +88,7 @@ void PresetRowWidget::setSpeedType(int type)
     if (type < 1 || type > int(std::size(speeds)))
         return;
     param().speed = speeds[type - 1].encoderSpeed;
-    change([type](RowContent &content) { content.speedType = type; });
+    setShown(&RowContent::speedType, type);
 }
 
 void PresetRowWidget::on_btnFormatSet_clicked(QWidget *button)

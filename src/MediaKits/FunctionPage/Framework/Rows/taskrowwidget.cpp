@@ -71,14 +71,12 @@ MediaTask *TaskRowWidget::task() const
 void TaskRowWidget::renameResult(const QString &name)
 {
     setOutputName(name);
-    change([&](RowContent &content) { content.outputName = name; });
+    setShown(&RowContent::outputName, name);
 }
 
 void TaskRowWidget::keepSource(const QSharedPointer<MediaInfoData> &)
 {
-    change([this](RowContent &content) {
-        content.editorEnabled = TaskBatch::canStart(task()->state()) && editorAllowed();
-    });
+    setShown(&RowContent::editorEnabled, TaskBatch::canStart(task()->state()) && editorAllowed());
 }
 
 void TaskRowWidget::applyEdited(const std::function<void()> &apply)
@@ -109,7 +107,7 @@ void TaskRowWidget::onTaskState(MediaTask::State state)
         break;
     case MediaTask::PAUSED:
         m_workTimer.pause();
-        change([](RowContent &content) { content.paused = true; });
+        setShown(&RowContent::paused, true);
         break;
     case MediaTask::RESUMED:
         showResumed();
@@ -136,9 +134,7 @@ void TaskRowWidget::onTaskProgress(double progress)
 {
     m_progress = progress;
     if (std::abs(progress) > smallestProgress)
-        change([&](RowContent &content) {
-            content.remainingText = m_workTimer.remainingText(progress);
-        });
+        setShown(&RowContent::remainingText, m_workTimer.remainingText(progress));
     showProgress(progress);
 }
 
@@ -268,7 +264,7 @@ void TaskRowWidget::on_btnDel_clicked()
 
 void TaskRowWidget::on_btnConvert_clicked()
 {
-    change([](RowContent &content) { content.paused = false; });
+    setShown(&RowContent::paused, false);
     emit taskOperationChange(TaskOperation::Start);
 }
 

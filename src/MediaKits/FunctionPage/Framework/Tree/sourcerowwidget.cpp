@@ -8,7 +8,7 @@
 SourceRowWidget::SourceRowWidget(QTreeWidgetItem *item, QLatin1String name, QWidget *parent)
     : MediaRowWidget(RowItem(item), parent), m_name(name)
 {
-    change([](RowContent &content) { content.editorEnabled = false; });
+    setShown(&RowContent::editorEnabled, false);
     probeSource();
 }
 
@@ -21,7 +21,7 @@ RowForm *SourceRowWidget::createForm()
 
 void SourceRowWidget::setFragmentCount(int count)
 {
-    change([count](RowContent &content) { content.fragments = count; });
+    setShown(&RowContent::fragments, count);
 }
 
 // Of the special formats, the reader knows no more than that the file is there.
@@ -45,7 +45,7 @@ void SourceRowWidget::onSourceProbed(const MediaInfoData &info)
 
 void SourceRowWidget::missSource()
 {
-    change([](RowContent &content) { content.hindrance = tr("无法读取该文件"); });
+    setShown(&RowContent::hindrance, tr("无法读取该文件"));
 }
 
 void SourceRowWidget::on_btnDel_clicked()
