@@ -4,9 +4,7 @@
 #include <QMouseEvent>
 #include <QWindow>
 
-namespace {
-
-Qt::CursorShape shapeFor(Qt::Edges edges)
+Qt::CursorShape resizeCursor(Qt::Edges edges)
 {
     if (edges == (Qt::TopEdge | Qt::LeftEdge) || edges == (Qt::BottomEdge | Qt::RightEdge))
         return Qt::SizeFDiagCursor;
@@ -15,8 +13,6 @@ Qt::CursorShape shapeFor(Qt::Edges edges)
     const bool isHorizontal = (edges & (Qt::LeftEdge | Qt::RightEdge)) != 0;
     return isHorizontal ? Qt::SizeHorCursor : Qt::SizeVerCursor;
 }
-
-} // namespace
 
 Qt::Edges edgesAt(const QRect &rect, const QPoint &pos, int border)
 {
@@ -84,7 +80,7 @@ void EdgeResizer::showCursor(const QPoint &pos)
 {
     const Qt::Edges edges = activeEdges(pos);
     if (edges != Qt::Edges()) {
-        m_handle->setCursor(shapeFor(edges));
+        m_handle->setCursor(resizeCursor(edges));
         m_hasCursor = true;
     } else if (m_hasCursor) {
         const QWidget *under = m_window->childAt(pos);

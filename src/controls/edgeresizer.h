@@ -13,6 +13,9 @@ class QWindow;
 /// border or outside the rectangle.
 Qt::Edges edgesAt(const QRect &rect, const QPoint &pos, int border);
 
+/// The cursor over the edges of what can be resized there.
+Qt::CursorShape resizeCursor(Qt::Edges edges);
+
 /// Makes a frameless window resizable at its edges, with the cursor's shape telling so. The window
 /// is the owner. A maximized window and one of fixed size stay as they are.
 class EdgeResizer : public QObject

@@ -1,44 +1,41 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/Framework/Editors/Mask/edgedrag.h"
 
+#include "controls/edgeresizer.h"
+
 #include <QRectF>
 
 #include <algorithm>
+#include <utility>
 
 namespace EdgeDrag {
 
+namespace {
+
+constexpr std::pair<Edge, Qt::Edge> directions[] = {{TopEdge, Qt::TopEdge},
+                                                    {BottomEdge, Qt::BottomEdge},
+                                                    {LeftEdge, Qt::LeftEdge},
+                                                    {RightEdge, Qt::RightEdge}};
+
+} // namespace
+
 int edgesAt(const QPoint &point, const QSize &size, int grip)
 {
+    const Qt::Edges found = ::edgesAt(QRect(QPoint(), size), point, grip);
     int edges = 0;
-    if (point.y() < grip)
-        edges |= TopEdge;
-    else if (size.height() - 1 - point.y() < grip)
-        edges |= BottomEdge;
-    if (point.x() < grip)
-        edges |= LeftEdge;
-    else if (size.width() - 1 - point.x() < grip)
-        edges |= RightEdge;
+    for (const auto &[bit, edge] : directions)
+        edges |= found.testFlag(edge) ? bit : 0;
     return edges;
 }
 
 Qt::CursorShape cursorFor(int edges, bool pressed)
 {
-    switch (edges) {
-    case TopEdge | LeftEdge:
-    case BottomEdge | RightEdge:
-        return Qt::SizeFDiagCursor;
-    case TopEdge | RightEdge:
-    case BottomEdge | LeftEdge:
-        return Qt::SizeBDiagCursor;
-    case TopEdge:
-    case BottomEdge:
-        return Qt::SizeVerCursor;
-    case LeftEdge:
-    case RightEdge:
-        return Qt::SizeHorCursor;
-    default:
+    Qt::Edges shown;
+    for (const auto &[bit, edge] : directions)
+        shown.setFlag(edge, edges & bit);
+    if (shown == Qt::Edges())
         return pressed ? Qt::ClosedHandCursor : Qt::OpenHandCursor;
-    }
+    return resizeCursor(shown);
 }
 
 QRect spanned(const QPoint &a, const QPoint &b)
