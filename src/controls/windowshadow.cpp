@@ -91,6 +91,7 @@ bool WindowShadow::eventFilter(QObject *watched, QEvent *event)
         onTargetShow();
         break;
     case QEvent::Hide:
+        m_isSettled = false;
         setHidden(true);
         break;
     case QEvent::StyleChange:
@@ -110,7 +111,8 @@ void WindowShadow::onTargetResize()
     }
     if (!isLarge())
         place();
-    show();
+    if (m_isSettled)
+        show();
 }
 
 void WindowShadow::onTargetWindowState()
@@ -138,6 +140,7 @@ void WindowShadow::onAfterEvent(QEvent *event)
     const std::unique_ptr<QEvent> owned(event);
     if (owned->type() != QEvent::Show || !targetIsUp())
         return;
+    m_isSettled = true;
     if (!isLarge())
         place();
     show();

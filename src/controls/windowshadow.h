@@ -56,4 +56,5 @@ private:
     QPointer<QWidget> m_target;
     ShadowLook m_look;
     ShadowPicture m_picture;
+    bool m_isSettled = false; // the target has been shown where it is to stand
 };
