@@ -50,7 +50,7 @@ void TimeField::focusInEvent(QFocusEvent *event)
 
 void TimeField::keyPressEvent(QKeyEvent *event)
 {
-    if (takesKey(*event)) {
+    if (handleKey(*event)) {
         event->accept();
         return;
     }
@@ -58,7 +58,7 @@ void TimeField::keyPressEvent(QKeyEvent *event)
     QTimeEdit::keyPressEvent(event);
 }
 
-bool TimeField::takesKey(const QKeyEvent &event)
+bool TimeField::handleKey(const QKeyEvent &event)
 {
     if (event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier))
         return false;

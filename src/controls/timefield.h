@@ -19,7 +19,7 @@ protected:
     void focusInEvent(QFocusEvent *event) override;
 
 private:
-    bool takesKey(const QKeyEvent &event);
+    bool handleKey(const QKeyEvent &event);
     void typeDigit(int digit);
     void typeSeparator();
     void setPart(int value);

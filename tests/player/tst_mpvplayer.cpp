@@ -95,6 +95,10 @@ private slots:
         QTRY_COMPARE(peer.property("vf").toArray().size(), 2);
         player.videoFilter(FilterOperation::Delete, QString(), 0);
         QTRY_COMPARE(peer.property("vf").toArray().size(), 1);
+        // What ends brackets and quotes; the player takes a graph only when it understands it.
+        player.videoFilter(FilterOperation::Add, QString(),
+                           "split[a\"墨][b];[a\"墨]hflip[c];[b][c]vstack"_s);
+        QTRY_COMPARE(peer.property("vf").toArray().size(), 2);
         player.clearVideoFilters();
         QTRY_COMPARE(peer.property("vf").toArray().size(), 0);
         player.audioFilter(FilterOperation::Set, "volnorm"_s, QString());

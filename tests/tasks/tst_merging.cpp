@@ -26,19 +26,25 @@ struct Part
     bool hasColour[3]; // red, green, blue
 };
 
-// Of sizes, frame rates, sample rates and channels that differ.
+// Of sizes, frame rates, sample rates and channels that differ. With grain, since Theora leaves out
+// frames that are like the one before.
 const Part parts[] = {
     {'R',
      "red.mp4",
-     "color=red:s=160x120:r=30",
+     "color=red:s=160x120:r=30,noise=alls=9:allf=t",
      "sine=500:r=44100,aformat=channel_layouts=stereo",
      {160, 120},
      {true, false, false}},
     {'A', "sound.mka", "", "sine=500:r=48000", {}, {false, false, false}},
-    {'B', "blue.webm", "color=blue:s=96x96:r=25", "", {96, 96}, {false, false, true}},
+    {'B',
+     "blue.webm",
+     "color=blue:s=96x96:r=25,noise=alls=9:allf=t",
+     "",
+     {96, 96},
+     {false, false, true}},
     {'G',
      "green.mkv",
-     "color=0x00ff00:s=96x128:r=50",
+     "color=0x00ff00:s=96x128:r=50,noise=alls=9:allf=t",
      "sine=500:r=22050",
      {96, 128},
      {false, true, false}},

@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "ffmpeg/adaptcommand.h"
 
-#include "ffmpeg/commandline.h"
+#include "ffmpeg/colour.h"
 #include "ffmpeg/filterlabels.h"
+#include "ffmpeg/outputwords.h"
+#include "ffmpeg/picture.h"
+#include "ffmpeg/sound.h"
+#include "ffmpeg/still.h"
 
 #include <algorithm>
 #include <set>
-#include <string_view>
 
 namespace ffmpeglauncher {
 
@@ -14,162 +17,167 @@ namespace {
 
 constexpr std::string_view amrEncoder = "libopencore_amrnb";
 constexpr std::string_view h264Encoder = "libx264";
+constexpr std::string_view mp3Encoder = "libmp3lame";
 
-// Which streams a codec option is for.
-enum class CodecTarget { None, All, Audio, Other };
-
-CodecTarget codecTarget(const std::string &option)
+bool isGraphOption(const std::string &option)
 {
-    if (option == "-acodec")
-        return CodecTarget::Audio;
-    if (option == "-vcodec")
-        return CodecTarget::Other;
-    const size_t colon = option.find(':');
-    const std::string name = option.substr(0, colon);
-    if (name != "-c" && name != "-codec")
-        return CodecTarget::None;
-    if (colon == std::string::npos || colon + 1 == option.size())
-        return CodecTarget::All;
-    const char type = option[colon + 1];
-    if (type == 'a')
-        return CodecTarget::Audio;
-    // A stream number or a program may be sound as well.
-    return std::string_view("vVsdt").find(type) == std::string_view::npos ? CodecTarget::All
-                                                                          : CodecTarget::Other;
+    return option == "-filter_complex" || option == "-lavfi";
 }
 
-// The muxer's name as -f gives it, else the suffix in lower case.
-std::string containerOf(const std::vector<std::string> &arguments, const CommandOutput &output)
+// One command on its way to what a stock ffmpeg takes.
+class Adapter
 {
-    std::string container;
-    for (const CommandOption &option : output.options) {
-        if (arguments[option.name] == "-f")
-            container = arguments[option.value];
+public:
+    Adapter(AdaptedCommand *command, const InstalledFfmpeg &ffmpeg, const SourceFacts &facts)
+        : m_arguments(command->arguments), m_notes(command->notes), m_ffmpeg(ffmpeg), m_facts(facts)
+    {
     }
-    if (!container.empty())
-        return container;
-    const std::string &path = arguments[output.path];
-    const size_t dot = path.find_last_of("./");
-    if (dot == std::string::npos || path[dot] == '/')
-        return {};
-    container = path.substr(dot + 1);
-    for (char &c : container)
-        c = c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c;
-    return container;
-}
 
-bool replaceEncoder(std::vector<std::string> *arguments, const CommandOutput &output,
-                    std::string_view from, std::string_view to)
-{
-    bool replaced = false;
-    for (const CommandOption &option : output.options) {
-        std::string &value = (*arguments)[option.value];
-        if (value == from && codecTarget((*arguments)[option.name]) != CodecTarget::None) {
-            value = to;
-            replaced = true;
-        }
+    void adapt();
+
+private:
+    void adaptOutput(const CommandOutput &place, bool isFirst);
+    void standInForH263(OutputWords &output);
+    void standInForAmr(OutputWords &output);
+    void standInForFlash(OutputWords &output, const std::string &container);
+    void adaptStreams(OutputWords &output, bool isFirst);
+    // Index of the graph's text, 0 when there is none.
+    size_t graphPlace() const;
+    void dropLabels();
+    void note(const std::string &text, const OutputWords &output)
+    {
+        m_notes.push_back(text + ": " + output.path());
     }
-    return replaced;
+
+    std::vector<std::string> &m_arguments;
+    std::vector<std::string> &m_notes;
+    const InstalledFfmpeg &m_ffmpeg;
+    const SourceFacts &m_facts;
+    bool m_choosesStreams = false; // the command says itself which streams go where
+};
+
+void Adapter::adapt()
+{
+    const CommandLine command = parseCommandLine(m_arguments);
+    m_choosesStreams = std::any_of(
+        command.options.begin(), command.options.end(),
+        [this](const CommandOption &option) { return m_arguments[option.name] == "-map"; });
+    // From the back, so that an inserted option moves no index that is still needed.
+    for (size_t i = command.outputs.size(); i > 0; --i)
+        adaptOutput(command.outputs[i - 1], i == 1);
+    dropLabels();
 }
 
-bool hasFlag(const std::vector<std::string> &arguments, const CommandOutput &output,
-             std::string_view flag)
+void Adapter::adaptOutput(const CommandOutput &place, bool isFirst)
 {
-    return std::any_of(output.flags.begin(), output.flags.end(),
-                       [&](size_t index) { return arguments[index] == flag; });
-}
-
-// The encoder chosen for the sound, "copy" included; empty when ffmpeg is to choose.
-std::string audioCodec(const std::vector<std::string> &arguments, const CommandOutput &output)
-{
-    std::string codec;
-    for (const CommandOption &option : output.options) {
-        const CodecTarget target = codecTarget(arguments[option.name]);
-        if (target == CodecTarget::All || target == CodecTarget::Audio)
-            codec = arguments[option.value];
+    OutputWords output(&m_arguments, place);
+    const std::string container = output.container();
+    if (container == "swf" || container == "flv")
+        standInForFlash(output, container);
+    if (container == "3gp" || container == "3g2") {
+        standInForH263(output);
+        standInForAmr(output);
     }
-    return codec;
+    adaptStreams(output, isFirst);
 }
 
-bool hasSampleRate(const std::vector<std::string> &arguments, const CommandOutput &output)
+// ffmpeg's own choice, which takes five sizes of picture only.
+void Adapter::standInForH263(OutputWords &output)
 {
-    return std::any_of(output.options.begin(), output.options.end(),
-                       [&](const CommandOption &option) {
-                           const std::string &name = arguments[option.name];
-                           return name == "-ar" || name.compare(0, 4, "-ar:") == 0;
-                       });
-}
-
-void insertOption(std::vector<std::string> *arguments, const CommandOutput &output,
-                  const std::string &name, const std::string &value)
-{
-    const auto place = arguments->begin() + std::ptrdiff_t(output.insertAt);
-    arguments->insert(place, {name, value});
+    if (output.hasFlag("-vn") || !output.namedEncoder(StreamKind::Picture).empty())
+        return;
+    output.insert("-c:v", std::string(h264Encoder));
+    note("H.263 takes few sizes, the picture is coded as H.264", output);
 }
 
 // AMR is both what presets name and what the 3GP muxer has as its default.
-void standInForAmr(AdaptedCommand *command, const CommandOutput &output)
+void Adapter::standInForAmr(OutputWords &output)
 {
-    std::vector<std::string> &arguments = command->arguments;
-    const std::string path = arguments[output.path];
-    if (!replaceEncoder(&arguments, output, amrEncoder, "aac")) {
-        if (hasFlag(arguments, output, "-an") || !audioCodec(arguments, output).empty())
+    if (m_ffmpeg.amr)
+        return;
+    if (!output.replaceEncoder(amrEncoder, "aac")) {
+        if (output.hasFlag("-an") || !output.namedEncoder(StreamKind::Sound).empty())
             return;
-        insertOption(&arguments, output, "-c:a", "aac");
+        output.insert("-c:a", "aac");
     }
-    command->notes.push_back("this ffmpeg has no AMR encoder, the sound is coded as AAC: " + path);
+    note("this ffmpeg has no AMR encoder, the sound is coded as AAC", output);
 }
 
-// SWF holds no H.264, and sound of 44100, 22050 or 11025 Hz only, which a source rarely has.
-void standInForSwf(AdaptedCommand *command, const CommandOutput &output)
+// SWF holds no H.264, and in both forms of Flash MP3 has one of three sample rates.
+void Adapter::standInForFlash(OutputWords &output, const std::string &container)
 {
-    std::vector<std::string> &arguments = command->arguments;
-    const std::string path = arguments[output.path];
-    if (replaceEncoder(&arguments, output, h264Encoder, "flv"))
-        command->notes.push_back("SWF takes no H.264, the picture is coded as FLV1: " + path);
-    if (audioCodec(arguments, output) == "copy") {
-        // Pictures that come from SWF never count as key frames, in front of which nothing is
-        // copied.
-        arguments.insert(arguments.begin() + std::ptrdiff_t(output.insertAt), "-copyinkf");
+    if (container == "swf" && output.replaceEncoder(h264Encoder, "flv"))
+        note("SWF takes no H.264, the picture is coded as FLV1", output);
+    const std::string encoder = output.namedEncoder(StreamKind::Sound);
+    // Pictures that come from SWF never count as key frames, in front of which nothing is copied.
+    if (container == "swf" && encoder == "copy")
+        output.insertFlag("-copyinkf");
+    if (output.hasFlag("-an") || (!encoder.empty() && encoder != mp3Encoder))
         return;
-    }
-    if (hasSampleRate(arguments, output) || hasFlag(arguments, output, "-an"))
+    const std::string rate = output.value("-ar");
+    if (rate == "44100" || rate == "22050" || rate == "11025")
         return;
-    insertOption(&arguments, output, "-ar", "44100");
-    command->notes.push_back("SWF takes few sample rates, any sound gets 44100 Hz: " + path);
+    if (rate.empty())
+        output.insert("-ar", "44100");
+    else
+        output.setValue("-ar", "44100");
+    note("Flash takes few sample rates, any sound gets 44100 Hz", output);
 }
 
-void dropLabels(std::vector<std::string> *arguments, const CommandLine &command)
+void Adapter::adaptStreams(OutputWords &output, bool isFirst)
 {
+    // What a graph gives goes to the first output.
+    const size_t place = graphPlace();
+    const std::string given = isFirst && place != 0 ? m_arguments[place] : std::string();
+    StreamGraph graph(given);
+    StreamGraph *const feeding = graph.isReadable() && !m_choosesStreams ? &graph : nullptr;
+    showCover(&output, feeding, m_facts);
+    adaptPicture(&output, feeding, m_facts, m_ffmpeg.zscale);
+    adaptSound(&output, feeding);
+    if (m_ffmpeg.zscale && feeding != nullptr && isHighRange(m_facts) &&
+        output.videoEncoder() != nullptr)
+        note("the picture's high dynamic range is mapped to BT.709", output);
+    if (graph.text() == given)
+        return;
+    if (given.empty())
+        output.insert("-filter_complex", graph.text());
+    else
+        m_arguments[graphPlace()] = graph.text();
+}
+
+size_t Adapter::graphPlace() const
+{
+    size_t place = 0;
+    for (const CommandOption &option : parseCommandLine(m_arguments).options) {
+        if (isGraphOption(m_arguments[option.name]))
+            place = option.value;
+    }
+    return place;
+}
+
+void Adapter::dropLabels()
+{
+    const CommandLine command = parseCommandLine(m_arguments);
     std::set<std::string> mapped;
     for (const CommandOption &option : command.options) {
-        if ((*arguments)[option.name] == "-map")
-            mapped.insert(labelOfMap((*arguments)[option.value]));
+        if (m_arguments[option.name] == "-map")
+            mapped.insert(labelOfMap(m_arguments[option.value]));
     }
     for (const CommandOption &option : command.options) {
-        const std::string &name = (*arguments)[option.name];
-        if (name == "-filter_complex" || name == "-lavfi")
-            (*arguments)[option.value] = dropUnusedOutputLabels((*arguments)[option.value], mapped);
+        std::string &value = m_arguments[option.value];
+        if (isGraphOption(m_arguments[option.name]))
+            value = dropUnusedOutputLabels(value, mapped);
     }
 }
 
 } // namespace
 
 AdaptedCommand adaptCommand(const std::vector<std::string> &arguments,
-                            const EncoderSupport &support)
+                            const InstalledFfmpeg &ffmpeg, const SourceFacts &facts)
 {
     AdaptedCommand adapted;
     adapted.arguments = arguments;
-    const CommandLine command = parseCommandLine(arguments);
-    dropLabels(&adapted.arguments, command);
-    // From the back, so that an inserted option moves no index that is still needed.
-    for (auto output = command.outputs.rbegin(); output != command.outputs.rend(); ++output) {
-        const std::string container = containerOf(arguments, *output);
-        if (container == "swf")
-            standInForSwf(&adapted, *output);
-        else if (container == "3gp" && !support.amr)
-            standInForAmr(&adapted, *output);
-    }
+    Adapter(&adapted, ffmpeg, facts).adapt();
     return adapted;
 }
 

@@ -38,9 +38,10 @@ int main(int argc, char **argv)
         return noFfmpegExitCode;
     }
     const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
-    ffmpeglauncher::EncoderSupport support;
-    support.amr = MORVANE_FFMPEG_HAS_AMR;
-    const ffmpeglauncher::AdaptedCommand adapted = ffmpeglauncher::adaptCommand(arguments, support);
+    const ffmpeglauncher::InstalledFfmpeg ffmpeg{MORVANE_FFMPEG_HAS_AMR, MORVANE_FFMPEG_HAS_ZSCALE};
+    const ffmpeglauncher::AdaptedCommand adapted = ffmpeglauncher::adaptCommand(
+        arguments, ffmpeg,
+        ffmpeglauncher::parseSourceFacts(environmentText(ffmpeglauncher::sourceVariable)));
     for (const std::string &note : adapted.notes)
         std::fprintf(stderr, "ffmpeg launcher: %s\n", note.c_str());
 

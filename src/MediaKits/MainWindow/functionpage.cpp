@@ -5,7 +5,7 @@
 #include "controls/widgetbutton.h"
 #include "MediaKits/DataTracker/currentfunction.h"
 #include "MediaKits/DataTracker/oskdatatracker.h"
-#include "MediaKits/FunctionPage/Framework/Page/listpage.h"
+#include "MediaKits/FunctionPage/Framework/Page/lazypage.h"
 #include "MediaKits/MainWindow/functionpages.h"
 #include "MediaKits/MainWindow/homepage.h"
 #include "MediaKits/MainWindow/navigationtracking.h"
@@ -97,7 +97,7 @@ void FunctionPage::yieldRoom(int current)
 bool FunctionPage::isWorking() const
 {
     for (int i = 0; i < m_ui->skdWdtFunction->count(); ++i) {
-        const auto *page = qobject_cast<ListPage *>(m_ui->skdWdtFunction->widget(i));
+        const auto *page = qobject_cast<LazyPage *>(m_ui->skdWdtFunction->widget(i));
         if (page && page->isWorking())
             return true;
     }

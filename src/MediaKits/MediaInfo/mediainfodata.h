@@ -36,6 +36,14 @@ struct MediaContent
     bool isCutOff = false;
 };
 
+/// What the numbers of a picture mean, in ffmpeg's names; empty where the file doesn't tell.
+struct PictureColours
+{
+    QString transfer;  ///< from numbers to light: "bt709", "smpte2084", "arib-std-b67"
+    QString primaries; ///< what red, green and blue are: "bt709", "bt2020"
+    QString matrix;    ///< how red, green and blue are stored: "bt709", "gbr" for as they are
+};
+
 /// What one file holds. A reader that found no media leaves `format` null.
 struct MediaInfoData
 {
@@ -45,6 +53,10 @@ struct MediaInfoData
     /// One record a sound stream, in the order of the streams.
     QVector<QSharedPointer<AEncParam>> audios;
     MediaContent content;
+    /// Of the first picture stream.
+    PictureColours colours;
+    /// There is a picture that belongs to a song, and is no stream of its own here.
+    bool hasCover = false;
 };
 
 Q_DECLARE_METATYPE(QSharedPointer<MediaInfoData>)

@@ -57,9 +57,18 @@ void ToolProcessor::launch(const QString &program, const QStringList &arguments)
     setState(ProcessorStarted);
     if (!alive)
         return;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (auto variable = m_variables.cbegin(); variable != m_variables.cend(); ++variable)
+        environment.insert(variable.key(), variable.value());
+    m_child->setProcessEnvironment(environment);
     m_child->start(program, arguments, QIODevice::ReadWrite);
     if (alive && isBlocking())
         m_child->waitForFinished(blockingWaitMs);
+}
+
+void ToolProcessor::setVariable(const QString &name, const QString &value)
+{
+    m_variables[name] = value;
 }
 
 void ToolProcessor::pause()

@@ -5,6 +5,8 @@
 #include "MediaKits/MediaProcessor/reporttail.h"
 #include "platform/childprocess.h"
 
+#include <QMap>
+
 /// Where a tool that works on files becomes a child process: what all runners share around their
 /// `QProcess`. The child dies with the program, however the program ends.
 class ToolProcessor : public MediaProcessor
@@ -21,6 +23,9 @@ public:
     void stop(bool force) override;
     void pause() override;
     void resume() override;
+
+    /// Tells the tool something through its environment, from the next start on.
+    void setVariable(const QString &name, const QString &value);
 
     /// What the tool said last, for showing why a run failed; empty before it said anything.
     /// @param count lines at most
@@ -70,4 +75,5 @@ private:
 
     std::unique_ptr<ChildProcess> m_child = newChild();
     ReportTail m_tail;
+    QMap<QString, QString> m_variables;
 };

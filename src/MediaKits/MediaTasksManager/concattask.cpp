@@ -61,7 +61,9 @@ ConvertTaskParam ConcatTask::partStep(const InputFileMediaParam &input, ConvertT
     step.inputFormat = input.format;
     step.cropRect = input.cropRect;
     step.timeRange = input.timeRange;
-    if (mergeHasPicture(*m_param) && input.sourceInfo && !input.sourceInfo->video)
+    const bool isBlind =
+        input.sourceInfo && !input.sourceInfo->video && !input.sourceInfo->hasCover;
+    if (isBlind && mergeHasPicture(*m_param))
         step.picture = ResultPicture::Black;
     return mappedStep(step);
 }

@@ -4,6 +4,7 @@
 #include "catalogue/encparamcatalog.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
 #include "MediaKits/MediaTasksManager/convertgraph.h"
+#include "MediaKits/MediaTasksManager/sourcefacts.h"
 
 #include <QDir>
 
@@ -112,6 +113,8 @@ void ConvertTask::prepare()
     tree.insert(QStringLiteral("duration"), outputDuration(*m_param));
     setBaseParam(new FFmpegExTaskParam(tree));
     FFmpegExTask::prepare();
+    m_runner.setVariable(sourceVariable,
+                         m_param->sourceInfo ? sourceFacts(*m_param->sourceInfo) : QString());
 }
 
 QString ConvertTask::buildFilterText(const ConvertTaskParam &param)

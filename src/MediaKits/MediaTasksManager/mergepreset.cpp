@@ -96,7 +96,7 @@ bool mergeHasPicture(const ConcatTaskParam &param)
 {
     return !isAudioFormat(param.format) &&
            std::any_of(param.files.begin(), param.files.end(), [](const Part &part) {
-               return !part->sourceInfo || part->sourceInfo->video;
+               return !part->sourceInfo || part->sourceInfo->video || part->sourceInfo->hasCover;
            });
 }
 

@@ -90,6 +90,23 @@ QString filterText(const QString &name, const QVariant &value)
     return withValue(name, text);
 }
 
+// The player's brackets can't hold a closing one: such a text stands behind its length in bytes.
+QString graph(const QString &text)
+{
+    if (!text.contains(QLatin1Char(']')))
+        return QLatin1String("lavfi=[") + text + QLatin1Char(']');
+    return QStringLiteral("lavfi=%%1%").arg(text.toUtf8().size()) + text;
+}
+
+// As the player reads a word in double quotes.
+QString quoted(QString text)
+{
+    text.replace(QLatin1Char('\\'), QLatin1String("\\\\"))
+        .replace(QLatin1Char('"'), QLatin1String("\\\""))
+        .replace(QLatin1Char('\n'), QLatin1String("\\n"));
+    return QLatin1Char('"') + text + QLatin1Char('"');
+}
+
 QString operationWord(FilterOperation operation)
 {
     switch (operation) {
@@ -117,7 +134,7 @@ QString filterCommand(FilterOperation operation, const QString &name, const QVar
     } else if (operation != FilterOperation::Clear) {
         text = filterText(name, value);
         if (!text.isEmpty())
-            text = QLatin1String("lavfi=[") + text + QLatin1Char(']');
+            text = graph(text);
     }
-    return QStringLiteral("%1 \"%2\"").arg(operationWord(operation), text);
+    return operationWord(operation) + QLatin1Char(' ') + quoted(text);
 }

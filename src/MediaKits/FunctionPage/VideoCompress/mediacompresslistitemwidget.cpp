@@ -40,9 +40,8 @@ QString comparedSize(qint64 size, const MediaInfoData &source)
 } // namespace
 
 MediaCompressListItemWidget::MediaCompressListItemWidget(QListWidgetItem *item, QWidget *parent)
-    : TaskRowWidget(RowItem(item), compressRows(), parent)
+    : ConvertRowWidget(RowItem(item), compressRows(), parent)
 {
-    nameAfterSource();
     const QString suffix = compressContainer(sourceSuffix()).suffix;
     param().format = suffix;
     change([&](RowContent &content) {

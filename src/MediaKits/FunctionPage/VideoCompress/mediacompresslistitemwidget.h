@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/Rows/taskrowwidget.h"
+#include "MediaKits/FunctionPage/Framework/Rows/convertrowwidget.h"
 #include "MediaKits/FunctionPage/VideoCompress/compresssettingsparam.h"
 
 /// Item data of this page's rows: `QSharedPointer<CompressSettingsParam>`.
 constexpr int CompressSettingsRole = Qt::UserRole + 5;
 
 /// One video to compress, which keeps its container where that can be written.
-class MediaCompressListItemWidget : public TaskRowWidget
+class MediaCompressListItemWidget : public ConvertRowWidget
 {
     Q_OBJECT
 

@@ -4,7 +4,7 @@
 #include "MediaKits/FunctionPage/VideoConvert/mediaconvertlistwidget.h"
 
 MediaConvertListItemWidget::MediaConvertListItemWidget(QListWidgetItem *item, QWidget *parent)
-    : VideoRowWidget(RowItem(item), {MediaFunction::Convert, true, {}}, parent)
+    : CutRowWidget(RowItem(item), {MediaFunction::Convert, true, {}}, parent)
 {
     probeSource();
 }

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/Rows/videorowwidget.h"
+#include "MediaKits/FunctionPage/Framework/Rows/cutrowwidget.h"
 
 /// One file to convert.
-class MediaConvertListItemWidget : public VideoRowWidget
+class MediaConvertListItemWidget : public CutRowWidget
 {
     Q_OBJECT
 

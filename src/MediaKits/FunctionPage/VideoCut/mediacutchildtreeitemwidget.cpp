@@ -17,7 +17,7 @@ TaskRowWidget::Kind cutRows()
 } // namespace
 
 MediaCutChildTreeItemWidget::MediaCutChildTreeItemWidget(QTreeWidgetItem *item, QWidget *parent)
-    : VideoRowWidget(RowItem(item), cutRows(), parent)
+    : CutRowWidget(RowItem(item), cutRows(), parent)
 {
     adoptKnown();
     if (startMs() > 0)
@@ -33,7 +33,7 @@ int MediaCutChildTreeItemWidget::startMs() const
 void MediaCutChildTreeItemWidget::adoptPicture(const QPixmap &picture)
 {
     if (startMs() == 0)
-        VideoRowWidget::adoptPicture(picture);
+        CutRowWidget::adoptPicture(picture);
 }
 
 void MediaCutChildTreeItemWidget::onCut()

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/Rows/videorowwidget.h"
+#include "MediaKits/FunctionPage/Framework/Rows/cutrowwidget.h"
 
 /// One fragment of a file.
-class MediaCutChildTreeItemWidget : public VideoRowWidget
+class MediaCutChildTreeItemWidget : public CutRowWidget
 {
     Q_OBJECT
 

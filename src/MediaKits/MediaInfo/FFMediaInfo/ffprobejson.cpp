@@ -2,6 +2,7 @@
 #include "MediaKits/MediaInfo/FFMediaInfo/ffprobejson.h"
 
 #include <QJsonArray>
+#include <QRegularExpression>
 
 #include <cmath>
 
@@ -85,6 +86,30 @@ QSharedPointer<VEncParam> readVideo(const QJsonObject &stream, int containerBitr
     return video;
 }
 
+QString knownName(const QJsonObject &stream, const char *key)
+{
+    const QString name = stream[QLatin1String(key)].toString();
+    return name == QLatin1String("unknown") ? QString() : name;
+}
+
+PictureColours readColours(const QJsonObject &stream)
+{
+    PictureColours colours;
+    colours.transfer = knownName(stream, "color_transfer");
+    colours.primaries = knownName(stream, "color_primaries");
+    colours.matrix = knownName(stream, "color_space");
+    static const QRegularExpression plain(QStringLiteral("rgb|bgr|gbr|^pal8"));
+    if (plain.match(stream[QLatin1String("pix_fmt")].toString()).hasMatch())
+        colours.matrix = QStringLiteral("gbr");
+    return colours;
+}
+
+bool isCover(const QJsonObject &stream)
+{
+    const QJsonObject disposition = stream[QLatin1String("disposition")].toObject();
+    return disposition[QLatin1String("attached_pic")].toInt() != 0;
+}
+
 QSharedPointer<AEncParam> readAudio(const QJsonObject &stream)
 {
     auto audio = QSharedPointer<AEncParam>::create();
@@ -113,9 +138,13 @@ void readProbeJson(const QJsonObject &document, MediaInfoData &data)
         const QJsonObject stream = value.toObject();
         const QString type = stream[QLatin1String("codec_type")].toString();
         // Only a picture that leads the file counts: covers of songs stand further back.
-        if (type == QLatin1String("video") && stream[QLatin1String("index")].toInt() == 0)
+        if (type == QLatin1String("video") && stream[QLatin1String("index")].toInt() == 0) {
             data.video = readVideo(stream, containerBitrate);
-        else if (type == QLatin1String("audio"))
+            data.colours = readColours(stream);
+        } else if (type == QLatin1String("audio")) {
             data.audios.append(readAudio(stream));
+        } else if (isCover(stream)) {
+            data.hasCover = true;
+        }
     }
 }

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MediaInfo/MAMediaInfo/mamediainfo.h"
+
+#include "MediaKits/MediaInfo/MAMediaInfo/colournames.h"
 #include "MediaKits/MediaInfo/MAMediaInfo/contentreader.h"
 #include "MediaKits/MediaInfo/MAMediaInfo/openedfile.h"
 
@@ -34,6 +36,32 @@ QSharedPointer<VEncParam> readVideo(const OpenedFile &file)
     return video;
 }
 
+PictureColours readColours(const OpenedFile &file)
+{
+    const auto named = [&file](const wchar_t *parameter) {
+        return ffmpegColourName(file.text(picture, 0, parameter));
+    };
+    PictureColours colours;
+    colours.transfer = named(L"transfer_characteristics");
+    colours.primaries = named(L"colour_primaries");
+    colours.matrix = named(L"matrix_coefficients");
+    if (file.text(picture, 0, L"ColorSpace").startsWith(QLatin1String("RGB"))) {
+        colours.matrix = QStringLiteral("gbr");
+    } else if (file.text(picture, 0, L"Format") == QLatin1String("JPEG")) {
+        // By definition, which the library leaves unsaid.
+        colours.matrix = QStringLiteral("bt470bg");
+    }
+    return colours;
+}
+
+// Songs may also tell a picture's address; that is no picture.
+bool hasCover(const OpenedFile &file)
+{
+    const QString mime = file.text(general, 0, L"Cover_Mime");
+    return file.text(general, 0, L"Cover") == QLatin1String("Yes") &&
+           (mime.isEmpty() || mime.startsWith(QLatin1String("image/"), Qt::CaseInsensitive));
+}
+
 } // namespace
 
 QSharedPointer<MediaInfoData> readWithLibrary(const QString &path, ReadDepth depth)
@@ -49,8 +77,11 @@ QSharedPointer<MediaInfoData> readWithLibrary(const QString &path, ReadDepth dep
     const int audioCount = file.number(sound, 0, L"StreamCount");
     for (int stream = 0; stream < audioCount; ++stream)
         data->audios.append(readAudio(file, stream));
-    if (file.number(picture, 0, L"StreamCount") > 0)
+    if (file.number(picture, 0, L"StreamCount") > 0) {
         data->video = readVideo(file);
+        data->colours = readColours(file);
+    }
+    data->hasCover = hasCover(file);
     data->content = readContent(file, path, *data->format);
     return data;
 }

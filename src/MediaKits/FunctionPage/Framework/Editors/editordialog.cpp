@@ -116,6 +116,7 @@ void EditorDialog::connectPlayer()
     CSVideoPlayer *player = m_ui->csPlayer;
     InterceptSlider *slider = m_ui->scrubBar;
     player->setRestarting(true);
+    slider->setRangeVisible(false, false);
     connect(player, &CSVideoPlayer::progressChanged, this,
             [this](long position) { onProgress(int(position)); });
     connect(slider, &QSlider::sliderPressed, player, [player] { player->blockSignals(true); });

@@ -38,7 +38,10 @@ TimeSpanBinding::TimeSpanBinding(const Parts &parts, QObject *parent)
     : QObject(parent), m_parts(parts)
 {
     connectField(StartPoint);
-    connectField(EndPoint);
+    if (parts.end)
+        connectField(EndPoint);
+    if (!parts.scrubBar)
+        return;
     connect(parts.scrubBar, &InterceptSlider::leftValueChanged, this,
             [this](int ms) { drag(StartPoint, ms); });
     connect(parts.scrubBar, &InterceptSlider::rightValueChanged, this,
@@ -61,13 +64,13 @@ void TimeSpanBinding::onEdited(Point point)
         m_before = m_span;
     const Outcome outcome = moved(point, typed(point));
     if (outcome.remark.isEmpty() || !isTyped)
-        take(point, outcome);
+        settle(point, outcome);
 }
 
 void TimeSpanBinding::onEditEnded(Point point)
 {
     if (std::exchange(m_isTyped, false))
-        take(point, moved(point, typed(point)));
+        settle(point, moved(point, typed(point)));
     show();
 }
 
@@ -107,13 +110,13 @@ void TimeSpanBinding::beginChange()
 void TimeSpanBinding::setStart(int ms)
 {
     beginChange();
-    take(StartPoint, startMoved(ms));
+    settle(StartPoint, startMoved(ms));
 }
 
 void TimeSpanBinding::setEnd(int ms)
 {
     beginChange();
-    take(EndPoint, endMoved(ms));
+    settle(EndPoint, endMoved(ms));
 }
 
 void TimeSpanBinding::setSpan(const QSharedPointer<TimeSpan> &span)
@@ -157,7 +160,7 @@ TimeSpanBinding::Outcome TimeSpanBinding::endMoved(int ms) const
             ms > m_duration ? tr("超出了片长，结束时间已移到片尾") : QString()};
 }
 
-void TimeSpanBinding::take(Point point, const Outcome &outcome)
+void TimeSpanBinding::settle(Point point, const Outcome &outcome)
 {
     m_span = outcome.span;
     show();
@@ -174,18 +177,25 @@ void TimeSpanBinding::drag(Point point, int ms)
     else
         m_span.end = std::max(ms, m_span.start + m_shortest);
     const bool isHeldBack = placeOf(point) != ms;
-    showInField(m_parts.start, 0, m_span.end, m_span.start);
-    showInField(m_parts.end, m_span.start, m_duration, m_span.end);
+    showFields();
     if (isHeldBack)
         show();
     emit pointChanged(placeOf(point));
     emit remarked({});
 }
 
-void TimeSpanBinding::show()
+void TimeSpanBinding::showFields()
 {
     showInField(m_parts.start, 0, m_span.end, m_span.start);
-    showInField(m_parts.end, m_span.start, m_duration, m_span.end);
+    if (m_parts.end)
+        showInField(m_parts.end, m_span.start, m_duration, m_span.end);
+}
+
+void TimeSpanBinding::show()
+{
+    showFields();
+    if (!m_parts.scrubBar)
+        return;
     m_parts.scrubBar->setLeftValue(m_span.start);
     m_parts.scrubBar->setRightValue(m_span.end);
 }

@@ -20,14 +20,15 @@ public:
     struct Parts
     {
         QTimeEdit *start;
-        QTimeEdit *end;
-        InterceptSlider *scrubBar;
+        QTimeEdit *end;            ///< null for a start alone
+        InterceptSlider *scrubBar; ///< null when its handles stand for something else
     };
 
     /// An end this near to the medium's own, in ms, usually cuts nothing.
     static constexpr int endTolerance = 499;
 
-    /// The parts outlive the binding.
+    /// The parts outlive the binding. With neither end nor time line, the span reaches to the
+    /// medium's end.
     TimeSpanBinding(const Parts &parts, QObject *parent);
 
     /// The whole medium becomes the span.
@@ -75,9 +76,10 @@ private:
     Outcome moved(Point point, int ms) const;
     Outcome startMoved(int ms) const;
     Outcome endMoved(int ms) const;
-    void take(Point point, const Outcome &outcome);
+    void settle(Point point, const Outcome &outcome);
     void drag(Point point, int ms);
     void show();
+    void showFields();
 
     const Parts m_parts;
     int m_duration = 0;

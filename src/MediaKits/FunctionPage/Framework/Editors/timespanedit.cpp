@@ -22,3 +22,35 @@ QTimeEdit *TimeSpanEdit::end() const
 {
     return m_ui->tedtEnd;
 }
+
+QWidget *TimeSpanEdit::startRow() const
+{
+    return m_ui->wdtTimeStart;
+}
+
+QWidget *TimeSpanEdit::endRow() const
+{
+    return m_ui->wdtTimeEnd;
+}
+
+QLabel *TimeSpanEdit::title() const
+{
+    return m_ui->lblTitleTime;
+}
+
+void TimeSpanEdit::setStartName(const QString &name)
+{
+    m_ui->lblStart->setText(name);
+    m_ui->tedtStart->setAccessibleName(QString(name).remove(tr("：")));
+}
+
+void TimeSpanEdit::setDisplayFormat(const QString &format)
+{
+    start()->setDisplayFormat(format);
+    end()->setDisplayFormat(format);
+}
+
+void TimeSpanEdit::addRow(QWidget *row)
+{
+    m_ui->layoutTime->insertWidget(m_ui->layoutTime->count() - 1, row);
+}

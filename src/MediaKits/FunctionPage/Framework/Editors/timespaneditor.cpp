@@ -4,6 +4,8 @@
 #include "MediaKits/FunctionPage/Framework/Editors/timespanbinding.h"
 #include "MediaKits/FunctionPage/Framework/Editors/timespanedit.h"
 
+#include "controls/interceptslider.h"
+
 #include <QHBoxLayout>
 #include <QKeyEvent>
 
@@ -11,18 +13,24 @@ namespace {
 constexpr int sectionGap = 12;
 }
 
-TimeSpanEditor::TimeSpanEditor(QWidget *parent)
-    : EditorDialog(parent), m_sections(new QHBoxLayout(editorArea()))
+TimeSpanEditor::TimeSpanEditor(QWidget *parent, Points points)
+    : EditorDialog(parent),
+      m_points(points),
+      m_edit(new TimeSpanEdit),
+      m_sections(new QHBoxLayout(editorArea()))
 {
-    auto *edit = new TimeSpanEdit;
     m_sections->setContentsMargins(0, 0, 0, 0);
     m_sections->setSpacing(sectionGap);
-    addSection(edit);
-    m_span = new TimeSpanBinding({edit->start(), edit->end(), &scrubBar()}, this);
+    addSection(m_edit);
+    const bool hasEnd = points == StartAndEnd;
+    m_edit->endRow()->setVisible(hasEnd);
+    scrubBar().setRangeVisible(hasEnd, hasEnd);
+    m_span = new TimeSpanBinding(
+        {m_edit->start(), hasEnd ? m_edit->end() : nullptr, hasEnd ? &scrubBar() : nullptr}, this);
     connect(m_span, &TimeSpanBinding::pointChanged, this, &TimeSpanEditor::seek);
     connect(m_span, &TimeSpanBinding::remarked, this, &TimeSpanEditor::showHint);
-    connect(edit, &TimeSpanEdit::startCaptured, this, &TimeSpanEditor::on_btnSCapture_clicked);
-    connect(edit, &TimeSpanEdit::endCaptured, this, &TimeSpanEditor::on_btnECapture_clicked);
+    connect(m_edit, &TimeSpanEdit::startCaptured, this, &TimeSpanEditor::on_btnSCapture_clicked);
+    connect(m_edit, &TimeSpanEdit::endCaptured, this, &TimeSpanEditor::on_btnECapture_clicked);
 }
 
 void TimeSpanEditor::addSection(QWidget *section)
@@ -43,7 +51,7 @@ bool TimeSpanEditor::handleKey(const QKeyEvent &event)
     const bool isPlain = event.modifiers() == Qt::NoModifier;
     if (isPlain && event.key() == Qt::Key_I)
         on_btnSCapture_clicked();
-    else if (isPlain && event.key() == Qt::Key_O)
+    else if (isPlain && event.key() == Qt::Key_O && m_points == StartAndEnd)
         on_btnECapture_clicked();
     else
         return EditorDialog::handleKey(event);

@@ -5,20 +5,25 @@
 
 class QBoxLayout;
 class TimeSpanBinding;
+class TimeSpanEdit;
 
 /// Base of the editors that mark a part of the time: adds the section with start and end, and the
-/// handles of the time line. The keys I and O set start and end to where the preview stands.
+/// handles of the time line. The keys I and O set start and end to where the preview stands. An
+/// editor of moments has a start alone, and its time line no handles.
 class TimeSpanEditor : public EditorDialog
 {
     Q_OBJECT
 
 public:
-    explicit TimeSpanEditor(QWidget *parent = nullptr);
+    enum Points { StartAndEnd, StartAlone };
+
+    explicit TimeSpanEditor(QWidget *parent = nullptr, Points points = StartAndEnd);
 
     void setDuration(int ms) override;
 
 protected:
     TimeSpanBinding &span() const { return *m_span; }
+    TimeSpanEdit &timeSection() const { return *m_edit; }
     /// Puts a further section beside that of the time.
     void addSection(QWidget *section);
 
@@ -29,6 +34,8 @@ protected slots:
     void on_btnECapture_clicked();
 
 private:
+    const Points m_points;
+    TimeSpanEdit *m_edit;
     TimeSpanBinding *m_span;
     QBoxLayout *m_sections;
 };

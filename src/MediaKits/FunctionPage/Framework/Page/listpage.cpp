@@ -1,16 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/Framework/Page/listpage.h"
 
-#include "controls/filechooser.h"
 #include "MediaKits/AppInstance/LocalStore/functionsettings.h"
 #include "MediaKits/AppInstance/LocalStore/mediafunction.h"
 #include "MediaKits/DataTracker/trackevent.h"
 #include "MediaKits/FunctionPage/Framework/Dialogs/mediamessagebox.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
-#include "MediaKits/MediaFormats/outputpath.h"
 #include "ui_listpage.h"
 
-#include <QDir>
 #include <QPointer>
 #include <QVBoxLayout>
 
@@ -37,20 +34,12 @@ QString addTypeText(FileAddType type)
 
 } // namespace
 
-ListPage::ListPage(const Kind &kind, QWidget *parent) : QWidget(parent), m_kind(kind) {}
+ListPage::ListPage(const Kind &kind, QWidget *parent) : LazyPage(parent), m_kind(kind) {}
 
 ListPage::~ListPage() = default;
 
-void ListPage::showEvent(QShowEvent *event)
+void ListPage::build()
 {
-    ensureBuilt();
-    QWidget::showEvent(event);
-}
-
-void ListPage::ensureBuilt()
-{
-    if (m_ui)
-        return;
     m_ui = std::make_unique<Ui::ListPage>();
     m_ui->setupUi(this);
     m_rows = createRows(m_ui->fileDragDropWidget);
@@ -63,18 +52,9 @@ void ListPage::ensureBuilt()
     connect(m_rows, &RowsView::mediaListEmptyChanged, this, [this](bool empty) {
         m_ui->skdWdtList->setCurrentIndex(empty ? EmptyPage : RowsPage);
     });
-    setUpFolder();
+    connect(m_ui->wdtFolder, &OutputFolderEdit::folderChanged, m_rows, &RowsView::setOutPath);
+    m_ui->wdtFolder->setFunction(m_kind.function);
     setUpChoices(m_ui->wdtChoices);
-}
-
-void ListPage::setUpFolder()
-{
-    const QString usual = defaultOutputDir(m_kind.function);
-    const QString outPath = setting(FunctionKey::outPath).toString();
-    m_rows->setOutPath(outPath.isEmpty() ? usual : outPath);
-    m_ui->ledtCustomPath->setPlaceholderText(QDir::toNativeSeparators(usual));
-    m_ui->ledtCustomPath->setText(QDir::toNativeSeparators(outPath));
-    connect(m_ui->ledtCustomPath, &QLineEdit::editingFinished, this, &ListPage::showMeantFolder);
 }
 
 void ListPage::setUpIntake()
@@ -146,14 +126,6 @@ void ListPage::showGroupState(RowsView::TaskGrpState state)
     m_ui->btnConvertAll->setText(m_ui->btnConvertAll->property(name).toString());
 }
 
-void ListPage::on_btnChangePath_clicked()
-{
-    const QString folder =
-        FileChooser::chooseDirectory(this, {tr("请选择文件"), QString(), rows().outPath()});
-    if (!folder.isEmpty())
-        m_ui->ledtCustomPath->setText(QDir::toNativeSeparators(folder));
-}
-
 void ListPage::on_btnConvertAll_clicked()
 {
     const QString hindrance = m_rows->startHindrance();
@@ -161,20 +133,6 @@ void ListPage::on_btnConvertAll_clicked()
         m_rows->convertAll(batchName);
     else
         MediaMessageBox::showMessage(tr("提示"), hindrance, this);
-}
-
-void ListPage::on_ledtCustomPath_textChanged(const QString &arg1)
-{
-    const QString path = folderFrom(QDir::fromNativeSeparators(arg1));
-    // Without a folder of the user's choice, results go where they go at first.
-    m_rows->setOutPath(path.isEmpty() ? defaultOutputDir(m_kind.function) : path);
-    storeSetting(FunctionKey::outPath, path);
-}
-
-void ListPage::showMeantFolder()
-{
-    const QString path = folderFrom(QDir::fromNativeSeparators(m_ui->ledtCustomPath->text()));
-    m_ui->ledtCustomPath->setText(QDir::toNativeSeparators(path));
 }
 
 void ListPage::raiseChoices()

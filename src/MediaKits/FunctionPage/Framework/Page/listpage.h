@@ -2,9 +2,8 @@
 #pragma once
 
 #include "MediaKits/FunctionPage/Framework/Intake/fileaddtype.h"
+#include "MediaKits/FunctionPage/Framework/Page/lazypage.h"
 #include "MediaKits/FunctionPage/Framework/Rows/taskrowsview.h"
-
-#include <QWidget>
 
 #include <memory>
 
@@ -13,9 +12,8 @@ class ListPage;
 }
 
 /// Base of the pages that hold a list or a tree of rows: intake of files, output folder, and the
-/// button that starts everything. Nothing of it is built before the page is first shown or given
-/// files.
-class ListPage : public QWidget
+/// button that starts everything.
+class ListPage : public LazyPage
 {
     Q_OBJECT
 
@@ -37,13 +35,10 @@ public:
 
     void addFiles(const QStringList &files);
     void clear();
-    /// Whether something is at work or waits for its turn.
-    bool isWorking() const;
+    bool isWorking() const override;
 
 public slots:
-    void on_btnChangePath_clicked();
     virtual void on_btnConvertAll_clicked();
-    void on_ledtCustomPath_textChanged(const QString &arg1);
 
 protected:
     virtual RowsView *createRows(QWidget *parent) = 0;
@@ -58,16 +53,13 @@ protected:
     void storeSetting(QLatin1String key, const QVariant &value);
     /// Once built.
     RowsView &rows() const { return *m_rows; }
-    void showEvent(QShowEvent *event) override;
+    void build() override;
 
 private:
-    void ensureBuilt();
     void setUpIntake();
-    void setUpFolder();
     QString dialogFilter() const;
     void receiveFiles(const QStringList &files, FileAddType type);
     void askAndClear();
-    void showMeantFolder();
     void showGroupState(RowsView::TaskGrpState state);
 
     const Kind m_kind;

@@ -35,19 +35,22 @@ QStringList startTexts()
 
 TaskRowWidget::Kind withPresetButtons(TaskRowWidget::Kind kind)
 {
-    kind.form.settingsButton = QLatin1String("btnFormatSet");
-    kind.form.startTexts = startTexts();
+    if (kind.form.ownPreset)
+        kind.form.settingsButton = QLatin1String("btnFormatSet");
+    if (kind.form.startText.isEmpty())
+        kind.form.startTexts = startTexts();
     return kind;
 }
 
 } // namespace
 
 PresetRowWidget::PresetRowWidget(const RowItem &item, const Kind &kind, QWidget *parent)
-    : TaskRowWidget(item, withPresetButtons(kind), parent)
+    : ConvertRowWidget(item, withPresetButtons(kind), parent)
 {
-    nameAfterSource();
-    change([](RowContent &content) { content.settings = tr("选择格式"); });
-    setSpeedType(fastType);
+    if (kind.form.ownPreset)
+        change([](RowContent &content) { content.settings = tr("选择格式"); });
+    if (kind.form.startText.isEmpty())
+        setSpeedType(fastType);
 }
 
 void PresetRowWidget::connectForm(TaskRowForm &form)
@@ -74,7 +77,8 @@ void PresetRowWidget::setEncParamInfoID(quint32 id)
     change([&](RowContent &content) {
         content.out.format = suffix.toUpper();
         content.outputSuffix = QLatin1Char('.') + suffix;
-        content.settings = catalogue.labelOf(*preset);
+        if (formKind().ownPreset)
+            content.settings = catalogue.labelOf(*preset);
     });
     applyPreset(preset.data());
 }

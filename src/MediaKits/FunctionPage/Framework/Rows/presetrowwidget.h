@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/Rows/taskrowwidget.h"
+#include "MediaKits/FunctionPage/Framework/Rows/convertrowwidget.h"
 
 class MediaFormatDialog;
 
-/// Base of the rows that convert to a preset of the catalogue, at a speed of the user's choice.
-class PresetRowWidget : public TaskRowWidget
+/// Base of the rows that convert to a preset of the catalogue: one of the row's own or the page's,
+/// at a speed of the user's choice or not.
+class PresetRowWidget : public ConvertRowWidget
 {
     Q_OBJECT
 

@@ -44,8 +44,33 @@ void TaskRowForm::nameButtons(const Kind &kind)
         m_ui->btnConvert->setProperty("alone", true);
         repolish(m_ui->btnConvert);
     }
+    if (!kind.startText.isEmpty())
+        m_ui->btnConvert->setText(kind.startText);
+    if (!kind.settingsIcon.isEmpty())
+        m_ui->btnSettings->setIcon(QIcon(kind.settingsIcon));
+    m_ui->btnPlayDst->setVisible(kind.playsResult);
     if (kind.editorButton.size() > 0)
+        setUpEditor(kind);
+}
+
+void TaskRowForm::setUpEditor(const Kind &kind)
+{
+    if (kind.editorText.isEmpty()) {
         m_ui->wdtVideo->setUpEditor(kind.editorButton, kind.editorToolTip);
+        m_editor = m_ui->wdtVideo->editorButton();
+    } else {
+        m_editor = new QPushButton(kind.editorText, this);
+        m_editor->setObjectName(kind.editorButton);
+        m_editor->setProperty("cls", QStringLiteral("rowChoice"));
+        m_editor->setToolTip(kind.editorToolTip);
+        m_editor->setMinimumHeight(m_ui->btnSettings->minimumHeight());
+        // The line of the settings is free where there are none.
+        if (kind.settingsButton.size() > 0)
+            m_ui->layout6->insertWidget(0, m_editor, 1);
+        else
+            m_ui->layout5->insertWidget(m_ui->layout5->indexOf(m_ui->btnSettings), m_editor);
+    }
+    connect(m_editor, &QPushButton::clicked, this, &TaskRowForm::editorPressed);
 }
 
 void TaskRowForm::connectButtons()
@@ -58,8 +83,6 @@ void TaskRowForm::connectButtons()
             [this] { emit settingsPressed(m_ui->btnSettings); });
     connect(m_ui->btnSpeedSwitch, &QPushButton::clicked, this,
             [this] { emit speedPressed(m_ui->btnSpeedSwitch); });
-    if (const QPushButton *editor = m_ui->wdtVideo->editorButton())
-        connect(editor, &QPushButton::clicked, this, &TaskRowForm::editorPressed);
     connect(m_ui->btnPlayDst, &QPushButton::clicked, this, &TaskRowForm::playResultPressed);
     connect(m_ui->btnOpenDir, &QPushButton::clicked, this, &TaskRowForm::reveal);
     connect(m_ui->btnErrorDetail, &QPushButton::clicked, this, &TaskRowForm::detailsPressed);
@@ -101,8 +124,8 @@ void TaskRowForm::showChoices(const RowContent &content)
         m_ui->btnConvert->setText(texts.value(content.speedType - 1));
     m_ui->btnSpeedSwitch->setProperty("speedType", content.speedType);
     m_ui->btnSpeedSwitch->setVisible(content.speedType > 0);
-    if (QPushButton *editor = m_ui->wdtVideo->editorButton())
-        editor->setEnabled(content.editorEnabled);
+    if (m_editor)
+        m_editor->setEnabled(content.editorEnabled);
 }
 
 void TaskRowForm::showPaused(bool paused)

@@ -8,7 +8,7 @@
 namespace Ui {
 class TaskRowForm;
 }
-class QAbstractButton;
+class QPushButton;
 
 /// The widgets of one row: source and result, three pages for idle, working and done. Buttons that
 /// only some pages have get their object names here.
@@ -24,13 +24,24 @@ public:
         QLatin1String detail;
         /// Object name of the button that opens the row's choices; empty for none.
         QLatin1String settingsButton;
+        /// Icon of that button; empty for that of a choice of format.
+        QString settingsIcon;
+        /// Whether each row chooses a preset of its own, where the rows have presets.
+        bool ownPreset = true;
         /// Object name and tool tip of the button that opens the row's editor; empty for none.
         QLatin1String editorButton;
         QString editorToolTip;
+        /// Text of that button, which then stands beside the start button; without one it is an
+        /// icon over the picture.
+        QString editorText;
         /// Object name of the button that opens the choice of speed.
         QLatin1String speedButton = QLatin1String("btnSpeedSwitch");
         /// Texts of the start button by speed; empty for rows without a choice of speed.
         QStringList startTexts;
+        /// Its one text in rows without a choice of speed; empty for "开始".
+        QString startText;
+        /// Whether the preview window plays what comes out.
+        bool playsResult = true;
         /// What stands before the size of the result, and instead of it once it is finished; empty
         /// for nothing.
         QString sizeName;
@@ -59,6 +70,7 @@ signals:
 
 private:
     void nameButtons(const Kind &kind);
+    void setUpEditor(const Kind &kind);
     void connectButtons();
     void showName(const RowContent &content);
     void showChoices(const RowContent &content);
@@ -66,4 +78,5 @@ private:
     void reveal();
 
     const std::unique_ptr<Ui::TaskRowForm> m_ui;
+    QPushButton *m_editor = nullptr;
 };

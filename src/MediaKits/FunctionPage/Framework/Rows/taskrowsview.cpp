@@ -7,6 +7,7 @@
 #include "MediaKits/FunctionPage/Framework/Formats/mediaformatsettipsdialog.h"
 #include "MediaKits/FunctionPage/Framework/Rows/taskrowwidget.h"
 #include "MediaKits/MediaFormats/revealfile.h"
+#include "MediaKits/MediaTasksManager/converttaskparam.h"
 #include "MediaKits/MediaTasksManager/grouptaskfactory.h"
 
 #include <QPointer>

@@ -8,13 +8,10 @@
 #include "MediaKits/FunctionPage/Framework/Dialogs/mediamessagebox.h"
 #include "MediaKits/FunctionPage/Framework/Rows/taskbatch.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
-#include "MediaKits/MediaFormats/mediatexts.h"
 #include "MediaKits/MediaFormats/outputpath.h"
 #include "MediaKits/MediaTasksManager/mediamovetask.h"
 #include "MediaKits/Player/mediapreviewwnd.h"
 
-#include <QDir>
-#include <QFileInfo>
 #include <QPointer>
 #include <QTimer>
 
@@ -58,7 +55,10 @@ RowForm *TaskRowWidget::createForm()
     connect(form, &TaskRowForm::playResultPressed, this, &TaskRowWidget::on_btnPlayDst_clicked);
     connect(form, &TaskRowForm::revealPressed, this, &TaskRowWidget::on_btnOpenDir_clicked);
     connect(form, &TaskRowForm::detailsPressed, this, &TaskRowWidget::on_btnErrorDetail_clicked);
-    connect(form, &TaskRowForm::nameEdited, this, &TaskRowWidget::renameOutput);
+    connect(form, &TaskRowForm::nameEdited, this, [this](const QString &typed) {
+        if (task())
+            renameResult(outputNameFrom(typed, outputName()));
+    });
     connectForm(*form);
     return form;
 }
@@ -68,47 +68,14 @@ MediaTask *TaskRowWidget::task() const
     return item().data(TaskRole).value<QSharedPointer<MediaTask>>().data();
 }
 
-ConvertTaskParam &TaskRowWidget::param() const
+void TaskRowWidget::renameResult(const QString &name)
 {
-    return *static_cast<ConvertTaskParam *>(task()->param());
-}
-
-QString TaskRowWidget::outputPath() const
-{
-    if (!task())
-        return {};
-    const ConvertTaskParam &wanted = param();
-    return QDir(wanted.outputDir)
-        .filePath(wanted.outputName + QLatin1Char('.') + wanted.format.toLower());
-}
-
-void TaskRowWidget::setOutputDir(const QString &dir)
-{
-    param().outputDir = dir;
-}
-
-void TaskRowWidget::renameOutput(const QString &typed)
-{
-    if (!task())
-        return;
-    const QString name = outputNameFrom(typed, param().outputName);
-    param().outputName = name;
+    setOutputName(name);
     change([&](RowContent &content) { content.outputName = name; });
 }
 
-void TaskRowWidget::nameAfterSource()
+void TaskRowWidget::keepSource(const QSharedPointer<MediaInfoData> &)
 {
-    const QFileInfo file(sourcePath());
-    param().inputFormat = file.suffix().toLower();
-    if (param().outputName.isEmpty())
-        param().outputName = file.completeBaseName();
-    change([this](RowContent &content) { content.outputName = param().outputName; });
-}
-
-void TaskRowWidget::keepSource(const QSharedPointer<MediaInfoData> &info)
-{
-    param().sourceInfo = info;
-    param().durationMs = int(info->format->duration);
     change([this](RowContent &content) {
         content.editorEnabled = TaskBatch::canStart(task()->state()) && editorAllowed();
     });
@@ -130,13 +97,6 @@ void TaskRowWidget::applyEdited(const std::function<void()> &apply)
         return;
     apply();
     emit taskOperationChange(TaskOperation::Restart);
-}
-
-void TaskRowWidget::showCutLength()
-{
-    const auto range = param().timeRange;
-    const int length = range ? range->end - range->start : param().durationMs;
-    change([&](RowContent &content) { content.out.duration = timeText(length); });
 }
 
 void TaskRowWidget::onTaskState(MediaTask::State state)
@@ -184,11 +144,8 @@ void TaskRowWidget::onTaskProgress(double progress)
 
 void TaskRowWidget::onTaskMessage(int type, MediaTask *sender, const QVariant &value)
 {
-    if (type != MediaTask::OutputMoved || !qobject_cast<MediaMoveTask *>(sender) || !task())
-        return;
-    const QString name = QFileInfo(value.toString()).completeBaseName();
-    param().outputName = name;
-    change([&](RowContent &content) { content.outputName = name; });
+    if (type == MediaTask::OutputMoved && qobject_cast<MediaMoveTask *>(sender) && task())
+        onResultMoved(value.toString());
 }
 
 void TaskRowWidget::showStarted()
@@ -272,8 +229,9 @@ void TaskRowWidget::showDone()
     readResult();
     trackEvent(m_kind.function, QStringLiteral("video_convert_submit"));
     trackEnded(true);
-    MediaPreviewWnd::addFinished(outputPath(),
-                                 previewInfo(m_kind.function, QStringLiteral("自动")));
+    if (m_kind.form.playsResult)
+        MediaPreviewWnd::addFinished(outputPath(),
+                                     previewInfo(m_kind.function, QStringLiteral("自动")));
 }
 
 void TaskRowWidget::readResult()
@@ -286,11 +244,10 @@ void TaskRowWidget::readResult()
 
 void TaskRowWidget::trackEnded(bool success) const
 {
-    const ConvertTaskParam &wanted = param();
     const QString reason = task()->failure().cause;
     QVariantMap params{{QStringLiteral("is_convert_success"), success},
                        {QStringLiteral("input_format"), sourceSuffix()},
-                       {QStringLiteral("output_format"), wanted.format}};
+                       {QStringLiteral("output_format"), outputFormat()}};
     if (!success)
         params.insert(QStringLiteral("convert_fail_reason"), reason);
     trackEvent(m_kind.function, QStringLiteral("convert_success"), params);
@@ -299,7 +256,7 @@ void TaskRowWidget::trackEnded(bool success) const
     OskDataTracker &tracker = OskDataTracker::instance();
     tracker.trackTableEvent(failedConversionEvent,
                             {{QStringLiteral("shurugeshi"), sourceSuffix()},
-                             {QStringLiteral("shuchugeshi"), wanted.format},
+                             {QStringLiteral("shuchugeshi"), outputFormat()},
                              {QStringLiteral("user_id"), tracker.userId()},
                              {QStringLiteral("convert_fail_reason"), reason}});
 }

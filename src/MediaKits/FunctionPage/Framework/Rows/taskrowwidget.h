@@ -5,9 +5,9 @@
 #include "MediaKits/FunctionPage/Framework/Rows/taskoperation.h"
 #include "MediaKits/FunctionPage/Framework/Rows/taskrowform.h"
 #include "MediaKits/FunctionPage/Framework/Rows/worktimer.h"
-#include "MediaKits/MediaTasksManager/converttaskparam.h"
 
-/// Base of the rows that show one task, which is data of the row's item, too.
+/// Base of the rows that show one task, which is data of the row's item, too. What the task is told
+/// is the subclass's to know.
 class TaskRowWidget : public MediaRowWidget
 {
     Q_OBJECT
@@ -27,9 +27,9 @@ public:
     /// Null when the item is gone.
     MediaTask *task() const;
 
-    /// Where the result goes or has gone; empty when the item is gone.
-    virtual QString outputPath() const;
-    void setOutputDir(const QString &dir);
+    /// Where the result goes or has gone, the first of several; empty when the item is gone.
+    virtual QString outputPath() const = 0;
+    virtual void setOutputDir(const QString &dir) = 0;
     /// The preset by its id; rows of a page without presets ignore it.
     virtual void setEncParamInfoID(quint32) {}
     virtual quint32 encParamInfoID() const { return 0; }
@@ -49,9 +49,13 @@ public slots:
     void on_btnErrorDetail_clicked();
 
 protected:
-    /// Names the result after the source unless it has a name; for the constructor of a row whose
-    /// task is a conversion.
-    void nameAfterSource();
+    /// The result's name without folder and suffix, as the task is told.
+    virtual QString outputName() const = 0;
+    virtual void setOutputName(const QString &name) = 0;
+    /// The result's format, for statistics.
+    virtual QString outputFormat() const = 0;
+    /// The task has put a file in its place.
+    virtual void onResultMoved(const QString &) {}
     /// Tells of the finished file, by a probe of it.
     virtual void readResult();
     /// Takes what that probe has found.
@@ -61,14 +65,14 @@ protected:
     /// Lets what was chosen in an editor take effect. A task that has begun or ended meanwhile goes
     /// by what it was told: the user is asked whether it is to run again.
     void applyEdited(const std::function<void()> &apply);
-    /// Tells how long the result will be, after its time was cut.
-    void showCutLength();
+    /// Gives the result a name, in the row too.
+    void renameResult(const QString &name);
     /// For the subclass's own buttons.
     virtual void connectForm(TaskRowForm &) {}
 
-    /// The parameter of the row's task, for the rows whose task is a conversion.
-    ConvertTaskParam &param() const;
+    const TaskRowForm::Kind &formKind() const { return m_kind.form; }
     RowForm *createForm() override;
+    /// To be called by overrides.
     void keepSource(const QSharedPointer<MediaInfoData> &info) override;
 
 private:
@@ -83,7 +87,6 @@ private:
     void showFailed();
     void showFinished();
     void showDone();
-    void renameOutput(const QString &typed);
     void trackEnded(bool success) const;
 
     const Kind m_kind;

@@ -2,7 +2,6 @@
 #include "MediaKits/FunctionPage/Framework/Rows/videorowwidget.h"
 
 #include "catalogue/encparamcatalog.h"
-#include "MediaKits/FunctionPage/Framework/Editors/Cut/videocutdialog.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
 
 namespace {
@@ -17,8 +16,6 @@ bool isAudio(const EncParam &preset)
 TaskRowWidget::Kind withVideo(TaskRowWidget::Kind kind)
 {
     kind.form.detail = QLatin1String("Res");
-    kind.form.editorButton = QLatin1String("btnCut");
-    kind.form.editorToolTip = VideoRowWidget::tr("剪裁");
     return kind;
 }
 
@@ -34,10 +31,9 @@ bool VideoRowWidget::editorAllowed() const
     return PresetRowWidget::editorAllowed() && !isSpecialFormat(sourceSuffix());
 }
 
-void VideoRowWidget::connectForm(TaskRowForm &form)
+void VideoRowWidget::showSize()
 {
-    PresetRowWidget::connectForm(form);
-    connect(&form, &TaskRowForm::editorPressed, this, &VideoRowWidget::on_btnCut_clicked);
+    applyPreset(EncParamCatalog::instance().encParam(encParamInfoID()).data());
 }
 
 void VideoRowWidget::onSourceProbed(const MediaInfoData &info)
@@ -76,23 +72,5 @@ void VideoRowWidget::applyPreset(const EncParam *preset)
             content.out.detail.clear();
         else
             content.out.detail = given.isEmpty() ? content.in.detail : given;
-    });
-}
-
-void VideoRowWidget::on_btnCut_clicked()
-{
-    const auto info = sourceInfo();
-    if (!info)
-        return;
-    const auto saved =
-        VideoCutDialog::edit(sourcePath(), *info, {param().timeRange, param().cropRect}, this);
-    if (!saved || !task())
-        return;
-    applyEdited([this, &saved] {
-        param().timeRange = saved->timeRange;
-        param().cropRect = saved->cropRect;
-        applyPreset(EncParamCatalog::instance().encParam(encParamInfoID()).data());
-        showCutLength();
-        onCut();
     });
 }
