@@ -118,6 +118,28 @@ private slots:
         QVERIFY(runTool(mac, {ape, wav, "-c3000"_s}).exitCode != 0);
     }
 
+    // The tool's own child goes with it.
+    void stopOfApeLeavesNothing()
+    {
+        const QTemporaryDir out;
+        const QString source = m_dir.filePath("long.wav"_s);
+        makeClip(source, {120, 0});
+        QProcess process;
+        process.start(
+            builtProgram("morvane-cli"_s),
+            {"convert"_s, source, "--preset"_s, QString::number(apePreset), "--out"_s, out.path()});
+        const auto encodes = [&] {
+            const QDir marker(out.path() + "/~~MRVN_Temp~~"_s);
+            const QStringList works = marker.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+            return !works.isEmpty() && marker.exists(works.first() + "/m.ape"_s);
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(encodes(), 30000);
+        process.terminate();
+        QVERIFY(process.waitForFinished(30000));
+        QVERIFY(entriesOf(out.path()).isEmpty());
+        QTRY_VERIFY_WITH_TIMEOUT(processesWith(out.path()).isEmpty(), 1000);
+    }
+
     void toolsRefuseOtherArguments()
     {
         for (const char *tool : {"module/ffmpeg/tool", "module/ffmpeg/tool2"}) {
