@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include <QDirIterator>
-#include <QLibraryInfo>
-#include <QRegularExpression>
-#include <QTest>
+#include "support/utf8.h"
+
+#include <QtTest>
 
 namespace {
 
@@ -25,15 +24,14 @@ const QVector<Room> &rooms()
 {
     static const QVector<Room> table = [] {
         QVector<Room> built;
-        QMap<QString, bool> widgets{{QStringLiteral("Qt5::Widgets"), true}};
-        const QStringList lines =
-            textOf(MORVANE_ROOMS_FILE).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        QMap<QString, bool> widgets{{"Qt5::Widgets"_s, true}};
+        const QStringList lines = textOf(MORVANE_ROOMS_FILE).split(u'\n', Qt::SkipEmptyParts);
         for (const QString &line : lines) {
-            QStringList words = line.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+            QStringList words = line.split(u' ', Qt::SkipEmptyParts);
             Room room{words.takeFirst(), words.takeFirst(), {}, false};
             for (const QString &link : qAsConst(words)) {
                 room.hasWidgets = room.hasWidgets || widgets.value(link);
-                if (widgets.contains(link) && !link.contains(QLatin1String("::")))
+                if (widgets.contains(link) && !link.contains("::"_s))
                     room.links += link;
             }
             widgets.insert(room.name, room.hasWidgets);
@@ -90,108 +88,101 @@ class TstRooms : public QObject
 
 private slots:
     void init() { m_faults.clear(); }
-    void roomsLinkWhatTheyInclude();
-    void theDocumentTellsTheRooms();
-    void noWidgetsOrPlatformChoices();
-    void everyFileHasItsLicenceLine();
-    void cleanup() { QVERIFY2(m_faults.isEmpty(), qPrintable(m_faults.join(QLatin1Char('\n')))); }
-
-private:
-    const QStringList m_sources = {QStringLiteral("*.h"), QStringLiteral("*.cpp")};
-    QStringList m_faults;
-};
-
-// Not one more and not one less.
-void TstRooms::roomsLinkWhatTheyInclude()
-{
-    QMap<QString, QSet<QString>> included;
-    visitFiles("src", m_sources, [&](const QString &path, const QString &text) {
-        const Room *from = roomOf(path);
-        if (from == nullptr)
-            m_faults += path + QLatin1String(" lies in no known room");
-        for (const QString &name : captured(text, "^[ \\t]*#[ \\t]*include[ \\t]*\"([^\"]+)")) {
-            if (from == nullptr || name.startsWith(QLatin1String("ui_")))
-                continue;
-            const Room *to = roomOf(name);
-            if (to != from && (to == nullptr || !from->links.contains(to->name)))
-                m_faults += QStringLiteral("%1 may not include %2").arg(path, name);
-            else if (to != from)
-                included[from->name] += to->name;
-        }
-    });
-    for (const Room &room : rooms()) {
-        for (const QString &link : room.links) {
-            if (!included[room.name].contains(link))
-                m_faults += QStringLiteral("%1 links %2 for nothing").arg(room.name, link);
+    // Not one more and not one less.
+    void roomsLinkWhatTheyInclude()
+    {
+        QMap<QString, QSet<QString>> included;
+        visitFiles("src", m_sources, [&](const QString &path, const QString &text) {
+            const Room *from = roomOf(path);
+            if (from == nullptr)
+                m_faults += path + " lies in no known room"_s;
+            for (const QString &name : captured(text, "^[ \\t]*#[ \\t]*include[ \\t]*\"([^\"]+)")) {
+                if (from == nullptr || name.startsWith("ui_"_s))
+                    continue;
+                const Room *to = roomOf(name);
+                if (to != from && (to == nullptr || !from->links.contains(to->name)))
+                    m_faults += "%1 may not include %2"_s.arg(path, name);
+                else if (to != from)
+                    included[from->name] += to->name;
+            }
+        });
+        for (const Room &room : rooms()) {
+            for (const QString &link : room.links) {
+                if (!included[room.name].contains(link))
+                    m_faults += "%1 links %2 for nothing"_s.arg(room.name, link);
+            }
         }
     }
-}
 
-// Its table has name, folder and links of each room.
-void TstRooms::theDocumentTellsTheRooms()
-{
-    QStringList told;
-    const QRegularExpression row(
-        QStringLiteral("^\\| (\\w+) \\| `([^`]+)` \\| .* \\| ([\\w, ]*)\\|$"),
-        QRegularExpression::MultilineOption);
-    QRegularExpressionMatchIterator rows =
-        row.globalMatch(textOf(MORVANE_SOURCE_DIR "/docs/architecture.md"));
-    while (rows.hasNext()) {
-        const QRegularExpressionMatch match = rows.next();
-        QStringList links = match.captured(3).trimmed().split(QStringLiteral(", "));
-        links.removeAll(QString());
-        links.sort();
-        told += match.captured(1) + QLatin1Char(' ') + match.captured(2) + QLatin1Char(' ') +
-                links.join(QLatin1Char(' '));
-    }
-    QStringList built;
-    for (const Room &room : rooms()) {
-        QStringList links = room.links;
-        links.sort();
-        built += room.name + QLatin1Char(' ') + room.folder + QLatin1Char(' ') +
-                 links.join(QLatin1Char(' '));
-    }
-    QVERIFY(!built.isEmpty());
-    told.sort();
-    built.sort();
-    QCOMPARE(told, built);
-}
-
-void TstRooms::noWidgetsOrPlatformChoices()
-{
-    const QDir widgets(QLibraryInfo::location(QLibraryInfo::HeadersPath) +
-                       QLatin1String("/QtWidgets"));
-    visitFiles("src", m_sources, [&](const QString &path, const QString &text) {
-        const Room *room = roomOf(path);
-        const bool engine = room == nullptr || !room->hasWidgets;
-        for (const QString &name : captured(text, "^[ \\t]*#[ \\t]*include[ \\t]*<([^>]+)")) {
-            // Modules that bring the widgets along.
-            if (!engine)
-                break;
-            if (name.contains(QRegularExpression(QStringLiteral("^Qt(Widgets|Svg|Print)"))) ||
-                widgets.exists(name))
-                m_faults += QStringLiteral("%1 includes %2").arg(path, name);
+    // Its table has name, folder and links of each room.
+    void theDocumentTellsTheRooms()
+    {
+        QStringList told;
+        const QRegularExpression row("^\\| (\\w+) \\| `([^`]+)` \\| .* \\| ([\\w, ]*)\\|$"_s,
+                                     QRegularExpression::MultilineOption);
+        QRegularExpressionMatchIterator rows =
+            row.globalMatch(textOf(MORVANE_SOURCE_DIR "/docs/architecture.md"));
+        while (rows.hasNext()) {
+            const QRegularExpressionMatch match = rows.next();
+            QStringList links = match.captured(3).trimmed().split(", "_s);
+            links.removeAll(QString());
+            links.sort();
+            told += match.captured(1) + u' ' + match.captured(2) + u' ' + links.join(u' ');
         }
-        if (path.startsWith(QLatin1String("platform/")))
-            return;
-        const char *choice = "\\b(Q_OS_\\w+|__linux__|__unix__|__APPLE__|_WIN32)\\b";
-        for (const QString &name : captured(text, choice))
-            m_faults += QStringLiteral("%1 chooses by %2").arg(path, name);
-    });
-}
+        QStringList built;
+        for (const Room &room : rooms()) {
+            QStringList links = room.links;
+            links.sort();
+            built += room.name + u' ' + room.folder + u' ' + links.join(u' ');
+        }
+        QVERIFY(!built.isEmpty());
+        told.sort();
+        built.sort();
+        QCOMPARE(told, built);
+    }
 
-void TstRooms::everyFileHasItsLicenceLine()
-{
-    const QStringList buildFiles = {QStringLiteral("CMakeLists.txt"), QStringLiteral("*.cmake")};
-    for (const char *folder : {"src", "tests", "tools", "bench", "cmake"}) {
-        visitFiles(folder, m_sources + buildFiles, [&](const QString &path, const QString &text) {
-            const QLatin1String mark(QDir::match(m_sources, QFileInfo(path).fileName()) ? "//"
-                                                                                        : "#");
-            if (!text.startsWith(mark + QLatin1String(" SPDX-License-Identifier: MIT\n")))
-                m_faults += path + QLatin1String(" lacks its licence line");
+    void noWidgetsOrPlatformChoices()
+    {
+        const QDir widgets(QLibraryInfo::location(QLibraryInfo::HeadersPath) + "/QtWidgets"_s);
+        visitFiles("src", m_sources, [&](const QString &path, const QString &text) {
+            const Room *room = roomOf(path);
+            const bool engine = room == nullptr || !room->hasWidgets;
+            for (const QString &name : captured(text, "^[ \\t]*#[ \\t]*include[ \\t]*<([^>]+)")) {
+                // Modules that bring the widgets along.
+                if (!engine)
+                    break;
+                if (name.contains(QRegularExpression("^Qt(Widgets|Svg|Print)"_s)) ||
+                    widgets.exists(name))
+                    m_faults += "%1 includes %2"_s.arg(path, name);
+            }
+            if (path.startsWith("platform/"_s))
+                return;
+            const char *choice = "\\b(Q_OS_\\w+|__linux__|__unix__|__APPLE__|_WIN32)\\b";
+            for (const QString &name : captured(text, choice))
+                m_faults += "%1 chooses by %2"_s.arg(path, name);
         });
     }
-}
+
+    void everyFileHasItsLicenceLine()
+    {
+        const QStringList buildFiles = {"CMakeLists.txt"_s, "*.cmake"_s};
+        for (const char *folder : {"src", "tests", "tools", "bench", "cmake"}) {
+            visitFiles(folder, m_sources + buildFiles,
+                       [&](const QString &path, const QString &text) {
+                           const QLatin1String mark(
+                               QDir::match(m_sources, QFileInfo(path).fileName()) ? "//" : "#");
+                           if (!text.startsWith(mark + " SPDX-License-Identifier: MIT\n"_s))
+                               m_faults += path + " lacks its licence line"_s;
+                       });
+        }
+    }
+
+    void cleanup() { QVERIFY2(m_faults.isEmpty(), qPrintable(m_faults.join(u'\n'))); }
+
+private:
+    const QStringList m_sources = {"*.h"_s, "*.cpp"_s};
+    QStringList m_faults;
+};
 
 QTEST_GUILESS_MAIN(TstRooms)
 #include "tst_rooms.moc"

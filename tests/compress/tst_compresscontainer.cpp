@@ -15,14 +15,8 @@ namespace {
 QString writableSuffix(const QString &suffix)
 {
     static const QHash<QString, QString> others = {
-        {QStringLiteral("divx"), QStringLiteral("avi")},
-        {QStringLiteral("dat"), QStringLiteral("mpg")},
-        {QStringLiteral("vro"), QStringLiteral("vob")},
-        {QStringLiteral("rmvb"), QStringLiteral("rm")},
-        {QStringLiteral("mtv"), QStringLiteral("avi")},
-        {QStringLiteral("mka"), QStringLiteral("mkv")},
-        {QStringLiteral("3gp"), QStringLiteral("mp4")},
-        {QStringLiteral("3g2"), QStringLiteral("mp4")},
+        {"divx"_s, "avi"_s}, {"dat"_s, "mpg"_s}, {"vro"_s, "vob"_s}, {"rmvb"_s, "rm"_s},
+        {"mtv"_s, "avi"_s},  {"mka"_s, "mkv"_s}, {"3gp"_s, "mp4"_s}, {"3g2"_s, "mp4"_s},
     };
     return others.value(suffix, suffix);
 }
@@ -35,51 +29,48 @@ class TestCompressContainer : public QObject
     Q_OBJECT
 
 private slots:
-    void compresses_data();
-    void compresses();
-};
-
-void TestCompressContainer::compresses_data()
-{
-    QTest::addColumn<QString>("suffix");
-    for (const QString &suffix : videoFormats())
-        QTest::newRow(qPrintable(suffix)) << suffix;
-}
-
-void TestCompressContainer::compresses()
-{
-    QFETCH(QString, suffix);
-    const TestFolder folder;
-    const QString made = folder.path(QLatin1String("made.") + writableSuffix(suffix));
-    // MXF has one sample rate, Flash has others.
-    const int sampleRate = suffix == QLatin1String("mxf") ? 48000 : 44100;
-    makeClip(made, {1.0, 320, 240, 25, 2, sampleRate});
-    const QString source = folder.path(QLatin1String("film.") + suffix);
-    QVERIFY(QFile::rename(made, source));
-    MAMediaInfo reader(source, nullptr);
-    reader.start();
-    QVERIFY(reader.mediaInfo());
-
-    const CompressContainer container = compressContainer(suffix);
-    ConvertTaskParam *param = folder.convertParam(source, container.suffix);
-    param->sourceInfo = reader.mediaInfo();
-    CompressSettingsParam settings;
-    settings.rate = 0.5;
-    auto wanted = encParamFor(settings, *param->sourceInfo);
-    if (!wanted) { // not every container tells a rate
-        wanted = makeEncParam(VideoPart);
-        wanted->video->bitrate = 200;
+    void compresses_data()
+    {
+        QTest::addColumn<QString>("suffix");
+        for (const QString &suffix : videoFormats())
+            QTest::newRow(qPrintable(suffix)) << suffix;
     }
-    param->encParam = withEncodersOf(container, *wanted);
-    Watched<ComplexConvertTask> convert(param);
-    QVERIFY2(convert.run() == MediaTask::FINISHED, qPrintable(convert.cause()));
 
-    const QString result = folder.result(container.suffix);
-    const ProbedFile file = probeMedia(result);
-    QCOMPARE(file.video[QLatin1String("width")].toInt(), 320);
-    QCOMPARE(file.video[QLatin1String("height")].toInt(), 240);
-    QVERIFY(!file.audio.isEmpty());
-}
+    void compresses()
+    {
+        QFETCH(QString, suffix);
+        const TestFolder folder;
+        const QString made = folder.path("made."_s + writableSuffix(suffix));
+        // MXF has one sample rate, Flash has others.
+        const int sampleRate = suffix == "mxf"_s ? 48000 : 44100;
+        makeClip(made, {1.0, 320, 240, 25, 2, sampleRate});
+        const QString source = folder.path("film."_s + suffix);
+        QVERIFY(QFile::rename(made, source));
+        MAMediaInfo reader(source, nullptr);
+        reader.start();
+        QVERIFY(reader.mediaInfo());
+
+        const CompressContainer container = compressContainer(suffix);
+        ConvertTaskParam *param = folder.convertParam(source, container.suffix);
+        param->sourceInfo = reader.mediaInfo();
+        CompressSettingsParam settings;
+        settings.rate = 0.5;
+        auto wanted = encParamFor(settings, *param->sourceInfo);
+        if (!wanted) { // not every container tells a rate
+            wanted = makeEncParam(VideoPart);
+            wanted->video->bitrate = 200;
+        }
+        param->encParam = withEncodersOf(container, *wanted);
+        Watched<ComplexConvertTask> convert(param);
+        QVERIFY2(convert.run() == MediaTask::FINISHED, qPrintable(convert.cause()));
+
+        const QString result = folder.result(container.suffix);
+        const ProbedFile file = probeMedia(result);
+        QCOMPARE(file.video["width"_s].toInt(), 320);
+        QCOMPARE(file.video["height"_s].toInt(), 240);
+        QVERIFY(!file.audio.isEmpty());
+    }
+};
 
 QTEST_GUILESS_MAIN(TestCompressContainer)
 #include "tst_compresscontainer.moc"

@@ -2,12 +2,11 @@
 #include "controls/atreewidget.h"
 #include "controls/complexedit.h"
 #include "controls/elidedlabel.h"
-#include "controls/filechooser.h"
-#include "controls/mainwindowlookup.h"
 #include "controls/textctrl.h"
 #include "controls/widgetbutton.h"
 #include "pointer.h"
 #include "resources/look.h"
+#include "support/casename.h"
 #include "support/utf8.h"
 
 #include <QDialog>
@@ -18,11 +17,6 @@
 #include <QTextDocumentFragment>
 
 namespace {
-
-struct MainWindow : QWidget
-{
-    Q_OBJECT
-};
 
 struct CountingTree : ATreeWidget
 {
@@ -48,16 +42,13 @@ struct Row
         QObject::connect(button, &QPushButton::clicked, &dialog, &QDialog::accept);
         layout->addWidget(button);
         dialog.setFixedWidth(width);
-        edit->setSuffix(QStringLiteral(".mp4"));
-        edit->setText(QStringLiteral("name"));
+        edit->setSuffix(".mp4"_s);
+        edit->setText("name"_s);
         dialog.show();
     }
-    QLabel *label() const { return edit->findChild<QLabel *>(QStringLiteral("lblText")); }
-    QLineEdit *line() const { return edit->findChild<QLineEdit *>(QStringLiteral("edtText")); }
-    QPushButton *button() const
-    {
-        return edit->findChild<QPushButton *>(QStringLiteral("btnEdit"));
-    }
+    QLabel *label() const { return edit->findChild<QLabel *>("lblText"_s); }
+    QLineEdit *line() const { return edit->findChild<QLineEdit *>("edtText"_s); }
+    QPushButton *button() const { return edit->findChild<QPushButton *>("btnEdit"_s); }
     bool open()
     {
         if (!QTest::qWaitForWindowActive(&dialog))
@@ -80,56 +71,52 @@ class TestSmallControls : public QObject
 private slots:
     void initTestCase() { QVERIFY(Look::apply()); }
 
-    void editEnds_data()
-    {
-        QTest::addColumn<int>("key"); // 0: the row goes out of sight
-        QTest::addColumn<QString>("text");
-        QTest::newRow("enter") << int(Qt::Key_Return) << QStringLiteral("new");
-        QTest::newRow("escape") << int(Qt::Key_Escape) << QStringLiteral("name");
-        QTest::newRow("tab") << int(Qt::Key_Tab) << QStringLiteral("new");
-        QTest::newRow("hidden") << 0 << QStringLiteral("new");
-    }
     void editEnds()
     {
-        QFETCH(int, key);
-        QFETCH(QString, text);
-        Row row;
-        QVERIFY(row.open());
-        QSignalSpy changed(row.edit, &ComplexEdit::editTextChanged);
-        QSignalSpy finished(row.edit, &ComplexEdit::editingFinished);
-        row.line()->selectAll();
-        QTest::keyClicks(row.line(), QStringLiteral("new"));
-        QCOMPARE(row.edit->text(), QStringLiteral("new"));
-        QCOMPARE(changed.last().first().toString(), QStringLiteral("new"));
-        QCOMPARE(finished.count(), 0);
-        if (key != 0) {
-            QTest::keyClick(row.line(), Qt::Key(key));
-        } else {
-            row.edit->hide();
-            row.edit->show();
-        }
-        QTRY_COMPARE(finished.count(), 1);
-        QVERIFY(!row.line()->isVisible() && row.label()->isVisible());
-        QCOMPARE(row.edit->text(), text);
-        QCOMPARE(row.label()->text(), text + QStringLiteral(".mp4"));
-        QVERIFY(row.dialog.isVisible());
+        const auto check = [&](const char *caseName, int key, const QString &text) {
+            const CaseName inCase(caseName);
+            Row row;
+            QVERIFY(row.open());
+            QSignalSpy changed(row.edit, &ComplexEdit::editTextChanged);
+            QSignalSpy finished(row.edit, &ComplexEdit::editingFinished);
+            row.line()->selectAll();
+            QTest::keyClicks(row.line(), "new"_s);
+            QCOMPARE(row.edit->text(), "new"_s);
+            QCOMPARE(changed.last().first().toString(), "new"_s);
+            QCOMPARE(finished.count(), 0);
+            if (key != 0) {
+                QTest::keyClick(row.line(), Qt::Key(key));
+            } else {
+                row.edit->hide();
+                row.edit->show();
+            }
+            QTRY_COMPARE(finished.count(), 1);
+            QVERIFY(!row.line()->isVisible() && row.label()->isVisible());
+            QCOMPARE(row.edit->text(), text);
+            QCOMPARE(row.label()->text(), text + ".mp4"_s);
+            QVERIFY(row.dialog.isVisible());
+        };
+        check("enter", int(Qt::Key_Return), "new"_s);
+        check("escape", int(Qt::Key_Escape), "name"_s);
+        check("tab", int(Qt::Key_Tab), "new"_s);
+        check("hidden", 0, "new"_s);
     }
 
     void editShortensItsLabel()
     {
         Row row(260);
         QVERIFY(QTest::qWaitForWindowExposed(&row.dialog));
-        const QString name = QString(60, QLatin1Char('m'));
+        const QString name = QString(60, u'm');
         row.edit->setText(name);
         QCOMPARE(row.edit->text(), name);
         QVERIFY(row.label()->text().contains(QChar(0x2026)));
-        QVERIFY(row.label()->text().endsWith(QLatin1String("mp4")));
-        QCOMPARE(row.label()->toolTip(), name + QStringLiteral(".mp4"));
+        QVERIFY(row.label()->text().endsWith("mp4"_s));
+        QCOMPARE(row.label()->toolTip(), name + ".mp4"_s);
         QTRY_VERIFY(row.button()->geometry().right() < row.edit->width());
         row.dialog.setFixedWidth(1500);
-        QTRY_COMPARE(row.label()->text(), name + QStringLiteral(".mp4"));
+        QTRY_COMPARE(row.label()->text(), name + ".mp4"_s);
         row.edit->setText({});
-        QCOMPARE(row.label()->text(), QStringLiteral(".mp4"));
+        QCOMPARE(row.label()->text(), ".mp4"_s);
     }
 
     void readOnlyEdit()
@@ -148,14 +135,13 @@ private slots:
     void elidedLabel()
     {
         ElidedLabel label;
-        const QString text = QStringLiteral("<b>a rather long file name</b>.mp4");
+        const QString text = "<b>a rather long file name</b>.mp4"_s;
         label.setFullText(text);
         label.resize(label.sizeHint());
         label.show();
         QCOMPARE(label.text(), text);
         label.resize(label.width() / 2, label.height());
-        QVERIFY(label.text().contains(QChar(0x2026)) &&
-                label.text().startsWith(QLatin1String("<")));
+        QVERIFY(label.text().contains(QChar(0x2026)) && label.text().startsWith("<"_s));
         QVERIFY(label.fontMetrics().horizontalAdvance(label.text()) <=
                 label.contentsRect().width() + 1);
         const auto shownTip = [&label] {
@@ -163,20 +149,20 @@ private slots:
         };
         QCOMPARE(shownTip(), text);
         label.setAutoToolTips(false);
-        label.setFullText(QStringLiteral("x"));
+        label.setFullText("x"_s);
         QCOMPARE(shownTip(), text);
     }
 
     void buttonStates()
     {
         QWidget window;
-        window.setStyleSheet(QStringLiteral(
+        window.setStyleSheet(
             "QLabel { color: black; } WidgetButton[mousestate=\"hover\"] QLabel { color: red; }"
-            "WidgetButton[checked=\"true\"] QLabel { color: blue; }"));
+            "WidgetButton[checked=\"true\"] QLabel { color: blue; }"_s);
         WidgetButton button(&window);
         button.setCheckable(true);
         auto *layout = new QHBoxLayout(&button);
-        QLabel label(QStringLiteral("a label within the button"));
+        QLabel label("a label within the button"_s);
         layout->addWidget(&label);
         button.setGeometry(50, 50, 200, 40);
         window.resize(300, 150);
@@ -189,14 +175,14 @@ private slots:
         pointer.press({5, 5});
         pointer.release();
         QVERIFY(button.isChecked());
-        QCOMPARE(button.property("mousestate").toString(), QStringLiteral("hover"));
+        QCOMPARE(button.property("mousestate").toString(), "hover"_s);
         QCOMPARE(label.palette().color(QPalette::WindowText), QColor(Qt::blue));
         pointer.press({5, 5});
-        QCOMPARE(button.property("mousestate").toString(), QStringLiteral("pressed"));
+        QCOMPARE(button.property("mousestate").toString(), "pressed"_s);
         pointer.release();
         QCOMPARE(label.palette().color(QPalette::WindowText), QColor(Qt::red));
         pointer.moveBy(-50);
-        QCOMPARE(button.property("mousestate").toString(), QStringLiteral("normal"));
+        QCOMPARE(button.property("mousestate").toString(), "normal"_s);
         QCOMPARE(states.last().first().value<WidgetButton::MouseState>(), WidgetButton::NORMAL);
         QCOMPARE(label.palette().color(QPalette::WindowText), QColor(Qt::black));
     }
@@ -204,7 +190,7 @@ private slots:
     void treeSeesPropertiesAndRests()
     {
         CountingTree tree;
-        tree.setStyleSheet(QStringLiteral("ATreeWidget[full=\"true\"] { color: red; }"));
+        tree.setStyleSheet("ATreeWidget[full=\"true\"] { color: red; }"_s);
         tree.show();
         QVERIFY(QTest::qWaitForWindowExposed(&tree));
         tree.setProperty("full", true);
@@ -223,7 +209,7 @@ private slots:
         ctrl.setFont(font);
         ctrl.setColor(Qt::red);
         ctrl.resize(100, 80);
-        ctrl.setText(QStringLiteral("HH\n\nHH"));
+        ctrl.setText("HH\n\nHH"_s);
         const QImage image = ctrl.grab().toImage();
         // Lines are 19 pixels apart.
         const QImage first = image.copy(0, 0, 100, 19);
@@ -233,7 +219,7 @@ private slots:
         QCOMPARE(image.copy(0, 20, 100, 18), blank.copy(0, 0, 100, 18));
         QCOMPARE(image.copy(0, 38, 100, 19), first);
 
-        ctrl.setText(utf8("Ägjp\n水印ÄQ"));
+        ctrl.setText("Ägjp\n水印ÄQ"_s);
         ctrl.resize(300, 200);
         QImage whole = ctrl.grab().toImage();
         const QColor ground = whole.pixelColor(299, 199);
@@ -242,18 +228,6 @@ private slots:
         empty.fill(ground);
         QCOMPARE(whole, empty);
         QVERIFY(ctrl.sizeHint().height() <= 48);
-    }
-
-    void lookups()
-    {
-        for (int i = 0; i < 2; ++i) {
-            MainWindow window;
-            QCOMPARE(mainWindow(), &window);
-        }
-        QVERIFY(mainWindow() == nullptr);
-        const QStringList paths = {QStringLiteral("/a"), QStringLiteral("/b")};
-        FileChooser::setNextAnswer(paths);
-        QCOMPARE(FileChooser::chooseFiles(nullptr, {}), paths);
     }
 };
 

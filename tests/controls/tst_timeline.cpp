@@ -5,6 +5,7 @@
 #include "controls/ruler.h"
 #include "pointer.h"
 #include "resources/look.h"
+#include "support/casename.h"
 
 #include <QLabel>
 #include <QSignalSpy>
@@ -17,7 +18,7 @@ struct TimeLine
     TimeLine()
     {
         slider.setOrientation(Qt::Horizontal);
-        slider.setObjectName(QStringLiteral("scrubBar"));
+        slider.setObjectName("scrubBar"_s);
         slider.setParent(&window);
         slider.setGeometry(20, 20, 212, 24);
         slider.setRange(0, 20000);
@@ -101,44 +102,39 @@ private slots:
         QCOMPARE(pixel(line.slider, 6 + 50, 4), QColor(0xE0, 0xE0, 0xE0));
     }
 
-    void dragOfAHandle_data()
-    {
-        QTest::addColumn<bool>("isLeft");
-        QTest::addColumn<QVector<int>>("moves");
-        QTest::addColumn<int>("value");
-        QTest::newRow("left") << true << QVector<int>{30, -10} << 7000;
-        QTest::newRow("right") << false << QVector<int>{-30, 10} << 13000;
-        QTest::newRow("left touches") << true << QVector<int>{100} << 15000;
-        QTest::newRow("left doesn't cross") << true << QVector<int>{90, 11} << 14000;
-        QTest::newRow("right touches") << false << QVector<int>{-100} << 5000;
-        QTest::newRow("right doesn't cross") << false << QVector<int>{-90, -11} << 6000;
-        QTest::newRow("left, no lag") << true << QVector<int>{-50, -300, 20} << 2000;
-        QTest::newRow("right, no lag") << false << QVector<int>{50, 300, -20} << 18000;
-    }
     void dragOfAHandle()
     {
-        QFETCH(bool, isLeft);
-        QFETCH(QVector<int>, moves);
-        QFETCH(int, value);
-        TimeLine line;
-        QVERIFY(QTest::qWaitForWindowExposed(&line.window));
-        QSignalSpy playHead(&line.slider, &QSlider::sliderMoved);
-        QSignalSpy pressed(&line.slider, &QSlider::sliderPressed);
-        QSignalSpy left(&line.slider, &InterceptSlider::leftValueChanged);
-        QSignalSpy right(&line.slider, &InterceptSlider::rightValueChanged);
-        Pointer pointer(&line.slider);
-        pointer.press((isLeft ? line.left() : line.right())->geometry().center());
-        QCOMPARE(left.count() + right.count(), 0);
-        for (const int distance : moves)
-            pointer.moveBy(distance, 3);
-        pointer.release();
-        QCOMPARE(isLeft ? line.slider.leftValue() : line.slider.rightValue(), value);
-        QCOMPARE((isLeft ? left : right).last().first().toInt(), value);
-        QCOMPARE((isLeft ? right : left).count(), 0);
-        QCOMPARE(line.slider.value(), 0);
-        QCOMPARE(playHead.count() + pressed.count(), 0);
-        pointer.moveBy(isLeft ? -1 : 1);
-        QCOMPARE(isLeft ? line.slider.leftValue() : line.slider.rightValue(), value);
+        const auto check = [&](const char *caseName, bool isLeft, const QVector<int> &moves,
+                               int value) {
+            const CaseName inCase(caseName);
+            TimeLine line;
+            QVERIFY(QTest::qWaitForWindowExposed(&line.window));
+            QSignalSpy playHead(&line.slider, &QSlider::sliderMoved);
+            QSignalSpy pressed(&line.slider, &QSlider::sliderPressed);
+            QSignalSpy left(&line.slider, &InterceptSlider::leftValueChanged);
+            QSignalSpy right(&line.slider, &InterceptSlider::rightValueChanged);
+            Pointer pointer(&line.slider);
+            pointer.press((isLeft ? line.left() : line.right())->geometry().center());
+            QCOMPARE(left.count() + right.count(), 0);
+            for (const int distance : moves)
+                pointer.moveBy(distance, 3);
+            pointer.release();
+            QCOMPARE(isLeft ? line.slider.leftValue() : line.slider.rightValue(), value);
+            QCOMPARE((isLeft ? left : right).last().first().toInt(), value);
+            QCOMPARE((isLeft ? right : left).count(), 0);
+            QCOMPARE(line.slider.value(), 0);
+            QCOMPARE(playHead.count() + pressed.count(), 0);
+            pointer.moveBy(isLeft ? -1 : 1);
+            QCOMPARE(isLeft ? line.slider.leftValue() : line.slider.rightValue(), value);
+        };
+        check("left", true, QVector<int>{30, -10}, 7000);
+        check("right", false, QVector<int>{-30, 10}, 13000);
+        check("left touches", true, QVector<int>{100}, 15000);
+        check("left doesn't cross", true, QVector<int>{90, 11}, 14000);
+        check("right touches", false, QVector<int>{-100}, 5000);
+        check("right doesn't cross", false, QVector<int>{-90, -11}, 6000);
+        check("left, no lag", true, QVector<int>{-50, -300, 20}, 2000);
+        check("right, no lag", false, QVector<int>{50, 300, -20}, 18000);
     }
 
     void clickOnTheGrooveMovesThePlayHead()
@@ -182,37 +178,30 @@ private slots:
         }
     }
 
-    void rowProgress_data()
-    {
-        QTest::addColumn<int>("value");
-        QTest::addColumn<bool>("flat");
-        QTest::addColumn<int>("filled"); // columns with the light fill
-        QTest::addColumn<int>("accent"); // columns with the line below
-        QTest::newRow("nothing") << -1 << false << 0 << 0;
-        QTest::newRow("zero") << 0 << false << 0 << 2;
-        QTest::newRow("half") << 2500 << false << 100 << 101;
-        QTest::newRow("all") << 5000 << false << 200 << 200;
-        QTest::newRow("flat") << 2500 << true << 100 << 0;
-        QTest::newRow("flat, too narrow") << 100 << true << 0 << 0;
-    }
     void rowProgress()
     {
-        QFETCH(int, value);
-        QFETCH(bool, flat);
-        ProgressWidget row;
-        row.resize(200, 40);
-        row.setValue(value);
-        row.setFlat(flat);
-        const QImage image = row.grab().toImage();
-        int filled = 0;
-        int lit = 0;
-        for (int x = 0; x < image.width(); ++x) {
-            filled += image.pixelColor(x, 10) == QColor(0xF5, 0xFA, 0xFF) ? 1 : 0;
-            lit += image.pixelColor(x, 36).saturation() > 200 ? 1 : 0;
-        }
-        QTEST(filled, "filled");
-        QFETCH(int, accent);
-        QVERIFY2(qAbs(lit - accent) <= 1, qPrintable(QString::number(lit)));
+        const auto check = [&](const char *caseName, int value, bool flat, int light, int accent) {
+            const CaseName inCase(caseName);
+            ProgressWidget row;
+            row.resize(200, 40);
+            row.setValue(value);
+            row.setFlat(flat);
+            const QImage image = row.grab().toImage();
+            int filled = 0;
+            int lit = 0;
+            for (int x = 0; x < image.width(); ++x) {
+                filled += image.pixelColor(x, 10) == QColor(0xF5, 0xFA, 0xFF) ? 1 : 0;
+                lit += image.pixelColor(x, 36).saturation() > 200 ? 1 : 0;
+            }
+            QCOMPARE(filled, light);
+            QVERIFY2(qAbs(lit - accent) <= 1, qPrintable(QString::number(lit)));
+        };
+        check("nothing", -1, false, 0, 0);
+        check("zero", 0, false, 0, 2);
+        check("half", 2500, false, 100, 101);
+        check("all", 5000, false, 200, 200);
+        check("flat", 2500, true, 100, 0);
+        check("flat, too narrow", 100, true, 0, 0);
     }
 
     void rulerCentresItsNumbers()
@@ -224,7 +213,7 @@ private slots:
         const QImage empty = ruler.grab().toImage();
         ruler.setMaximum(90);
         ruler.setStep(40);
-        ruler.setSuffix(QStringLiteral("%"));
+        ruler.setSuffix("%"_s);
         const QImage image = ruler.grab().toImage();
         // Marks at 16, 116 and 216: text around each, none between.
         const auto hasText = [&](int from, int to) {

@@ -9,6 +9,7 @@
 #include "platform/compositor.h"
 #include "pointer.h"
 #include "resources/look.h"
+#include "support/casename.h"
 
 #include <QLabel>
 #include <QPainter>
@@ -63,7 +64,7 @@ public:
     {
         Form form;
         setUpForm(form);
-        setTitle(QStringLiteral("title"));
+        setTitle("title"_s);
     }
     int clicks = 0;
 
@@ -76,7 +77,7 @@ private:
         static void setupUi(QWidget *body)
         {
             auto *button = new QPushButton(body);
-            button->setObjectName(QStringLiteral("btnAction"));
+            button->setObjectName("btnAction"_s);
         }
     };
 };
@@ -89,22 +90,24 @@ int alphaAt(WindowShadow &shadow, int x, int y)
     return qAlpha(image.pixel(x, y));
 }
 
-// Moves the display's own pointer with its button held.
+// Moves the display's own pointer with its button held, so slowly that no two moves become one.
 bool dragOnDisplay(const QPoint &from, const QPoint &by)
 {
     QStringList steps;
     const auto moveTo = [&steps](const QPoint &pos) {
-        steps << QStringLiteral("mousemove") << QString::number(pos.x()) << QString::number(pos.y())
-              << QStringLiteral("sleep") << QStringLiteral("0.1");
+        steps << "mousemove"_s << QString::number(pos.x()) << QString::number(pos.y()) << "sleep"_s
+              << "0.1"_s;
     };
     moveTo(from);
-    steps << QStringLiteral("mousedown") << QStringLiteral("1");
+    steps << "mousedown"_s
+          << "1"_s;
     moveTo(from);
     moveTo(from + by / 2);
     moveTo(from + by);
-    steps << QStringLiteral("mouseup") << QStringLiteral("1");
+    steps << "mouseup"_s
+          << "1"_s;
     QProcess tool;
-    tool.start(QStringLiteral("xdotool"), steps);
+    tool.start("xdotool"_s, steps);
     return QTest::qWaitFor([&tool] { return tool.state() == QProcess::NotRunning; }) &&
            tool.exitCode() == 0;
 }
@@ -169,37 +172,31 @@ private slots:
         pointer.release();
     }
 
-    void releaseAboveTheScreen_data()
-    {
-        QTest::addColumn<bool>("enabled");
-        QTest::addColumn<bool>("dragged");
-        QTest::addColumn<bool>("maximized");
-        QTest::newRow("drag, disabled") << false << true << false;
-        QTest::newRow("drag, enabled") << true << true << true;
-        QTest::newRow("click, enabled") << true << false << false;
-    }
     void releaseAboveTheScreen()
     {
-        QFETCH(bool, enabled);
-        QFETCH(bool, dragged);
-        QFETCH(bool, maximized);
-        Window window;
-        window.bar->setDblClkEnable(enabled);
-        QVERIFY(window.showUp());
-        QTRY_COMPARE(window.pos(), QPoint(300, 200));
-        if (!dragged) {
-            window.move(300, -15);
-            QTRY_COMPARE(window.y(), -15);
-        }
-        Pointer pointer(window.bar);
-        pointer.press({100, 30});
-        if (dragged) {
-            pointer.moveBy(0, -1);
-            pointer.moveBy(0, -219);
-        }
-        pointer.release();
-        QTRY_COMPARE(window.y(), 0);
-        QTRY_COMPARE(window.isMaximized(), maximized);
+        const auto check = [&](const char *caseName, bool enabled, bool dragged, bool maximized) {
+            const CaseName inCase(caseName);
+            Window window;
+            window.bar->setDblClkEnable(enabled);
+            QVERIFY(window.showUp());
+            QTRY_COMPARE(window.pos(), QPoint(300, 200));
+            if (!dragged) {
+                window.move(300, -15);
+                QTRY_COMPARE(window.y(), -15);
+            }
+            Pointer pointer(window.bar);
+            pointer.press({100, 30});
+            if (dragged) {
+                pointer.moveBy(0, -1);
+                pointer.moveBy(0, -219);
+            }
+            pointer.release();
+            QTRY_COMPARE(window.y(), 0);
+            QTRY_COMPARE(window.isMaximized(), maximized);
+        };
+        check("drag, disabled", false, true, false);
+        check("drag, enabled", true, true, true);
+        check("click, enabled", true, false, false);
     }
 
     void doubleClick()
@@ -284,30 +281,27 @@ private slots:
         }
     }
 
-    void edges_data()
-    {
-        QTest::addColumn<QPoint>("from");
-        QTest::addColumn<QRect>("change"); // of left, top, width and height
-        QTest::newRow("top left") << QPoint(1, 2) << QRect(30, 20, -30, -20);
-        QTest::newRow("top right") << QPoint(198, 1) << QRect(0, 20, 30, -20);
-        QTest::newRow("bottom right") << QPoint(198, 147) << QRect(0, 0, 30, 20);
-        QTest::newRow("bottom left") << QPoint(3, 147) << QRect(30, 0, -30, 20);
-        QTest::newRow("bottom") << QPoint(100, 148) << QRect(0, 0, 0, 20);
-        QTest::newRow("inside: moves") << QPoint(100, 75) << QRect(30, 20, 0, 0);
-    }
     void edges()
     {
-        QFETCH(QPoint, from);
-        QFETCH(QRect, change);
-        FramelessWidget widget;
-        widget.setGeometry(400, 300, 200, 150);
-        widget.show();
-        QVERIFY(QTest::qWaitForWindowActive(&widget));
-        QTRY_COMPARE(widget.geometry(), QRect(400, 300, 200, 150));
-        QVERIFY(dragOnDisplay(widget.mapToGlobal(from), {30, 20}));
-        const QRect wanted(QPoint(400, 300) + change.topLeft(), QSize(200, 150) + change.size());
-        QTRY_COMPARE(widget.geometry(), wanted);
-        QCOMPARE(edgesAt(widget.rect(), {-1, 75}, 4), Qt::Edges());
+        const auto check = [&](const char *caseName, const QPoint &from, const QRect &change) {
+            const CaseName inCase(caseName);
+            FramelessWidget widget;
+            widget.setGeometry(400, 300, 200, 150);
+            widget.show();
+            QVERIFY(QTest::qWaitForWindowActive(&widget));
+            QTRY_COMPARE(widget.geometry(), QRect(400, 300, 200, 150));
+            QVERIFY(dragOnDisplay(widget.mapToGlobal(from), {30, 20}));
+            const QRect wanted(QPoint(400, 300) + change.topLeft(),
+                               QSize(200, 150) + change.size());
+            QTRY_COMPARE(widget.geometry(), wanted);
+            QCOMPARE(edgesAt(widget.rect(), {-1, 75}, 4), Qt::Edges());
+        };
+        check("top left", QPoint(1, 2), QRect(30, 20, -30, -20));
+        check("top right", QPoint(198, 1), QRect(0, 20, 30, -20));
+        check("bottom right", QPoint(198, 147), QRect(0, 0, 30, 20));
+        check("bottom left", QPoint(3, 147), QRect(30, 0, -30, 20));
+        check("bottom", QPoint(100, 148), QRect(0, 0, 0, 20));
+        check("inside: moves", QPoint(100, 75), QRect(30, 20, 0, 0));
     }
 
     void toastLivesItsTime()
@@ -315,20 +309,19 @@ private slots:
         Window window;
         QVERIFY(window.showUp());
         QTRY_COMPARE(window.pos(), QPoint(300, 200));
-        QPointer<Toast> toast =
-            Toast::showToast(QStringLiteral("text"), 400, Toast::centred, 50, &window);
+        QPointer<Toast> toast = Toast::showToast("text"_s, 400, Toast::centred, 50, &window);
         QVERIFY(!toast->isVisible());
         QTRY_VERIFY(toast->isVisible());
         QCOMPARE(toast->pos(), QPoint(300 + (400 - toast->width()) / 2, 250));
         QTRY_VERIFY(toast.isNull());
         // Without a time it stays, until it is closed.
-        toast = Toast::showToast(QStringLiteral("text"), 0, 0, 0, &window);
+        toast = Toast::showToast("text"_s, 0, 0, 0, &window);
         QTRY_VERIFY(toast->isVisible());
         QTest::keyClick(toast.data(), Qt::Key_Escape);
         QTRY_VERIFY(toast.isNull());
         auto parent = std::make_unique<Window>();
         QVERIFY(parent->showUp());
-        toast = Toast::showToast(QStringLiteral("text"), 5000, 0, 0, parent.get());
+        toast = Toast::showToast("text"_s, 5000, 0, 0, parent.get());
         QTRY_VERIFY(toast->isVisible());
         parent.reset();
         QVERIFY(toast.isNull());
@@ -338,15 +331,15 @@ private slots:
     {
         for (const bool byKey : {true, false}) {
             Dialog dialog;
-            QCOMPARE(dialog.windowTitle(), QStringLiteral("title"));
+            QCOMPARE(dialog.windowTitle(), "title"_s);
             QSignalSpy rejected(&dialog, &QDialog::rejected);
             dialog.show();
             QVERIFY(QTest::qWaitForWindowActive(&dialog));
-            auto *action = dialog.findChild<QPushButton *>(QStringLiteral("btnAction"));
+            auto *action = dialog.findChild<QPushButton *>("btnAction"_s);
             QTRY_VERIFY(action->hasFocus());
             QTest::keyClick(&dialog, Qt::Key_Return);
             QCOMPARE(dialog.clicks, 1);
-            auto *close = dialog.findChild<QPushButton *>(QStringLiteral("btnClose"));
+            auto *close = dialog.findChild<QPushButton *>("btnClose"_s);
             if (byKey)
                 QTest::keyClick(&dialog, Qt::Key_Escape);
             else

@@ -3,11 +3,11 @@
 #include "MediaKits/AppInstance/LocalStore/encparamhistory.h"
 #include "MediaKits/FunctionPage/Framework/Formats/formatitemroles.h"
 #include "MediaKits/FunctionPage/Framework/Formats/mediaformatdialog.h"
+#include "support/utf8.h"
 
 #include <QButtonGroup>
 #include <QLabel>
 #include <QListWidget>
-#include <QPointer>
 #include <QPushButton>
 #include <QStackedWidget>
 #include <QtTest>
@@ -53,21 +53,157 @@ class TestFormatDialog : public QObject
 private slots:
     void init() { setRecent({}); }
     void cleanup() { delete m_dialog; }
-    void opensOnItsPreset();
-    void hidesKeepSource();
-    void tabs();
-    void audioOnly();
-    void details();
-    void picks();
-    void recentList();
+    void opensOnItsPreset()
+    {
+        const struct
+        {
+            quint32 id;
+            QString tab;
+            quint32 category;
+            quint32 preset;
+        } cases[] = {{2400004, "视频"_s, 1021, 2400004},
+                     {mp3Id, "音频"_s, 2001, mp3Id},
+                     {4711, "视频"_s, 1001, 1003001},
+                     {gifId, {}, 0, gifId},
+                     {1950001, {}, 0, 1950001}};
+        for (const auto &each : cases) {
+            open(each.id);
+            QCOMPARE(checkedTab(), each.tab);
+            QCOMPARE(currentOf(list("lWdtCategory")), each.category);
+            const QListWidget *presets = list("lwdtParamInfos");
+            QCOMPARE(currentOf(presets), each.preset);
+            const QRect row = presets->visualItemRect(presets->currentItem());
+            QVERIFY(presets->viewport()->rect().contains(row));
+            // From an unlisted category, too, a way leads to the listed ones.
+            press("btnAudio");
+            press("btnVideo");
+            QVERIFY(Ids({1001, 1021}).contains(currentOf(list("lWdtCategory"))));
+            delete m_dialog;
+        }
+    }
+
+    void hidesKeepSource()
+    {
+        setRecent({1003001, hdId, mp3Id});
+        open(hdId, true);
+        QCOMPARE(idsOf(list("lwdtParamInfos")),
+                 Ids({1003002, 1003003, 1003004, 1003005, 1031001, 1031002}));
+        QTRY_COMPARE(idsOf(list("lwdtHistory")), Ids({hdId}));
+    }
+
+    void tabs()
+    {
+        open(2400004);
+        press("btnAudio");
+        QCOMPARE(currentOf(list("lWdtCategory")), 2001u);
+        QCOMPARE(list("lWdtCategory")->count(), 10);
+        QCOMPARE(currentOf(list("lwdtParamInfos")), 0u);
+        click("lWdtCategory", 3);
+        QCOMPARE(list("lwdtParamInfos")->count(), 6);
+        press("btnHistory");
+        auto *const pages = m_dialog->findChild<QStackedWidget *>();
+        QCOMPARE(pages->currentIndex(), 1);
+        press("btnVideo");
+        QCOMPARE(pages->currentIndex(), 0);
+        QCOMPARE(currentOf(list("lWdtCategory")), 1021u);
+        QCOMPARE(currentOf(list("lwdtParamInfos")), 2400004u);
+    }
+
+    void audioOnly()
+    {
+        setRecent({hdId, mp3Id});
+        m_dialog = new MediaFormatDialog(hdId, false);
+        m_dialog->setFormatTypes(1, true);
+        m_dialog->show();
+        QCOMPARE(checkedTab(), "音频"_s);
+        for (const auto *tab : m_dialog->findChild<QButtonGroup *>()->buttons())
+            QCOMPARE(tab->isVisible(), tab->text() != "视频"_s);
+        QCOMPARE(currentOf(list("lWdtCategory")), 2001u);
+        QTRY_COMPARE(idsOf(list("lwdtHistory")), Ids({mp3Id}));
+    }
+
+    void details()
+    {
+        const auto subs = [this](const char *listName) {
+            QStringList texts;
+            for (int row = 0; row < list(listName)->count(); ++row) {
+                const QWidget *widget = list(listName)->itemWidget(list(listName)->item(row));
+                texts += widget->findChild<QLabel *>("lblSub"_s)->text();
+            }
+            return texts;
+        };
+        setRecent({1009001, 1003001, mp3Id, hdId});
+        open(1009001);
+        QCOMPARE(subs("lwdtParamInfos").value(0), "原视频分辨率"_s);
+        QTRY_COMPARE(subs("lwdtHistory"),
+                     QStringList({"0*0"_s, "原视频分辨率"_s, "自动"_s, "1920*1080"_s}));
+        delete m_dialog;
+        open(mp3Id);
+        QCOMPARE(subs("lwdtParamInfos").value(1), "256 Kbps"_s);
+    }
+
+    void picks()
+    {
+        const std::function<void()> ways[] = {
+            [this] { click("lwdtParamInfos", 1); },
+            [this] {
+                QTest::keyClick(m_dialog->focusWidget(), Qt::Key_Down);
+                QTest::keyClick(m_dialog->focusWidget(), Qt::Key_Return);
+            },
+            [this] {
+                press("btnHistory");
+                click("lwdtHistory", 1);
+            },
+        };
+        for (const auto &pick : ways) {
+            setRecent({2400004, hdId, mp3Id});
+            open(1003001);
+            QTRY_COMPARE(list("lwdtHistory")->count(), 3);
+            QSignalSpy picked(m_dialog, &MediaFormatDialog::encParamInfoIDPicked);
+            pick();
+            QCOMPARE(picked.size(), 1);
+            QCOMPARE(picked.at(0).at(0).toUInt(), hdId);
+            QCOMPARE(EncParamHistory::instance().ids(), Ids({hdId, 2400004, mp3Id}));
+            QTRY_VERIFY(!m_dialog);
+        }
+    }
+
+    void recentList()
+    {
+        setRecent({hdId, 4711, gifId});
+        open(hdId);
+        QTRY_COMPARE(idsOf(list("lwdtHistory")), Ids({hdId, gifId}));
+        press("btnHistory");
+        QListWidget *const recent = list("lwdtHistory");
+        QSignalSpy picked(m_dialog, &MediaFormatDialog::encParamInfoIDPicked);
+        const QWidget *row = recent->itemWidget(recent->item(0));
+        QTest::mouseClick(row->findChild<QPushButton *>("btnDel"_s), Qt::LeftButton);
+        QCOMPARE(idsOf(recent), Ids({gifId}));
+        QVERIFY(!EncParamHistory::instance().ids().contains(hdId));
+        QTest::keyClick(m_dialog->focusWidget(), Qt::Key_Escape);
+        QTRY_VERIFY(!m_dialog);
+        QVERIFY(picked.isEmpty());
+    }
 
 private:
-    void open(quint32 id, bool hideKeepSource = false);
+    void open(quint32 id, bool hideKeepSource = false)
+    {
+        m_dialog = new MediaFormatDialog(id, hideKeepSource);
+        m_dialog->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_dialog));
+    }
+
     QListWidget *list(const char *name) const
     {
         return m_dialog->findChild<QListWidget *>(QLatin1String(name));
     }
-    void click(const char *list, int row) const;
+    void click(const char *listName, int row) const
+    {
+        QListWidget *const shown = list(listName);
+        QTest::mouseClick(shown->viewport(), Qt::LeftButton, {},
+                          shown->visualItemRect(shown->item(row)).center());
+    }
+
     void press(const char *tab) const
     {
         QTest::mouseClick(m_dialog->findChild<QPushButton *>(QLatin1String(tab)), Qt::LeftButton);
@@ -80,153 +216,6 @@ private:
 
     QPointer<MediaFormatDialog> m_dialog;
 };
-
-void TestFormatDialog::open(quint32 id, bool hideKeepSource)
-{
-    m_dialog = new MediaFormatDialog(id, hideKeepSource);
-    m_dialog->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_dialog));
-}
-
-void TestFormatDialog::click(const char *listName, int row) const
-{
-    QListWidget *const shown = list(listName);
-    QTest::mouseClick(shown->viewport(), Qt::LeftButton, {},
-                      shown->visualItemRect(shown->item(row)).center());
-}
-
-void TestFormatDialog::opensOnItsPreset()
-{
-    const struct
-    {
-        quint32 id;
-        QString tab;
-        quint32 category;
-        quint32 preset;
-    } cases[] = {{2400004, QStringLiteral("视频"), 1021, 2400004},
-                 {mp3Id, QStringLiteral("音频"), 2001, mp3Id},
-                 {4711, QStringLiteral("视频"), 1001, 1003001},
-                 {gifId, {}, 0, gifId},
-                 {1950001, {}, 0, 1950001}};
-    for (const auto &each : cases) {
-        open(each.id);
-        QCOMPARE(checkedTab(), each.tab);
-        QCOMPARE(currentOf(list("lWdtCategory")), each.category);
-        const QListWidget *presets = list("lwdtParamInfos");
-        QCOMPARE(currentOf(presets), each.preset);
-        const QRect row = presets->visualItemRect(presets->currentItem());
-        QVERIFY(presets->viewport()->rect().contains(row));
-        // From an unlisted category, too, a way leads to the listed ones.
-        press("btnAudio");
-        press("btnVideo");
-        QVERIFY(Ids({1001, 1021}).contains(currentOf(list("lWdtCategory"))));
-        delete m_dialog;
-    }
-}
-
-void TestFormatDialog::hidesKeepSource()
-{
-    setRecent({1003001, hdId, mp3Id});
-    open(hdId, true);
-    QCOMPARE(idsOf(list("lwdtParamInfos")),
-             Ids({1003002, 1003003, 1003004, 1003005, 1031001, 1031002}));
-    QTRY_COMPARE(idsOf(list("lwdtHistory")), Ids({hdId}));
-}
-
-void TestFormatDialog::tabs()
-{
-    open(2400004);
-    press("btnAudio");
-    QCOMPARE(currentOf(list("lWdtCategory")), 2001u);
-    QCOMPARE(list("lWdtCategory")->count(), 10);
-    QCOMPARE(currentOf(list("lwdtParamInfos")), 0u);
-    click("lWdtCategory", 3);
-    QCOMPARE(list("lwdtParamInfos")->count(), 6);
-    press("btnHistory");
-    auto *const pages = m_dialog->findChild<QStackedWidget *>();
-    QCOMPARE(pages->currentIndex(), 1);
-    press("btnVideo");
-    QCOMPARE(pages->currentIndex(), 0);
-    QCOMPARE(currentOf(list("lWdtCategory")), 1021u);
-    QCOMPARE(currentOf(list("lwdtParamInfos")), 2400004u);
-}
-
-void TestFormatDialog::audioOnly()
-{
-    setRecent({hdId, mp3Id});
-    m_dialog = new MediaFormatDialog(hdId, false);
-    m_dialog->setFormatTypes(1, true);
-    m_dialog->show();
-    QCOMPARE(checkedTab(), QStringLiteral("音频"));
-    for (const auto *tab : m_dialog->findChild<QButtonGroup *>()->buttons())
-        QCOMPARE(tab->isVisible(), tab->text() != QStringLiteral("视频"));
-    QCOMPARE(currentOf(list("lWdtCategory")), 2001u);
-    QTRY_COMPARE(idsOf(list("lwdtHistory")), Ids({mp3Id}));
-}
-
-void TestFormatDialog::details()
-{
-    const auto subs = [this](const char *listName) {
-        QStringList texts;
-        for (int row = 0; row < list(listName)->count(); ++row) {
-            const QWidget *widget = list(listName)->itemWidget(list(listName)->item(row));
-            texts += widget->findChild<QLabel *>(QStringLiteral("lblSub"))->text();
-        }
-        return texts;
-    };
-    setRecent({1009001, 1003001, mp3Id, hdId});
-    open(1009001);
-    QCOMPARE(subs("lwdtParamInfos").value(0), QStringLiteral("原视频分辨率"));
-    QTRY_COMPARE(subs("lwdtHistory"),
-                 QStringList({QStringLiteral("0*0"), QStringLiteral("原视频分辨率"),
-                              QStringLiteral("自动"), QStringLiteral("1920*1080")}));
-    delete m_dialog;
-    open(mp3Id);
-    QCOMPARE(subs("lwdtParamInfos").value(1), QStringLiteral("256 Kbps"));
-}
-
-void TestFormatDialog::picks()
-{
-    const std::function<void()> ways[] = {
-        [this] { click("lwdtParamInfos", 1); },
-        [this] {
-            QTest::keyClick(m_dialog->focusWidget(), Qt::Key_Down);
-            QTest::keyClick(m_dialog->focusWidget(), Qt::Key_Return);
-        },
-        [this] {
-            press("btnHistory");
-            click("lwdtHistory", 1);
-        },
-    };
-    for (const auto &pick : ways) {
-        setRecent({2400004, hdId, mp3Id});
-        open(1003001);
-        QTRY_COMPARE(list("lwdtHistory")->count(), 3);
-        QSignalSpy picked(m_dialog, &MediaFormatDialog::encParamInfoIDPicked);
-        pick();
-        QCOMPARE(picked.size(), 1);
-        QCOMPARE(picked.at(0).at(0).toUInt(), hdId);
-        QCOMPARE(EncParamHistory::instance().ids(), Ids({hdId, 2400004, mp3Id}));
-        QTRY_VERIFY(!m_dialog);
-    }
-}
-
-void TestFormatDialog::recentList()
-{
-    setRecent({hdId, 4711, gifId});
-    open(hdId);
-    QTRY_COMPARE(idsOf(list("lwdtHistory")), Ids({hdId, gifId}));
-    press("btnHistory");
-    QListWidget *const recent = list("lwdtHistory");
-    QSignalSpy picked(m_dialog, &MediaFormatDialog::encParamInfoIDPicked);
-    const QWidget *row = recent->itemWidget(recent->item(0));
-    QTest::mouseClick(row->findChild<QPushButton *>(QStringLiteral("btnDel")), Qt::LeftButton);
-    QCOMPARE(idsOf(recent), Ids({gifId}));
-    QVERIFY(!EncParamHistory::instance().ids().contains(hdId));
-    QTest::keyClick(m_dialog->focusWidget(), Qt::Key_Escape);
-    QTRY_VERIFY(!m_dialog);
-    QVERIFY(picked.isEmpty());
-}
 
 QTEST_MAIN(TestFormatDialog)
 #include "tst_formatdialog.moc"

@@ -8,12 +8,9 @@
 #include "support/testfile.h"
 
 #include <QFrame>
-#include <QMimeData>
-#include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QStackedWidget>
-#include <QTemporaryDir>
 #include <QtTest>
 
 class TestIntake : public QObject
@@ -21,15 +18,157 @@ class TestIntake : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void drops();
-    void emptyPageOpensDialog();
-    void toolBar();
-    void shortcutOfThePageOnShow();
-    void importsInOrder();
-    void importCancels();
-    void importOutlivesItsParent();
-    void thumbnailsWaitForTheImport();
+    void initTestCase()
+    {
+        qRegisterMetaType<FileAddType>();
+        for (const char *name : {"a.MP4", "b.mp3", "c.txt", "d.mp4/inside.mp4"})
+            writeTestFile(path(name));
+    }
+
+    void drops()
+    {
+        const QUrl video = QUrl::fromLocalFile(path("a.MP4"));
+        const QUrl text = QUrl::fromLocalFile(path("c.txt"));
+        const QUrl folder = QUrl::fromLocalFile(path("d.mp4"));
+        const QUrl remote("http://host/a.mp4"_s);
+        for (const auto &urls : {QList<QUrl>{text, folder, video}, {text, folder}, {remote}}) {
+            const bool accepted = urls.contains(video);
+            QMimeData data;
+            data.setUrls(urls);
+            FileAddGPage page;
+            page.setAllowedSuffixes(videoFormats());
+            QSignalSpy added(&page, &FileAddGPage::filesAddActived);
+            const QWidget *zone = page.findChild<QFrame *>("frmDropZone"_s);
+            QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
+            enter.setAccepted(false);
+            QCoreApplication::sendEvent(&page, &enter);
+            QCOMPARE(enter.isAccepted(), accepted);
+            QCOMPARE(zone->property("dragOver").toBool(), accepted);
+            QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
+            QCoreApplication::sendEvent(&page, &drop);
+            QVERIFY(!zone->property("dragOver").toBool());
+            QCOMPARE(added.size(), accepted ? 1 : 0);
+            if (accepted)
+                QCOMPARE(added.at(0).at(0).toStringList(), QStringList{path("a.MP4")});
+        }
+    }
+
+    void emptyPageOpensDialog()
+    {
+        FileAddGPage page;
+        page.resize(600, 400);
+        page.show();
+        QSignalSpy added(&page, &FileAddGPage::filesAddActived);
+        press(&page, "btnAddMediaFiles", {path("a.MP4")});
+        press(&page, "btnAddMediaFiles");
+        QCOMPARE(added.size(), 1);
+        // The zone around the button.
+        FileChooser::setNextAnswer({path("b.mp3")});
+        QTest::mouseClick(page.windowHandle(), Qt::LeftButton, {}, {40, 40});
+        QCOMPARE(added.size(), 2);
+        QCOMPARE(added.at(1).at(0).toStringList(), QStringList{path("b.mp3")});
+    }
+
+    void toolBar()
+    {
+        ComToolBarGPage bar;
+        bar.setAllowedPatterns(suffixPatterns(7));
+        QSignalSpy added(&bar, &ComToolBarGPage::filesAddActived);
+        press(&bar, "btnAddFile", {path("c.txt")});
+        press(&bar, "btnAddDir", {m_dir.path()});
+        press(&bar, "btnAddDir", {path("empty")});
+        press(&bar, "btnAddFile");
+        press(&bar, "btnAddDir");
+        QCOMPARE(added.size(), 3);
+        QCOMPARE(added.at(0).at(1).value<FileAddType>(), FileAddType::AddFile);
+        QCOMPARE(added.at(1).at(0).toStringList(), QStringList({path("a.MP4"), path("b.mp3")}));
+        QCOMPARE(added.at(1).at(1).value<FileAddType>(), FileAddType::AddFolder);
+        QVERIFY(added.at(2).at(0).toStringList().isEmpty());
+        QSignalSpy cleared(&bar, &ComToolBarGPage::itemclearActived);
+        press(&bar, "btnClear");
+        QCOMPARE(cleared.size(), 1);
+    }
+
+    void shortcutOfThePageOnShow()
+    {
+        QStackedWidget pages;
+        pages.addWidget(new ComToolBarGPage);
+        auto *const second = new ComToolBarGPage;
+        pages.addWidget(second);
+        pages.setCurrentWidget(second);
+        pages.show();
+        pages.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&pages));
+        QSignalSpy added(second, &ComToolBarGPage::filesAddActived);
+        FileChooser::setNextAnswer({path("a.MP4")});
+        QTest::keyClick(&pages, Qt::Key_O, Qt::ControlModifier);
+        QTRY_COMPARE(added.size(), 1);
+    }
+
+    void importsInOrder()
+    {
+        QWidget window;
+        QStringList imported;
+        const QStringList files{path("b.mp3"), path("a.MP4"), path("c.txt")};
+        importFiles(&window, files, [&](const QString &file) {
+            imported += file;
+            const auto *dialog = window.findChild<MediaImportDialog *>();
+            QCOMPARE(QApplication::activeModalWidget(), dialog);
+            QCOMPARE(dialog->findChild<QProgressBar *>()->value(), imported.size());
+            // A handful of files must not flash a dialog.
+            QVERIFY(dialog->testAttribute(Qt::WA_DontShowOnScreen));
+        });
+        QCOMPARE(imported, files);
+        QVERIFY(!window.findChild<MediaImportDialog *>());
+    }
+
+    void importCancels()
+    {
+        const QStringList many = QVector<QString>(100000, path("a.MP4")).toList();
+        for (const char *button : {"btnCancel", "btnClose", ""}) {
+            QWidget window;
+            window.show();
+            bool cancelled = false;
+            int afterCancel = 0;
+            importFiles(&window, many, [&](const QString &) {
+                afterCancel += cancelled ? 1 : 0;
+                auto *dialog = window.findChild<MediaImportDialog *>();
+                if (cancelled || !dialog->windowHandle() || !dialog->windowHandle()->isExposed())
+                    return;
+                cancelled = true;
+                if (*button)
+                    press(dialog, button);
+                else
+                    QTest::keyClick(dialog, Qt::Key_Escape);
+            });
+            QVERIFY(cancelled);
+            QCOMPARE(afterCancel, 0);
+        }
+    }
+
+    void importOutlivesItsParent()
+    {
+        QPointer<QWidget> window = new QWidget;
+        int imported = 0;
+        importFiles(window, {path("a.MP4"), path("b.mp3")}, [&](const QString &) {
+            ++imported;
+            delete window;
+        });
+        QCOMPARE(imported, 1);
+        QVERIFY(!window);
+    }
+
+    void thumbnailsWaitForTheImport()
+    {
+        QWidget window;
+        int answers = 0;
+        importFiles(&window, {path("a.MP4")}, [&](const QString &file) {
+            requestThumbnail(file, &window, [&](const QPixmap &) { ++answers; });
+            QTest::qWait(1500); // three times what a request usually waits
+            QCOMPARE(answers, 0);
+        });
+        QTRY_COMPARE_WITH_TIMEOUT(answers, 1, 30000);
+    }
 
 private:
     static void press(const QWidget *window, const char *button, const QStringList &answer = {})
@@ -41,158 +180,6 @@ private:
 
     QTemporaryDir m_dir;
 };
-
-void TestIntake::initTestCase()
-{
-    qRegisterMetaType<FileAddType>();
-    for (const char *name : {"a.MP4", "b.mp3", "c.txt", "d.mp4/inside.mp4"})
-        writeTestFile(path(name));
-}
-
-void TestIntake::drops()
-{
-    const QUrl video = QUrl::fromLocalFile(path("a.MP4"));
-    const QUrl text = QUrl::fromLocalFile(path("c.txt"));
-    const QUrl folder = QUrl::fromLocalFile(path("d.mp4"));
-    const QUrl remote(QStringLiteral("http://host/a.mp4"));
-    for (const auto &urls : {QList<QUrl>{text, folder, video}, {text, folder}, {remote}}) {
-        const bool accepted = urls.contains(video);
-        QMimeData data;
-        data.setUrls(urls);
-        FileAddGPage page;
-        page.setAllowedSuffixes(videoFormats());
-        QSignalSpy added(&page, &FileAddGPage::filesAddActived);
-        const QWidget *zone = page.findChild<QFrame *>(QStringLiteral("frmDropZone"));
-        QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
-        enter.setAccepted(false);
-        QCoreApplication::sendEvent(&page, &enter);
-        QCOMPARE(enter.isAccepted(), accepted);
-        QCOMPARE(zone->property("dragOver").toBool(), accepted);
-        QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
-        QCoreApplication::sendEvent(&page, &drop);
-        QVERIFY(!zone->property("dragOver").toBool());
-        QCOMPARE(added.size(), accepted ? 1 : 0);
-        if (accepted)
-            QCOMPARE(added.at(0).at(0).toStringList(), QStringList{path("a.MP4")});
-    }
-}
-
-void TestIntake::emptyPageOpensDialog()
-{
-    FileAddGPage page;
-    page.resize(600, 400);
-    page.show();
-    QSignalSpy added(&page, &FileAddGPage::filesAddActived);
-    press(&page, "btnAddMediaFiles", {path("a.MP4")});
-    press(&page, "btnAddMediaFiles");
-    QCOMPARE(added.size(), 1);
-    // The zone around the button.
-    FileChooser::setNextAnswer({path("b.mp3")});
-    QTest::mouseClick(page.windowHandle(), Qt::LeftButton, {}, {40, 40});
-    QCOMPARE(added.size(), 2);
-    QCOMPARE(added.at(1).at(0).toStringList(), QStringList{path("b.mp3")});
-}
-
-void TestIntake::toolBar()
-{
-    ComToolBarGPage bar;
-    bar.setAllowedPatterns(suffixPatterns(7));
-    QSignalSpy added(&bar, &ComToolBarGPage::filesAddActived);
-    press(&bar, "btnAddFile", {path("c.txt")});
-    press(&bar, "btnAddDir", {m_dir.path()});
-    press(&bar, "btnAddDir", {path("empty")});
-    press(&bar, "btnAddFile");
-    press(&bar, "btnAddDir");
-    QCOMPARE(added.size(), 3);
-    QCOMPARE(added.at(0).at(1).value<FileAddType>(), FileAddType::AddFile);
-    QCOMPARE(added.at(1).at(0).toStringList(), QStringList({path("a.MP4"), path("b.mp3")}));
-    QCOMPARE(added.at(1).at(1).value<FileAddType>(), FileAddType::AddFolder);
-    QVERIFY(added.at(2).at(0).toStringList().isEmpty());
-    QSignalSpy cleared(&bar, &ComToolBarGPage::itemclearActived);
-    press(&bar, "btnClear");
-    QCOMPARE(cleared.size(), 1);
-}
-
-void TestIntake::shortcutOfThePageOnShow()
-{
-    QStackedWidget pages;
-    pages.addWidget(new ComToolBarGPage);
-    auto *const second = new ComToolBarGPage;
-    pages.addWidget(second);
-    pages.setCurrentWidget(second);
-    pages.show();
-    pages.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&pages));
-    QSignalSpy added(second, &ComToolBarGPage::filesAddActived);
-    FileChooser::setNextAnswer({path("a.MP4")});
-    QTest::keyClick(&pages, Qt::Key_O, Qt::ControlModifier);
-    QTRY_COMPARE(added.size(), 1);
-}
-
-void TestIntake::importsInOrder()
-{
-    QWidget window;
-    QStringList imported;
-    const QStringList files{path("b.mp3"), path("a.MP4"), path("c.txt")};
-    importFiles(&window, files, [&](const QString &file) {
-        imported += file;
-        const auto *dialog = window.findChild<MediaImportDialog *>();
-        QCOMPARE(QApplication::activeModalWidget(), dialog);
-        QCOMPARE(dialog->findChild<QProgressBar *>()->value(), imported.size());
-        // A handful of files must not flash a dialog.
-        QVERIFY(dialog->testAttribute(Qt::WA_DontShowOnScreen));
-    });
-    QCOMPARE(imported, files);
-    QVERIFY(!window.findChild<MediaImportDialog *>());
-}
-
-void TestIntake::importCancels()
-{
-    const QStringList many = QVector<QString>(100000, path("a.MP4")).toList();
-    for (const char *button : {"btnCancel", "btnClose", ""}) {
-        QWidget window;
-        window.show();
-        bool cancelled = false;
-        int afterCancel = 0;
-        importFiles(&window, many, [&](const QString &) {
-            afterCancel += cancelled ? 1 : 0;
-            auto *dialog = window.findChild<MediaImportDialog *>();
-            if (cancelled || !dialog->windowHandle() || !dialog->windowHandle()->isExposed())
-                return;
-            cancelled = true;
-            if (*button)
-                press(dialog, button);
-            else
-                QTest::keyClick(dialog, Qt::Key_Escape);
-        });
-        QVERIFY(cancelled);
-        QCOMPARE(afterCancel, 0);
-    }
-}
-
-void TestIntake::importOutlivesItsParent()
-{
-    QPointer<QWidget> window = new QWidget;
-    int imported = 0;
-    importFiles(window, {path("a.MP4"), path("b.mp3")}, [&](const QString &) {
-        ++imported;
-        delete window;
-    });
-    QCOMPARE(imported, 1);
-    QVERIFY(!window);
-}
-
-void TestIntake::thumbnailsWaitForTheImport()
-{
-    QWidget window;
-    int answers = 0;
-    importFiles(&window, {path("a.MP4")}, [&](const QString &file) {
-        requestThumbnail(file, &window, [&](const QPixmap &) { ++answers; });
-        QTest::qWait(1500); // three times what a request usually waits
-        QCOMPARE(answers, 0);
-    });
-    QTRY_COMPARE_WITH_TIMEOUT(answers, 1, 30000);
-}
 
 QTEST_MAIN(TestIntake)
 #include "tst_intake.moc"

@@ -24,7 +24,7 @@ namespace {
 
 int shownPage(const QWidget &window)
 {
-    return window.findChild<QStackedWidget *>(QStringLiteral("skdWdtFunction"))->currentIndex();
+    return window.findChild<QStackedWidget *>("skdWdtFunction"_s)->currentIndex();
 }
 
 // Runs an event loop in which `action` is done first.
@@ -53,10 +53,7 @@ void answerExitDialog(const char *button, bool noMore)
 // The window's place among all, as the window manager stacks them; its shadow lies above it.
 int stackPlace(const QWidget &window)
 {
-    const QByteArray ids =
-        runTool(QStringLiteral("xprop"),
-                {QStringLiteral("-root"), QStringLiteral("_NET_CLIENT_LIST_STACKING")})
-            .out;
+    const QByteArray ids = runTool("xprop"_s, {"-root"_s, "_NET_CLIENT_LIST_STACKING"_s}).out;
     return ids.indexOf("0x" + QByteArray::number(window.windowHandle()->winId(), 16));
 }
 
@@ -68,6 +65,19 @@ void hideFully(QWidget &window)
 }
 
 } // namespace
+
+// Looked at in a grid: a style for something else can take the background away from a whole page.
+static bool isOpaque(const QImage &picture)
+{
+    constexpr int step = 12;
+    for (int y = step; y < picture.height() - step; y += step) {
+        for (int x = step; x < picture.width() - step; x += step) {
+            if (picture.pixelColor(x, y).alpha() != 255)
+                return false;
+        }
+    }
+    return true;
+}
 
 class TestMainWindow : public QObject
 {
@@ -159,8 +169,7 @@ void TestMainWindow::systemCloseHidesUntilTrayLeaves()
     QStringList texts;
     for (const QAction *action : icon->contextMenu()->actions())
         texts += action->text();
-    QCOMPARE(texts, QStringList({QStringLiteral("登录/注册"), QStringLiteral("关于"), QString(),
-                                 QStringLiteral("退出")}));
+    QCOMPARE(texts, QStringList({"登录/注册"_s, "关于"_s, QString(), "退出"_s}));
     window.hide();
     QCOMPARE(exitCodeAfter([&] { icon->contextMenu()->actions().last()->trigger(); }), 0);
     QVERIFY(!icon->isVisible());
@@ -183,7 +192,7 @@ void TestMainWindow::destructionRemovesTempDir()
     const QString dir = tempDir();
     {
         MainWindow window;
-        writeTestFile(dir + QStringLiteral("/deep/thumbnail.png"));
+        writeTestFile(dir + "/deep/thumbnail.png"_s);
     }
     QVERIFY(!QFileInfo::exists(dir));
 }
@@ -210,9 +219,9 @@ void TestMainWindow::secondStart()
         press(window, "btnMin");
     else if (state == "maximized") {
         press(window, "btnMax");
-        QTRY_COMPARE(child(window, "btnMax")->toolTip(), QStringLiteral("还原"));
+        QTRY_COMPARE(child(window, "btnMax")->toolTip(), "还原"_s);
     } else if (state == "other desktop")
-        runTool(QStringLiteral("xdotool"), {QStringLiteral("set_desktop"), QStringLiteral("1")});
+        runTool("xdotool"_s, {"set_desktop"_s, "1"_s});
     QWidget other;
     if (state != "just hidden") {
         other.setGeometry(place);
@@ -220,7 +229,7 @@ void TestMainWindow::secondStart()
         QVERIFY(QTest::qWaitForWindowActive(&other));
     }
 
-    window.sltMessageReceived(QStringLiteral("runing"));
+    window.sltMessageReceived("runing"_s);
     QTRY_VERIFY(window.isActiveWindow());
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     QTRY_VERIFY(!other.isVisible() || stackPlace(window) > stackPlace(other));
@@ -235,9 +244,9 @@ void TestMainWindow::secondStart()
     QVERIFY(!window.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
     QVERIFY(window.windowFlags().testFlag(Qt::FramelessWindowHint));
     QVERIFY(!window.isMinimized() && !window.isMaximized());
-    QCOMPARE(child(window, "btnMax")->toolTip(), QStringLiteral("最大化"));
+    QCOMPARE(child(window, "btnMax")->toolTip(), "最大化"_s);
     QTRY_COMPARE(window.geometry(), place);
-    runTool(QStringLiteral("xdotool"), {QStringLiteral("set_desktop"), QStringLiteral("0")});
+    runTool("xdotool"_s, {"set_desktop"_s, "0"_s});
 }
 
 void TestMainWindow::secondStartUnderDialog()
@@ -253,25 +262,12 @@ void TestMainWindow::secondStartUnderDialog()
     window.showMinimized();
     QTRY_VERIFY(!dialog.isActiveWindow());
 
-    window.sltMessageReceived(QStringLiteral("runing"));
+    window.sltMessageReceived("runing"_s);
     QTRY_VERIFY(dialog.isActiveWindow());
     QTRY_VERIFY(!window.isMinimized());
     // The dialog still belongs to the window, and lies above it.
     QCOMPARE(window.winId(), native);
     QTRY_VERIFY(stackPlace(dialog) > stackPlace(window));
-}
-
-// Looked at in a grid: a style for something else can take the background away from a whole page.
-static bool isOpaque(const QImage &picture)
-{
-    constexpr int step = 12;
-    for (int y = step; y < picture.height() - step; y += step) {
-        for (int x = step; x < picture.width() - step; x += step) {
-            if (picture.pixelColor(x, y).alpha() != 255)
-                return false;
-        }
-    }
-    return true;
 }
 
 void TestMainWindow::navigation()
@@ -308,36 +304,35 @@ void TestMainWindow::navigationIsReported()
     ScriptedServer collector(R"({"code":"200"})");
     ScriptedServer events(R"({"message":"success","ssid":"s"})");
     QTemporaryDir dir;
-    const QString program = dir.filePath(QStringLiteral("walk"));
+    const QString program = dir.filePath("walk"_s);
     QVERIFY(QFile::copy(QCoreApplication::applicationFilePath(), program));
-    writeTestFile(dir.filePath(QStringLiteral("main.ini")),
+    writeTestFile(dir.filePath("main.ini"_s),
                   QByteArray::fromStdString("[Service]\ncollector=" + collector.host() +
                                             "\nevents=" + events.host() +
                                             "\nappKey=" + std::string(32, 'a') + "\n"));
-    const ToolRun run = runTool(program, {QStringLiteral("navigation")});
+    const ToolRun run = runTool(program, {"navigation"_s});
     QVERIFY2(run.exitCode == 0, run.out.constData());
 
     const auto reported = [](const ScriptedServer &server, const char *pattern) {
         QStringList found;
         const QRegularExpression expression(QString::fromUtf8(pattern));
         for (const httplib::Request &request : server.requests()) {
-            auto matches = expression.globalMatch(
-                QString::fromStdString(request.body).remove(QLatin1Char('\\')));
+            auto matches =
+                expression.globalMatch(QString::fromStdString(request.body).remove(u'\\'));
             while (matches.hasNext())
                 found += matches.next().captured(1);
         }
         return found;
     };
     QCOMPARE(reported(collector, R"("event_code":"[a-z]+_page_view_([a-z]+)\")"),
-             QStringList({QStringLiteral("shouye"), QStringLiteral("shipinzhuanhuan"),
-                          QStringLiteral("shipingif"), QStringLiteral("shipingif"),
-                          QStringLiteral("shipinmeihua"), QStringLiteral("shipinshuiyin")}));
+             QStringList({"shouye"_s, "shipinzhuanhuan"_s, "shipingif"_s, "shipingif"_s,
+                          "shipinmeihua"_s, "shipinshuiyin"_s}));
     const QStringList areas = reported(events, R"("button_area":"([^"]+)\")");
-    QCOMPARE(areas.count(QStringLiteral("首页")), 3);
-    QCOMPARE(areas.count(QStringLiteral("侧边栏")), 6);
+    QCOMPARE(areas.count("首页"_s), 3);
+    QCOMPARE(areas.count("侧边栏"_s), 6);
     const QStringList entrances = reported(events, R"("entrance_type":"([^"]+)\")");
-    QCOMPARE(entrances.count(QStringLiteral("首页点击")), 4);
-    QCOMPARE(entrances.count(QStringLiteral("侧边栏点击")), 6);
+    QCOMPARE(entrances.count("首页点击"_s), 4);
+    QCOMPARE(entrances.count("侧边栏点击"_s), 6);
 }
 
 int main(int argc, char *argv[])

@@ -8,6 +8,7 @@
 #include "MediaKits/MainWindow/feedbackdialog.h"
 #include "MediaKits/MainWindow/mainwindow.h"
 #include "resources/look.h"
+#include "support/casename.h"
 #include "support/desktop.h"
 #include "support/guisupport.h"
 
@@ -18,21 +19,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
-#include <QPointer>
 #include <QtTest>
-
-namespace {
-
-QString toastText()
-{
-    for (const QWidget *widget : QApplication::topLevelWidgets()) {
-        if (widget->inherits("Toast") && widget->isVisible())
-            return widget->findChild<QLabel *>()->text();
-    }
-    return {};
-}
-
-} // namespace
 
 class TestMenus : public QObject
 {
@@ -41,9 +28,7 @@ class TestMenus : public QObject
 private slots:
     void initTestCase();
     void menuRows();
-    void rowsOpenDialogs_data();
     void rowsOpenDialogs();
-    void feedbackLimit_data();
     void feedbackLimit();
     void feedbackSubmit();
     void feedbackImage();
@@ -76,19 +61,17 @@ void TestMenus::menuRows()
                 rows += row->text();
         }
         QTest::keyClick(menu, Qt::Key_Escape);
-        QTest::qWait(0);
-        return menu ? QStringList() : rows;
+        return QTest::qWaitFor([&menu] { return menu.isNull(); }) ? rows : QStringList();
     };
-    QStringList rows = {QStringLiteral("注册/登录"), QStringLiteral("关于我们"),
-                        QStringLiteral("检查更新"), QStringLiteral("投诉反馈")};
+    QStringList rows = {"注册/登录"_s, "关于我们"_s, "检查更新"_s, "投诉反馈"_s};
     int full = 0;
     QCOMPARE(rowsOfNewMenu(&full), rows);
 
     UserInfoManager &user = UserInfoManager::instance();
-    user.setUserInfoJson(QStringLiteral(R"({"name":"墨客"})"));
+    user.setUserInfoJson(R"({"name":"墨客"})"_s);
     user.markLoggedIn();
     QVERIFY(!child(window, "btnLogin")->isVisible());
-    QCOMPARE(child<QLabel>(window, "lblUser")->text(), QStringLiteral("墨客"));
+    QCOMPARE(child<QLabel>(window, "lblUser")->text(), "墨客"_s);
     rows.removeFirst();
     int shorter = 0;
     QCOMPARE(rowsOfNewMenu(&shorter), rows);
@@ -97,89 +80,74 @@ void TestMenus::menuRows()
     QVERIFY(child(window, "btnLogin")->isVisible());
     for (const bool isReached : {false, true}) {
         ProductContact contact;
-        contact.phone = isReached ? QStringLiteral("12345") : QString();
+        contact.phone = isReached ? "12345"_s : QString();
         const AppMenu menu(&window, contact);
         QCOMPARE(child(menu, "btnToCService")->isHidden(), !isReached);
     }
 }
 
-void TestMenus::rowsOpenDialogs_data()
-{
-    QTest::addColumn<QByteArray>("row");
-    QTest::addColumn<QByteArray>("opened");
-    QTest::newRow("login") << QByteArray("btnRegister") << QByteArray("WebLoginDialog");
-    QTest::newRow("about") << QByteArray("btnAboutMe") << QByteArray("AboutMeDialog");
-    QTest::newRow("update") << QByteArray("btnUpdate") << QByteArray("MediaMessageBox");
-    QTest::newRow("feedback") << QByteArray("btnFeedback") << QByteArray("FeedbackDialog");
-    QTest::newRow("service") << QByteArray("btnToCService") << QByteArray("CustomerService");
-    QTest::newRow("exit") << QByteArray("btnClose") << QByteArray("ExitTipsDialog");
-}
-
 // What a row opens closes by Escape, and neither it nor the menu stays.
 void TestMenus::rowsOpenDialogs()
 {
-    QFETCH(QByteArray, row);
-    QFETCH(QByteArray, opened);
-    const SystemTray tray;
-    MainWindow window;
-    window.show();
-    QVERIFY(QTest::qWaitForWindowActive(&window));
-    QByteArray seen;
-    QTimer::singleShot(0, this, [&] {
-        QWidget *top = QApplication::activeModalWidget();
-        if (top == nullptr)
-            top = QApplication::activePopupWidget();
-        QVERIFY(QTest::qWaitForWindowExposed(top));
-        seen = top->metaObject()->className();
-        QTest::keyClick(top, Qt::Key_Escape);
-        QTRY_VERIFY(QApplication::activeModalWidget() != top);
-    });
-    if (row == "btnClose") {
-        press(window, "btnClose");
-    } else {
-        press(window, "btnMore");
-        press(*window.findChild<AppMenu *>(), row.constData());
-    }
-    QTRY_COMPARE(seen, opened);
-    QTRY_COMPARE(QApplication::activePopupWidget(), nullptr);
-    QTRY_COMPARE(window.findChild<AppMenu *>(), nullptr);
-    QTRY_COMPARE(window.findChild<CustomerService *>(), nullptr);
-}
-
-void TestMenus::feedbackLimit_data()
-{
-    QTest::addColumn<QString>("start");
-    QTest::addColumn<int>("cursor");
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("result");
-    QTest::addColumn<int>("cursorAfter");
-    const QString a200(200, QLatin1Char('a'));
-    const QString a199(199, QLatin1Char('a'));
-    const QString emoji = QString::fromUtf8("\xf0\x9f\x98\x80");
-    QTest::newRow("fits") << a199 << 0 << QStringLiteral("b") << QLatin1Char('b') + a199 << 1;
-    QTest::newRow("in front") << a200 << 0 << QStringLiteral("bb") << a200 << 0;
-    QTest::newRow("inside, partly")
-        << a199 << 100 << QStringLiteral("bcd")
-        << QString(100, QLatin1Char('a')) + QLatin1Char('b') + QString(99, QLatin1Char('a')) << 101;
-    QTest::newRow("half a character") << a199 << 199 << emoji << a199 << 199;
+    const auto check = [&](const char *caseName, const QByteArray &row, const QByteArray &opened) {
+        const CaseName inCase(caseName);
+        const SystemTray tray;
+        MainWindow window;
+        window.show();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QByteArray seen;
+        QTimer::singleShot(0, this, [&] {
+            QWidget *top = QApplication::activeModalWidget();
+            if (top == nullptr)
+                top = QApplication::activePopupWidget();
+            QVERIFY(QTest::qWaitForWindowExposed(top));
+            seen = top->metaObject()->className();
+            QTest::keyClick(top, Qt::Key_Escape);
+            QTRY_VERIFY(QApplication::activeModalWidget() != top);
+        });
+        if (row == "btnClose") {
+            press(window, "btnClose");
+        } else {
+            press(window, "btnMore");
+            press(*window.findChild<AppMenu *>(), row.constData());
+        }
+        QTRY_COMPARE(seen, opened);
+        QTRY_COMPARE(QApplication::activePopupWidget(), nullptr);
+        QTRY_COMPARE(window.findChild<AppMenu *>(), nullptr);
+        QTRY_COMPARE(window.findChild<CustomerService *>(), nullptr);
+    };
+    check("login", QByteArray("btnRegister"), QByteArray("WebLoginDialog"));
+    check("about", QByteArray("btnAboutMe"), QByteArray("AboutMeDialog"));
+    check("update", QByteArray("btnUpdate"), QByteArray("MediaMessageBox"));
+    check("feedback", QByteArray("btnFeedback"), QByteArray("FeedbackDialog"));
+    check("service", QByteArray("btnToCService"), QByteArray("CustomerService"));
+    check("exit", QByteArray("btnClose"), QByteArray("ExitTipsDialog"));
 }
 
 void TestMenus::feedbackLimit()
 {
-    QFETCH(QString, start);
-    QFETCH(int, cursor);
-    QFETCH(QString, typed);
-    FeedbackDialog dialog;
-    auto *edit = child<QPlainTextEdit>(dialog, "plainTextEdit");
-    edit->setPlainText(start);
-    QTextCursor place = edit->textCursor();
-    place.setPosition(cursor);
-    edit->setTextCursor(place);
-    edit->insertPlainText(typed);
-    QTEST(edit->toPlainText(), "result");
-    QTEST(edit->textCursor().position(), "cursorAfter");
-    QCOMPARE(child<QLabel>(dialog, "lblCharCount")->text(),
-             QStringLiteral("%1/200").arg(edit->toPlainText().size()));
+    const auto check = [&](const char *caseName, const QString &start, int cursor,
+                           const QString &typed, const QString &result, int cursorAfter) {
+        const CaseName inCase(caseName);
+        FeedbackDialog dialog;
+        auto *edit = child<QPlainTextEdit>(dialog, "plainTextEdit");
+        edit->setPlainText(start);
+        QTextCursor place = edit->textCursor();
+        place.setPosition(cursor);
+        edit->setTextCursor(place);
+        edit->insertPlainText(typed);
+        QCOMPARE(edit->toPlainText(), result);
+        QCOMPARE(edit->textCursor().position(), cursorAfter);
+        QCOMPARE(child<QLabel>(dialog, "lblCharCount")->text(),
+                 "%1/200"_s.arg(edit->toPlainText().size()));
+    };
+    const QString a200(200, u'a');
+    const QString a199(199, u'a');
+    const QString emoji = QString::fromUtf8("\xf0\x9f\x98\x80");
+    check("fits", a199, 0, "b"_s, u'b' + a199, 1);
+    check("in front", a200, 0, "bb"_s, a200, 0);
+    check("inside, partly", a199, 100, "bcd"_s, QString(100, u'a') + u'b' + QString(99, u'a'), 101);
+    check("half a character", a199, 199, emoji, a199, 199);
 }
 
 void TestMenus::feedbackSubmit()
@@ -191,19 +159,19 @@ void TestMenus::feedbackSubmit()
     auto *contact = child<QLineEdit>(dialog, "lineEdit");
 
     press(dialog, "btnSubmit");
-    QTRY_COMPARE(toastText(), QStringLiteral("请输入建议反馈"));
+    QTRY_COMPARE(toastText(), "请输入建议反馈"_s);
     QCOMPARE(dialog.focusWidget(), edit);
     QTRY_COMPARE(toastText(), QString());
-    edit->setPlainText(QStringLiteral("很好"));
+    edit->setPlainText("很好"_s);
     press(dialog, "btnSubmit");
-    QTRY_COMPARE(toastText(), QStringLiteral("请输入联系方式"));
+    QTRY_COMPARE(toastText(), "请输入联系方式"_s);
     QCOMPARE(dialog.focusWidget(), contact);
     QTRY_COMPARE(toastText(), QString());
-    contact->setText(QStringLiteral("1"));
+    contact->setText("1"_s);
     QVERIFY(dialog.isVisible());
     press(dialog, "btnSubmit");
     QCOMPARE(dialog.result(), int(QDialog::Accepted));
-    QTRY_COMPARE(toastText(), QStringLiteral("提交成功"));
+    QTRY_COMPARE(toastText(), "提交成功"_s);
 }
 
 // The chosen picture is seen on the button, whatever its name holds.
@@ -234,29 +202,29 @@ void TestMenus::feedbackOffersImages()
         chooser->reject();
     });
     press(dialog, "btnImage1");
-    QCOMPARE(patterns, QStringList({QStringLiteral("*png"), QStringLiteral("*jpg")}));
+    QCOMPARE(patterns, QStringList({"*png"_s, "*jpg"_s}));
 }
 
 void TestMenus::links()
 {
     ProductContact contact;
-    contact.serviceNumber = QStringLiteral("12345");
+    contact.serviceNumber = "12345"_s;
     QWidget window;
-    QDesktopServices::setUrlHandler(QStringLiteral("tencent"), this, "openUrl");
+    QDesktopServices::setUrlHandler("tencent"_s, this, "openUrl");
     CustomerService popup(&window, contact);
     popup.setAttribute(Qt::WA_DeleteOnClose, false);
     press(popup, "wbnQQ");
-    QCOMPARE(m_opened.toString(), QStringLiteral("tencent:message/?uin=12345&Menu=yes&Site="));
-    QDesktopServices::unsetUrlHandler(QStringLiteral("tencent"));
+    QCOMPARE(m_opened.toString(), "tencent:message/?uin=12345&Menu=yes&Site="_s);
+    QDesktopServices::unsetUrlHandler("tencent"_s);
 
-    QDesktopServices::setUrlHandler(QStringLiteral("https"), this, "openUrl");
-    contact.webSite = QUrl(QStringLiteral("https://example.org/"));
+    QDesktopServices::setUrlHandler("https"_s, this, "openUrl");
+    contact.webSite = QUrl("https://example.org/"_s);
     AboutMeDialog about(nullptr, contact);
-    QCOMPARE(child<QLabel>(about, "lblVersion")->text(), QStringLiteral("2.0.5"));
+    QCOMPARE(child<QLabel>(about, "lblVersion")->text(), "2.0.5"_s);
     press(about, "btnOfficalWeb");
     QCOMPARE(m_opened, contact.webSite);
     QVERIFY(child(AboutMeDialog(), "btnOfficalWeb")->isHidden());
-    QDesktopServices::unsetUrlHandler(QStringLiteral("https"));
+    QDesktopServices::unsetUrlHandler("https"_s);
 
     CustomerService unset(&window, ProductContact());
     unset.setAttribute(Qt::WA_DeleteOnClose, false);

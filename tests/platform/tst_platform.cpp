@@ -10,12 +10,7 @@
 #include "support/testfile.h"
 #include "support/toolrun.h"
 
-#include <QCoreApplication>
-#include <QDir>
-#include <QFile>
-#include <QProcess>
-#include <QTemporaryDir>
-#include <QTest>
+#include <QtTest>
 
 #include <algorithm>
 #include <cstdio>
@@ -27,10 +22,8 @@ namespace {
 // The arguments that a fake tool in `dir` was run with.
 QStringList toolLog(const QTemporaryDir &dir, const QString &name)
 {
-    QFile file(dir.filePath(name) + QStringLiteral(".log"));
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    return QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
+    const QByteArray log = contentOf(dir.filePath(name) + ".log"_s);
+    return log.isNull() ? QStringList() : QString::fromUtf8(log).split(u'\n');
 }
 } // namespace
 
@@ -39,152 +32,145 @@ class TstPlatform : public QObject
     Q_OBJECT
 
 private slots:
-    void deathOfAProcess();
-    void suspendsAndResumes();
-    void locksFolders();
-    void revealsOddNames();
-    void temporaryRootAvoidsForeignFolders();
-    void findsFontFiles();
-};
+    void deathOfAProcess()
+    {
+        const QTemporaryDir dir;
+        QProcess helper;
+        helper.setProcessEnvironment(environmentWith({"LC_ALL=C"_s}));
+        helper.start(executablePath(), {"helper"_s, dir.path()});
+        const QList<QByteArray> facts = nextLine(&helper).split(' ');
+        QCOMPARE(facts.mid(1), (QList<QByteArray>{"e5a2a8", "C.UTF-8"}));
+        const qint64 child = facts[0].toLongLong();
+        const auto isGone = [child] {
+            return processState(child) == 0 || processState(child) == 'Z';
+        };
+        QVERIFY(!isGone());
+        QVERIFY(!DirectoryLock::tryShared(dir.path()).isHeld());
+        helper.kill();
+        QVERIFY(helper.waitForFinished());
+        QTRY_VERIFY(isGone());
+        QVERIFY(DirectoryLock::tryExclusive(dir.path()).isHeld());
+    }
 
-void TstPlatform::deathOfAProcess()
-{
-    const QTemporaryDir dir;
-    QProcess helper;
-    helper.setProcessEnvironment(environmentWith({QStringLiteral("LC_ALL=C")}));
-    helper.start(executablePath(), {QStringLiteral("helper"), dir.path()});
-    const QList<QByteArray> facts = nextLine(&helper).split(' ');
-    QCOMPARE(facts.mid(1), (QList<QByteArray>{"e5a2a8", "C.UTF-8"}));
-    const qint64 child = facts[0].toLongLong();
-    const auto isGone = [child] { return processState(child) == 0 || processState(child) == 'Z'; };
-    QVERIFY(!isGone());
-    QVERIFY(!DirectoryLock::tryShared(dir.path()).isHeld());
-    helper.kill();
-    QVERIFY(helper.waitForFinished());
-    QTRY_VERIFY(isGone());
-    QVERIFY(DirectoryLock::tryExclusive(dir.path()).isHeld());
-}
+    void suspendsAndResumes()
+    {
+        ChildProcess child;
+        const int own = ::getpriority(PRIO_PROCESS, 0);
+        const int niceness = std::min(own + 3, 19);
+        child.setNiceness(niceness);
+        child.start("sleep"_s, {"1000"_s});
+        QVERIFY(child.waitForStarted());
+        const qint64 pid = child.processId();
+        QCOMPARE(::getpriority(PRIO_PROCESS, id_t(pid)), niceness);
+        QCOMPARE(::getpriority(PRIO_PROCESS, 0), own);
+        QVERIFY(suspendProcess(pid));
+        QTRY_COMPARE(processState(pid), 'T');
+        QVERIFY(resumeProcess(pid));
+        QTRY_COMPARE(processState(pid), 'S');
+        child.kill();
+        QVERIFY(child.waitForFinished());
+        QVERIFY(!suspendProcess(pid));
+        // The last one would be 0, this process's own group, if it were cut to 32 bits.
+        for (const qint64 group : {qint64(0), qint64(-::getpgrp()), qint64(1) << 32})
+            QVERIFY(!resumeProcess(group));
+    }
 
-void TstPlatform::suspendsAndResumes()
-{
-    ChildProcess child;
-    const int own = ::getpriority(PRIO_PROCESS, 0);
-    const int niceness = std::min(own + 3, 19);
-    child.setNiceness(niceness);
-    child.start(QStringLiteral("sleep"), {QStringLiteral("1000")});
-    QVERIFY(child.waitForStarted());
-    const qint64 pid = child.processId();
-    QCOMPARE(::getpriority(PRIO_PROCESS, id_t(pid)), niceness);
-    QCOMPARE(::getpriority(PRIO_PROCESS, 0), own);
-    QVERIFY(suspendProcess(pid));
-    QTRY_COMPARE(processState(pid), 'T');
-    QVERIFY(resumeProcess(pid));
-    QTRY_COMPARE(processState(pid), 'S');
-    child.kill();
-    QVERIFY(child.waitForFinished());
-    QVERIFY(!suspendProcess(pid));
-    // The last one would be 0, this process's own group, if it were cut to 32 bits.
-    for (const qint64 group : {qint64(0), qint64(-::getpgrp()), qint64(1) << 32})
-        QVERIFY(!resumeProcess(group));
-}
+    void locksFolders()
+    {
+        const QTemporaryDir dir;
+        DirectoryLock first = DirectoryLock::tryExclusive(dir.path());
+        QVERIFY(first.isHeld());
+        DirectoryLock moved = std::move(first);
+        QVERIFY(!DirectoryLock::tryShared(dir.path()).isHeld());
+        ChildProcess child;
+        child.start("sleep"_s, {"1000"_s});
+        QVERIFY(child.waitForStarted());
+        moved = DirectoryLock();
+        // The child, started under the lock, must not have it.
+        QVERIFY(DirectoryLock::tryExclusive(dir.path()).isHeld());
+        const DirectoryLock shared = DirectoryLock::tryShared(dir.path());
+        QVERIFY(DirectoryLock::tryShared(dir.path()).isHeld());
+        QVERIFY(!DirectoryLock::tryExclusive(dir.path()).isHeld());
+        const QString link = dir.filePath("link"_s);
+        QVERIFY(QFile::link(QDir::tempPath(), link));
+        QVERIFY(!DirectoryLock::tryExclusive(link).isHeld());
+    }
 
-void TstPlatform::locksFolders()
-{
-    const QTemporaryDir dir;
-    DirectoryLock first = DirectoryLock::tryExclusive(dir.path());
-    QVERIFY(first.isHeld());
-    DirectoryLock moved = std::move(first);
-    QVERIFY(!DirectoryLock::tryShared(dir.path()).isHeld());
-    ChildProcess child;
-    child.start(QStringLiteral("sleep"), {QStringLiteral("1000")});
-    QVERIFY(child.waitForStarted());
-    moved = DirectoryLock();
-    // The child, started under the lock, must not have it.
-    QVERIFY(DirectoryLock::tryExclusive(dir.path()).isHeld());
-    const DirectoryLock shared = DirectoryLock::tryShared(dir.path());
-    QVERIFY(DirectoryLock::tryShared(dir.path()).isHeld());
-    QVERIFY(!DirectoryLock::tryExclusive(dir.path()).isHeld());
-    const QString link = dir.filePath(QStringLiteral("link"));
-    QVERIFY(QFile::link(QDir::tempPath(), link));
-    QVERIFY(!DirectoryLock::tryExclusive(link).isHeld());
-}
+    void revealsOddNames()
+    {
+        const QTemporaryDir media;
+        const QTemporaryDir tools;
+        const auto reveal = [&](const QString &path) {
+            // Unlike QProcess, env looks for a program in the new PATH.
+            revealInDesktop(path, [&](const QString &program, const QStringList &arguments) {
+                const QString toolPath = "PATH=%1:/usr/bin:/bin"_s.arg(tools.path());
+                const QStringList command = QStringList{toolPath, program} + arguments;
+                return runTool("env"_s, command).exitCode == 0;
+            });
+        };
+        const QString bus = "dbus-send"_s;
+        const QString opener = "xdg-open"_s;
+        const QByteArray noteArguments = "printf '%s\\n' \"$@\" > \"$0.log\"";
+        writeTestProgram(tools.filePath(bus), noteArguments);
+        writeTestProgram(tools.filePath(opener), noteArguments);
+        const QString folder = media.filePath("a,'b\"$(d)`e`5%20 #1?墨"_s);
+        const QString file = folder + "/f.mp4"_s;
+        writeTestFile(file);
+        reveal(file);
+        const QString url = "/a%2C%27b%22%24%28d%29%60e%605%2520%20%231%3F%E5%A2%A8/f.mp4"_s;
+        const QString uris = "array:string:file://"_s + media.path() + url;
+        QVERIFY2(toolLog(tools, bus).contains(uris), qPrintable(toolLog(tools, bus).join(u' ')));
+        QVERIFY(toolLog(tools, opener).isEmpty());
 
-void TstPlatform::revealsOddNames()
-{
-    const QTemporaryDir media;
-    const QTemporaryDir tools;
-    const auto reveal = [&](const QString &path) {
-        // Unlike QProcess, env looks for a program in the new PATH.
-        revealInDesktop(path, [&](const QString &program, const QStringList &arguments) {
-            const QString toolPath = QStringLiteral("PATH=%1:/usr/bin:/bin").arg(tools.path());
-            const QStringList command = QStringList{toolPath, program} + arguments;
-            return runTool(QStringLiteral("env"), command).exitCode == 0;
-        });
-    };
-    const QString bus = QStringLiteral("dbus-send");
-    const QString opener = QStringLiteral("xdg-open");
-    const QByteArray noteArguments = "printf '%s\\n' \"$@\" > \"$0.log\"";
-    writeTestProgram(tools.filePath(bus), noteArguments);
-    writeTestProgram(tools.filePath(opener), noteArguments);
-    const QString folder = media.filePath(QStringLiteral("a,'b\"$(d)`e`5%20 #1?墨"));
-    const QString file = folder + QStringLiteral("/f.mp4");
-    writeTestFile(file);
-    reveal(file);
-    const QString url =
-        QStringLiteral("/a%2C%27b%22%24%28d%29%60e%605%2520%20%231%3F%E5%A2%A8/f.mp4");
-    const QString uris = QStringLiteral("array:string:file://") + media.path() + url;
-    QVERIFY2(toolLog(tools, bus).contains(uris), qPrintable(toolLog(tools, bus).join(u' ')));
-    QVERIFY(toolLog(tools, opener).isEmpty());
+        writeTestProgram(tools.filePath(bus), "exit 1");
+        reveal(file);
+        QCOMPARE(toolLog(tools, opener).value(0), folder);
+        reveal(media.filePath("gone.mp4"_s));
+        QCOMPARE(toolLog(tools, opener).value(0), media.path());
+    }
 
-    writeTestProgram(tools.filePath(bus), "exit 1");
-    reveal(file);
-    QCOMPARE(toolLog(tools, opener).value(0), folder);
-    reveal(media.filePath(QStringLiteral("gone.mp4")));
-    QCOMPARE(toolLog(tools, opener).value(0), media.path());
-}
-
-void TstPlatform::temporaryRootAvoidsForeignFolders()
-{
-    const QTemporaryDir cache;
-    const QString plain = cache.filePath(QStringLiteral("MorvaneLocal"));
-    const QString own = plain + QLatin1Char('-') + QString::number(::getuid());
-    qputenv("XDG_CACHE_HOME", QFile::encodeName(cache.path()));
-    QVERIFY(QDir().mkpath(plain));
-    QCOMPARE(temporaryRoot(), plain);
-    const uid_t nobody = 65534;
-    if (::chown(QFile::encodeName(plain).constData(), nobody, nobody) == 0)
+    void temporaryRootAvoidsForeignFolders()
+    {
+        const QTemporaryDir cache;
+        const QString plain = cache.filePath("MorvaneLocal"_s);
+        const QString own = plain + u'-' + QString::number(::getuid());
+        qputenv("XDG_CACHE_HOME", QFile::encodeName(cache.path()));
+        QVERIFY(QDir().mkpath(plain));
+        QCOMPARE(temporaryRoot(), plain);
+        const uid_t nobody = 65534;
+        if (::chown(QFile::encodeName(plain).constData(), nobody, nobody) == 0)
+            QCOMPARE(temporaryRoot(), own);
+        QVERIFY(QDir().rmdir(plain));
+        QVERIFY(QFile::link(cache.filePath("nowhere"_s), plain));
         QCOMPARE(temporaryRoot(), own);
-    QVERIFY(QDir().rmdir(plain));
-    QVERIFY(QFile::link(cache.filePath(QStringLiteral("nowhere")), plain));
-    QCOMPARE(temporaryRoot(), own);
 
-    qputenv("XDG_CACHE_HOME", "relative");
-    QVERIFY(temporaryRoot().startsWith(QDir::tempPath() + QStringLiteral("/MorvaneLocal")));
-    qunsetenv("XDG_CACHE_HOME");
-}
+        qputenv("XDG_CACHE_HOME", "relative");
+        QVERIFY(temporaryRoot().startsWith(QDir::tempPath() + "/MorvaneLocal"_s));
+        qunsetenv("XDG_CACHE_HOME");
+    }
 
-void TstPlatform::findsFontFiles()
-{
-    QVERIFY(fontFileOfFamily(QStringLiteral("No Such Family 墨")).isEmpty());
+    void findsFontFiles()
+    {
+        QVERIFY(fontFileOfFamily("No Such Family 墨"_s).isEmpty());
 
-    const ToolRun list =
-        runTool(QStringLiteral("fc-list"), {QStringLiteral(":"), QStringLiteral("family")});
-    const QString family = list.outLines().value(0).section(QLatin1Char(','), 0, 0);
-    if (family.isEmpty())
-        QSKIP("fontconfig's tools or fonts aren't installed");
-    const QString file = fontFileOfFamily(family);
-    QVERIFY2(QFile::exists(file), qPrintable(family));
-    QCOMPARE(fontFileOfFamily(family.toUpper()), file);
-}
+        const ToolRun list = runTool("fc-list"_s, {":"_s, "family"_s});
+        const QString family = list.outLines().value(0).section(u',', 0, 0);
+        if (family.isEmpty())
+            QSKIP("fontconfig's tools or fonts aren't installed");
+        const QString file = fontFileOfFamily(family);
+        QVERIFY2(QFile::exists(file), qPrintable(family));
+        QCOMPARE(fontFileOfFamily(family.toUpper()), file);
+    }
+};
 
 // The other process of the tests above, with a folder to lock.
 static int runHelper(const QString &dir)
 {
     const DirectoryLock lock = DirectoryLock::tryExclusive(dir);
     ChildProcess child;
-    child.start(QStringLiteral("sleep"), {QStringLiteral("1000")});
+    child.start("sleep"_s, {"1000"_s});
     const qint64 pid = lock.isHeld() && child.waitForStarted() ? child.processId() : 0;
-    std::printf("%lld %s %s\n", pid, QFile::encodeName(QStringLiteral("墨")).toHex().constData(),
+    std::printf("%lld %s %s\n", pid, QFile::encodeName("墨"_s).toHex().constData(),
                 qgetenv("LC_ALL").constData());
     std::fflush(stdout);
     return QCoreApplication::exec();

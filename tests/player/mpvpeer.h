@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "support/utf8.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -24,17 +26,15 @@ public:
     QJsonValue property(const char *name)
     {
         const int id = ++m_lastId;
-        const QJsonObject question{
-            {QStringLiteral("command"),
-             QJsonArray{QStringLiteral("get_property"), QLatin1String(name)}},
-            {QStringLiteral("request_id"), id}};
+        const QJsonObject question{{"command"_s, QJsonArray{"get_property"_s, QLatin1String(name)}},
+                                   {"request_id"_s, id}};
         m_socket.write(QJsonDocument(question).toJson(QJsonDocument::Compact) + '\n');
         QJsonValue answer(QJsonValue::Undefined);
         const bool answered = QTest::qWaitFor([&] {
             while (m_socket.canReadLine()) {
                 const QJsonObject line = QJsonDocument::fromJson(m_socket.readLine()).object();
-                if (line.value(QLatin1String("request_id")).toInt() == id) {
-                    answer = line.value(QLatin1String("data"));
+                if (line.value("request_id"_s).toInt() == id) {
+                    answer = line.value("data"_s);
                     return true;
                 }
             }

@@ -3,15 +3,13 @@
 #include "MediaKits/Player/MPlayer/mplayer.h"
 #include "MediaKits/Player/MPVPlayer/mpvplayer.h"
 #include "player/mpvpeer.h"
+#include "support/casename.h"
 #include "support/testmedia.h"
 #include "support/toolrun.h"
 #include "support/utf8.h"
 
-#include <QFile>
 #include <QLabel>
 #include <QScreen>
-#include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <csignal>
@@ -31,9 +29,7 @@ QImage screenPart(const QWidget &widget)
 // Windows that the window manager shows.
 QByteArray managedWindows()
 {
-    return runTool(QStringLiteral("xprop"),
-                   {QStringLiteral("-root"), QStringLiteral("_NET_CLIENT_LIST")})
-        .out;
+    return runTool("xprop"_s, {"-root"_s, "_NET_CLIENT_LIST"_s}).out;
 }
 
 } // namespace
@@ -44,234 +40,217 @@ class TestMpvPlayer : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void drawsIntoTheLabel();
-    void commandsReachThePlayer();
-    void earlyCommandsKeepTheirOrder();
-    void reportsPositions();
-    void restartsAndEnds();
-    void survivesTheLoss_data();
-    void survivesTheLoss();
-    void surfaceKeepsTheShape();
-    void slaveModePlayer();
+    void initTestCase()
+    {
+        ClipPlan plan;
+        plan.seconds = 20;
+        makeClip(m_clip, plan);
+    }
+
+    void drawsIntoTheLabel()
+    {
+        CSVideoPlayer player;
+        player.resize(640, 480);
+        player.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&player));
+        const QByteArray windows = managedWindows();
+        const QImage before = screenPart(*player.videoLabel());
+        QVERIFY(!start(player).isEmpty());
+        QTRY_VERIFY(screenPart(*player.videoLabel()) != before);
+        const QImage first = screenPart(*player.videoLabel());
+        QTRY_VERIFY(screenPart(*player.videoLabel()) != first);
+        QCOMPARE(managedWindows(), windows);
+    }
+
+    void commandsReachThePlayer()
+    {
+        CSVideoPlayer player;
+        const QString server = start(player);
+        QVERIFY(!server.isEmpty());
+        MpvPeer peer(server);
+        const auto number = [&peer](const char *name) { return peer.property(name).toDouble(); };
+
+        player.play(false);
+        QTRY_COMPARE(peer.property("pause"), QJsonValue(true));
+        player.seek(12500);
+        QTRY_COMPARE(number("time-pos"), 12.5);
+        player.setVolume(150);
+        QTRY_COMPARE(number("volume"), 150.0);
+        QCOMPARE(player.volume(), 150);
+        player.setSpeed(1.25);
+        QTRY_COMPARE(number("speed"), 1.25);
+        player.setContrast(11);
+        player.setBrightness(-12);
+        player.setHue(13);
+        player.setSaturation(14);
+        player.setGamma(-15);
+        QTRY_COMPARE(number("gamma"), -15.0);
+        QCOMPARE(number("contrast"), 11.0);
+        QCOMPARE(number("brightness"), -12.0);
+        QCOMPARE(number("hue"), 13.0);
+        QCOMPARE(number("saturation"), 14.0);
+
+        player.videoFilter(FilterOperation::Add, "mirror"_s, {});
+        player.videoFilter(FilterOperation::Add, "eq"_s, "contrast=1.2"_s);
+        QTRY_COMPARE(peer.property("vf").toArray().size(), 2);
+        player.videoFilter(FilterOperation::Delete, QString(), 0);
+        QTRY_COMPARE(peer.property("vf").toArray().size(), 1);
+        // What ends brackets and quotes; the player takes a graph only when it understands it.
+        player.videoFilter(FilterOperation::Add, QString(),
+                           "split[a\"墨][b];[a\"墨]hflip[c];[b][c]vstack"_s);
+        QTRY_COMPARE(peer.property("vf").toArray().size(), 2);
+        player.clearVideoFilters();
+        QTRY_COMPARE(peer.property("vf").toArray().size(), 0);
+        player.audioFilter(FilterOperation::Set, "volnorm"_s, QString());
+        QTRY_COMPARE(peer.property("af").toArray().size(), 1);
+        player.clearAudioFilters();
+        QTRY_COMPARE(peer.property("af").toArray().size(), 0);
+        player.play(true);
+        QTRY_COMPARE(peer.property("pause"), QJsonValue(false));
+    }
+
+    void earlyCommandsKeepTheirOrder()
+    {
+        CSVideoPlayer player;
+        player.setVolume(30);
+        connect(&player, &CSVideoPlayer::started, &player, [&player] {
+            // The process runs, its socket isn't there yet.
+            QElapsedTimer clock;
+            clock.start();
+            player.play(false);
+            player.seek(15000);
+            player.seek(12500);
+            for (int i = 1; i <= 50; ++i)
+                player.setSpeed(i / 10.0);
+            QVERIFY(clock.elapsed() < 200);
+        });
+        QSignalSpy progress(&player, &CSVideoPlayer::progressChanged);
+        const QString server = start(player);
+        QVERIFY(!server.isEmpty());
+        MpvPeer peer(server);
+        QTRY_COMPARE(peer.property("time-pos").toDouble(), 12.5);
+        QTRY_VERIFY(!progress.isEmpty());
+        QCOMPARE(progress.first().at(0).value<long>(), 12000L);
+        QTRY_COMPARE(peer.property("speed").toDouble(), 5.0);
+        QCOMPARE(peer.property("pause"), QJsonValue(true));
+        QCOMPARE(peer.property("volume").toDouble(), 30.0);
+    }
+
+    void reportsPositions()
+    {
+        CSVideoPlayer player;
+        QVERIFY(!start(player).isEmpty());
+        QSignalSpy progress(&player, &CSVideoPlayer::progressChanged);
+        player.play(false);
+        player.seek(10000);
+        QTRY_VERIFY(!progress.isEmpty() && progress.last().at(0).value<long>() == 10000);
+        QCOMPARE(progress.last().at(1).value<long>(), 20000L);
+        QCOMPARE(qRound(progress.last().at(2).toFloat()), 50);
+    }
+
+    void restartsAndEnds()
+    {
+        auto player = std::make_unique<CSVideoPlayer>();
+        player->stop(); // nothing runs: nothing happens
+        const QString server = start(*player);
+        QVERIFY(!server.isEmpty());
+        QVERIFY(player->isRunning());
+        auto *back = player->findChild<MPVPlayer *>();
+        const qint64 firstProcess = back->processId();
+        QCOMPARE(start(*player), server);
+        QVERIFY(back->processId() != firstProcess);
+        QCOMPARE(processState(firstProcess), char(0));
+
+        QSignalSpy finished(player.get(), &CSVideoPlayer::finished);
+        player->stop();
+        QVERIFY(finished.wait(startLimitMs));
+        QCOMPARE(finished.at(0).at(0).toInt(), 0);
+        QVERIFY(!player->isRunning());
+        player->seek(1000); // dropped
+
+        QVERIFY(!start(*player).isEmpty());
+        const qint64 lastProcess = back->processId();
+        player.reset();
+        QCOMPARE(processState(lastProcess), char(0));
+        QVERIFY(!QFile::exists(server));
+    }
+
+    void survivesTheLoss()
+    {
+        const auto check = [&](const char *caseName, bool kill) {
+            const CaseName inCase(caseName);
+            CSVideoPlayer player;
+            const QString server = start(player);
+            QVERIFY(!server.isEmpty());
+            QSignalSpy finished(&player, &CSVideoPlayer::finished);
+            if (kill) {
+                ::kill(pid_t(player.findChild<MPVPlayer *>()->processId()), SIGKILL);
+                QVERIFY(finished.wait(startLimitMs));
+            } else {
+                QFile::remove(server);
+            }
+            player.play(false);
+            player.seek(1000);
+            QVERIFY(!start(player).isEmpty());
+            QVERIFY(player.isRunning());
+        };
+        check("killed", true);
+        check("socket gone", false);
+    }
+
+    void surfaceKeepsTheShape()
+    {
+        CSVideoPlayer player;
+        player.resize(600, 300);
+        player.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&player));
+        QCOMPARE(player.videoLabel()->size(), QSize(600, 300));
+        player.setVideoSize(QSize(400, 300));
+        player.resize(800, 300);
+        QTRY_COMPARE(player.videoLabel()->size(), QSize(400, 300));
+        player.setScale(0.5);
+        QCOMPARE(player.videoLabel()->size(), QSize(400, 150));
+    }
+
+    void slaveModePlayer()
+    {
+        QWidget window;
+        window.resize(320, 240);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        MPlayer player;
+        QSignalSpy progress(&player, &MPlayer::progressChanged);
+        player.start(uint(window.winId()), m_clip);
+        QVERIFY(progress.wait(startLimitMs));
+        QCOMPARE(qRound(progress.last().at(1).toFloat()), 20);
+        player.seek(10);
+        QTRY_VERIFY(progress.last().at(0).toFloat() >= 9.0F);
+        player.setPause(true);
+        progress.clear();
+        QTest::qWait(1200); // it tells its place each second
+        QVERIFY(progress.size() <= 1);
+        player.setPause(false);
+        QVERIFY(progress.wait(startLimitMs));
+    }
 
 private:
-    QString start(CSVideoPlayer &player, const QStringList &extra = {});
+    // Starts in a shown window and waits for the first position; gives the socket's name.
+    QString start(CSVideoPlayer &player, const QStringList &extra = {})
+    {
+        player.resize(640, 480);
+        player.show();
+        if (!QTest::qWaitForWindowExposed(&player))
+            return {};
+        QSignalSpy progress(&player, &CSVideoPlayer::progressChanged);
+        player.start(m_clip, standardPlayerArguments() + QStringList{"--ao=null"_s} + extra);
+        if (!progress.wait(startLimitMs))
+            return {};
+        return player.findChild<MPVPlayer *>()->ipcServerName();
+    }
 
     QTemporaryDir m_media;
-    QString m_clip = m_media.filePath(utf8("片 -a%d \"b\".mp4"));
+    QString m_clip = m_media.filePath("片 -a%d \"b\".mp4"_s);
 };
-
-void TestMpvPlayer::initTestCase()
-{
-    ClipPlan plan;
-    plan.seconds = 20;
-    makeClip(m_clip, plan);
-}
-
-// Starts in a shown window and waits for the first position; gives the socket's name.
-QString TestMpvPlayer::start(CSVideoPlayer &player, const QStringList &extra)
-{
-    player.resize(640, 480);
-    player.show();
-    if (!QTest::qWaitForWindowExposed(&player))
-        return {};
-    QSignalSpy progress(&player, &CSVideoPlayer::progressChanged);
-    player.start(m_clip,
-                 standardPlayerArguments() + QStringList{QStringLiteral("--ao=null")} + extra);
-    if (!progress.wait(startLimitMs))
-        return {};
-    return player.findChild<MPVPlayer *>()->ipcServerName();
-}
-
-void TestMpvPlayer::drawsIntoTheLabel()
-{
-    CSVideoPlayer player;
-    player.resize(640, 480);
-    player.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&player));
-    const QByteArray windows = managedWindows();
-    const QImage before = screenPart(*player.videoLabel());
-    QVERIFY(!start(player).isEmpty());
-    QTRY_VERIFY(screenPart(*player.videoLabel()) != before);
-    const QImage first = screenPart(*player.videoLabel());
-    QTRY_VERIFY(screenPart(*player.videoLabel()) != first);
-    QCOMPARE(managedWindows(), windows);
-}
-
-void TestMpvPlayer::commandsReachThePlayer()
-{
-    CSVideoPlayer player;
-    const QString server = start(player);
-    QVERIFY(!server.isEmpty());
-    MpvPeer peer(server);
-    const auto number = [&peer](const char *name) { return peer.property(name).toDouble(); };
-
-    player.play(false);
-    QTRY_COMPARE(peer.property("pause"), QJsonValue(true));
-    player.seek(12500);
-    QTRY_COMPARE(number("time-pos"), 12.5);
-    player.setVolume(150);
-    QTRY_COMPARE(number("volume"), 150.0);
-    QCOMPARE(player.volume(), 150);
-    player.setSpeed(1.25);
-    QTRY_COMPARE(number("speed"), 1.25);
-    player.setContrast(11);
-    player.setBrightness(-12);
-    player.setHue(13);
-    player.setSaturation(14);
-    player.setGamma(-15);
-    QTRY_COMPARE(number("gamma"), -15.0);
-    QCOMPARE(number("contrast"), 11.0);
-    QCOMPARE(number("brightness"), -12.0);
-    QCOMPARE(number("hue"), 13.0);
-    QCOMPARE(number("saturation"), 14.0);
-
-    player.videoFilter(FilterOperation::Add, QStringLiteral("mirror"), {});
-    player.videoFilter(FilterOperation::Add, QStringLiteral("eq"), QStringLiteral("contrast=1.2"));
-    QTRY_COMPARE(peer.property("vf").toArray().size(), 2);
-    player.videoFilter(FilterOperation::Delete, QString(), 0);
-    QTRY_COMPARE(peer.property("vf").toArray().size(), 1);
-    // What ends brackets and quotes; the player takes a graph only when it understands it.
-    player.videoFilter(FilterOperation::Add, QString(),
-                       QStringLiteral("split[a\"墨][b];[a\"墨]hflip[c];[b][c]vstack"));
-    QTRY_COMPARE(peer.property("vf").toArray().size(), 2);
-    player.clearVideoFilters();
-    QTRY_COMPARE(peer.property("vf").toArray().size(), 0);
-    player.audioFilter(FilterOperation::Set, QStringLiteral("volnorm"), QString());
-    QTRY_COMPARE(peer.property("af").toArray().size(), 1);
-    player.clearAudioFilters();
-    QTRY_COMPARE(peer.property("af").toArray().size(), 0);
-    player.play(true);
-    QTRY_COMPARE(peer.property("pause"), QJsonValue(false));
-}
-
-void TestMpvPlayer::earlyCommandsKeepTheirOrder()
-{
-    CSVideoPlayer player;
-    player.setVolume(30);
-    connect(&player, &CSVideoPlayer::started, &player, [&player] {
-        // The process runs, its socket isn't there yet.
-        QElapsedTimer clock;
-        clock.start();
-        player.play(false);
-        player.seek(15000);
-        player.seek(12500);
-        for (int i = 1; i <= 50; ++i)
-            player.setSpeed(i / 10.0);
-        QVERIFY(clock.elapsed() < 200);
-    });
-    QSignalSpy progress(&player, &CSVideoPlayer::progressChanged);
-    const QString server = start(player);
-    QVERIFY(!server.isEmpty());
-    MpvPeer peer(server);
-    QTRY_COMPARE(peer.property("time-pos").toDouble(), 12.5);
-    QTRY_VERIFY(!progress.isEmpty());
-    QCOMPARE(progress.first().at(0).value<long>(), 12000L);
-    QTRY_COMPARE(peer.property("speed").toDouble(), 5.0);
-    QCOMPARE(peer.property("pause"), QJsonValue(true));
-    QCOMPARE(peer.property("volume").toDouble(), 30.0);
-}
-
-void TestMpvPlayer::reportsPositions()
-{
-    CSVideoPlayer player;
-    QVERIFY(!start(player).isEmpty());
-    QSignalSpy progress(&player, &CSVideoPlayer::progressChanged);
-    player.play(false);
-    player.seek(10000);
-    QTRY_VERIFY(!progress.isEmpty() && progress.last().at(0).value<long>() == 10000);
-    QCOMPARE(progress.last().at(1).value<long>(), 20000L);
-    QCOMPARE(qRound(progress.last().at(2).toFloat()), 50);
-}
-
-void TestMpvPlayer::restartsAndEnds()
-{
-    auto player = std::make_unique<CSVideoPlayer>();
-    player->stop(); // nothing runs: nothing happens
-    const QString server = start(*player);
-    QVERIFY(!server.isEmpty());
-    QVERIFY(player->isRunning());
-    auto *back = player->findChild<MPVPlayer *>();
-    const qint64 firstProcess = back->processId();
-    QCOMPARE(start(*player), server);
-    QVERIFY(back->processId() != firstProcess);
-    QCOMPARE(processState(firstProcess), char(0));
-
-    QSignalSpy finished(player.get(), &CSVideoPlayer::finished);
-    player->stop();
-    QVERIFY(finished.wait(startLimitMs));
-    QCOMPARE(finished.at(0).at(0).toInt(), 0);
-    QVERIFY(!player->isRunning());
-    player->seek(1000); // dropped
-
-    QVERIFY(!start(*player).isEmpty());
-    const qint64 lastProcess = back->processId();
-    player.reset();
-    QCOMPARE(processState(lastProcess), char(0));
-    QVERIFY(!QFile::exists(server));
-}
-
-void TestMpvPlayer::survivesTheLoss_data()
-{
-    QTest::addColumn<bool>("kill");
-    QTest::newRow("killed") << true;
-    QTest::newRow("socket gone") << false;
-}
-
-void TestMpvPlayer::survivesTheLoss()
-{
-    QFETCH(bool, kill);
-    CSVideoPlayer player;
-    const QString server = start(player);
-    QVERIFY(!server.isEmpty());
-    QSignalSpy finished(&player, &CSVideoPlayer::finished);
-    if (kill) {
-        ::kill(pid_t(player.findChild<MPVPlayer *>()->processId()), SIGKILL);
-        QVERIFY(finished.wait(startLimitMs));
-    } else {
-        QFile::remove(server);
-    }
-    player.play(false);
-    player.seek(1000);
-    QVERIFY(!start(player).isEmpty());
-    QVERIFY(player.isRunning());
-}
-
-void TestMpvPlayer::surfaceKeepsTheShape()
-{
-    CSVideoPlayer player;
-    player.resize(600, 300);
-    player.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&player));
-    QCOMPARE(player.videoLabel()->size(), QSize(600, 300));
-    player.setVideoSize(QSize(400, 300));
-    player.resize(800, 300);
-    QTRY_COMPARE(player.videoLabel()->size(), QSize(400, 300));
-    player.setScale(0.5);
-    QCOMPARE(player.videoLabel()->size(), QSize(400, 150));
-}
-
-void TestMpvPlayer::slaveModePlayer()
-{
-    QWidget window;
-    window.resize(320, 240);
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    MPlayer player;
-    QSignalSpy progress(&player, &MPlayer::progressChanged);
-    player.start(uint(window.winId()), m_clip);
-    QVERIFY(progress.wait(startLimitMs));
-    QCOMPARE(qRound(progress.last().at(1).toFloat()), 20);
-    player.seek(10);
-    QTRY_VERIFY(progress.last().at(0).toFloat() >= 9.0F);
-    player.setPause(true);
-    progress.clear();
-    QTest::qWait(1200);
-    QVERIFY(progress.size() <= 1);
-    player.setPause(false);
-    QVERIFY(progress.wait(startLimitMs));
-}
 
 QTEST_MAIN(TestMpvPlayer)
 #include "tst_mpvplayer.moc"

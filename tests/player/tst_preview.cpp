@@ -11,7 +11,6 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QSlider>
-#include <QTemporaryDir>
 #include <QtTest>
 
 namespace {
@@ -21,10 +20,8 @@ constexpr int startLimitMs = 15000;
 const QVariantMap &info()
 {
     static const QVariantMap map{
-        {QStringLiteral("event"), QStringLiteral("video_preview_view")},
-        {QStringLiteral("track"),
-         QVariantMap{{QStringLiteral("pageIndex"), 1},
-                     {QStringLiteral("video_preview_mode"), QStringLiteral("自动")}}}};
+        {"event"_s, "video_preview_view"_s},
+        {"track"_s, QVariantMap{{"pageIndex"_s, 1}, {"video_preview_mode"_s, "自动"_s}}}};
     return map;
 }
 
@@ -35,12 +32,6 @@ QWidget *previewWindow()
             return widget;
     }
     return nullptr;
-}
-
-QString toastText()
-{
-    const QWidget *toast = visibleWindow("Toast");
-    return toast ? toast->findChild<QLabel *>()->text() : QString();
 }
 
 void closeToasts()
@@ -56,15 +47,146 @@ class TestPreview : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-    void cleanup();
+    void initTestCase()
+    {
+        Look::apply();
+        ClipPlan plan;
+        plan.seconds = 10;
+        makeClip(m_clip, plan);
+        makeClip(m_other, plan);
+        plan.width = 0;
+        makeClip(m_sound, plan);
+    }
 
-    void collectsWhatIsFinished();
-    void seeksAndChangesTheVolume();
-    void missingFiles();
-    void choicesLast_data();
-    void choicesLast();
+    void init()
+    {
+        AppIni::instance().setValue(AppIni::Key::PreviewShowWhenAdded, true);
+        AppIni::instance().setValue(AppIni::Key::PreviewVolume, 10);
+    }
+
+    void cleanup()
+    {
+        closeToasts();
+        delete previewWindow();
+    }
+
+    void collectsWhatIsFinished()
+    {
+        MediaPreviewWnd::addFinished(m_clip, info());
+        QTRY_VERIFY(previewWindow()->isVisible());
+        QVERIFY(QTest::qWaitForWindowExposed(previewWindow()));
+        QTRY_COMPARE(toastText(), "当前音量:10"_s);
+        closeToasts();
+        QTRY_VERIFY_WITH_TIMEOUT(player()->isRunning(), startLimitMs);
+        QCOMPARE(player()->fileName(), m_clip);
+        QVERIFY(isMarked(0));
+        QTRY_COMPARE_WITH_TIMEOUT(child<QSlider>(*previewWindow(), "sliderProgress")->maximum(),
+                                  10000, startLimitMs);
+
+        // A second one waits in the list; finished again, it still has one entry.
+        MediaPreviewWnd::addFinished(m_sound, info());
+        MediaPreviewWnd::addFinished(m_other, info());
+        MediaPreviewWnd::addFinished(m_sound, info());
+        QCOMPARE(list()->count(), 3);
+        QCOMPARE(player()->fileName(), m_clip);
+        QVERIFY(!isMarked(1));
+        QTRY_VERIFY_WITH_TIMEOUT(child<QSlider>(*previewWindow(), "sliderProgress")->value() > 0,
+                                 startLimitMs);
+        shoot(*previewWindow(), "preview");
+
+        MediaPreviewWnd::showFile(m_sound, info());
+        QTRY_COMPARE(player()->fileName(), m_sound);
+        QVERIFY(isMarked(2) && !isMarked(0));
+        QTRY_VERIFY_WITH_TIMEOUT(player()->isRunning(), startLimitMs);
+
+        press(*previewWindow(), "btnClose");
+        QVERIFY(!previewWindow()->isVisible());
+        QTRY_VERIFY_WITH_TIMEOUT(!player()->isRunning(), startLimitMs);
+        QCOMPARE(list()->count(), 3);
+        QCOMPARE(list()->currentItem(), nullptr);
+        // Without an entry, the window opens and nothing plays.
+        MediaPreviewWnd::showFile(m_media.filePath("a.mp4"_s) + "/.."_s, info());
+        QVERIFY(previewWindow()->isVisible());
+        QVERIFY(!player()->isRunning());
+    }
+
+    void seeksAndChangesTheVolume()
+    {
+        MediaPreviewWnd::addFinished(m_clip, info());
+        QTRY_VERIFY(previewWindow()->isVisible());
+        QVERIFY(QTest::qWaitForWindowExposed(previewWindow()));
+        auto *slider = child<QSlider>(*previewWindow(), "sliderProgress");
+        QTRY_COMPARE_WITH_TIMEOUT(slider->maximum(), 10000, startLimitMs);
+        QTRY_VERIFY(!toastText().isEmpty());
+        closeToasts();
+        QTest::mouseClick(child(*previewWindow(), "btnPlay"), Qt::LeftButton); // pause
+        for (const int tenth : {1, 9, 5, 7}) {
+            const QPoint place(slider->width() * tenth / 10 + 3, slider->height() / 2);
+            QTest::mouseClick(slider, Qt::LeftButton, Qt::NoModifier, place);
+            QVERIFY(std::abs(slider->value() - tenth * 1000) < 500);
+            const QString wanted = "00:00:0%1"_s.arg(tenth);
+            QCOMPARE(child<QLabel>(*previewWindow(), "lblPos")->text(), wanted);
+            QTRY_COMPARE_WITH_TIMEOUT(slider->value(), tenth * 1000, startLimitMs);
+        }
+
+        press(*previewWindow(), "btnVolume");
+        QWidget *popup = nullptr;
+        QTRY_VERIFY((popup = visibleWindow("VolumeDialog")));
+        shoot(*popup, "volume");
+        auto *volume = child<QSlider>(*popup, "sliderVolume");
+        QCOMPARE(volume->maximum(), 200);
+        volume->setValue(140);
+        QCOMPARE(child<QLabel>(*popup, "lblVolume")->text(), "140%"_s);
+        QCOMPARE(player()->volume(), 140);
+        QCOMPARE(AppIni::instance().value(AppIni::Key::PreviewVolume).toInt(), 10);
+        delete previewWindow();
+        QCOMPARE(AppIni::instance().value(AppIni::Key::PreviewVolume).toInt(), 140);
+    }
+
+    void missingFiles()
+    {
+        const QString gone = m_media.filePath("gone.mp4"_s);
+        QFile::copy(m_clip, gone);
+        MediaPreviewWnd::addFinished(gone, info());
+        MediaPreviewWnd::addFinished(m_other, info());
+        QTRY_VERIFY(previewWindow()->isVisible());
+        QVERIFY(QTest::qWaitForWindowExposed(previewWindow()));
+        closeToasts();
+        list()->setCurrentItem(list()->item(1));
+        QFile::remove(gone);
+        list()->setCurrentItem(list()->item(0));
+        QTRY_COMPARE(toastText(), "当前播放文件不存在"_s);
+        closeToasts();
+        QTRY_COMPARE(list()->count(), 1);
+    }
+
+    void choicesLast_data()
+    {
+        QTest::addColumn<int>("choice");
+        QTest::addColumn<bool>("opensLater");
+        QTest::newRow("allow") << 0 << true;
+        QTest::newRow("not this time") << 1 << true;
+        QTest::newRow("off") << 2 << false;
+    }
+
+    void choicesLast()
+    {
+        QFETCH(int, choice);
+        QFETCH(bool, opensLater);
+        MediaPreviewWnd::showFile(m_clip, info());
+        child<QComboBox>(*previewWindow(), "comboBox")->setCurrentIndex(choice);
+        press(*previewWindow(), "btnClose");
+        MediaPreviewWnd::addFinished(m_clip, info());
+        QCoreApplication::processEvents();
+        QCOMPARE(previewWindow()->isVisible(), choice == 0);
+        QCOMPARE(list()->count(), 1);
+        delete previewWindow();
+        MediaPreviewWnd::addFinished(m_other, info());
+        QCoreApplication::processEvents();
+        QCOMPARE(previewWindow()->isVisible(), opensLater);
+        QCOMPARE(child<QComboBox>(*previewWindow(), "comboBox")->currentIndex(),
+                 opensLater ? 0 : 2);
+    }
 
 private:
     QListWidget *list() const { return child<QListWidget>(*previewWindow(), "lwIconPlaylist"); }
@@ -75,151 +197,10 @@ private:
     }
 
     QTemporaryDir m_media;
-    QString m_clip = m_media.filePath(QStringLiteral("a.mp4"));
-    QString m_other = m_media.filePath(QStringLiteral("b.mp4"));
-    QString m_sound = m_media.filePath(QStringLiteral("c.mp3"));
+    QString m_clip = m_media.filePath("a.mp4"_s);
+    QString m_other = m_media.filePath("b.mp4"_s);
+    QString m_sound = m_media.filePath("c.mp3"_s);
 };
-
-void TestPreview::initTestCase()
-{
-    Look::apply();
-    ClipPlan plan;
-    plan.seconds = 10;
-    makeClip(m_clip, plan);
-    makeClip(m_other, plan);
-    plan.width = 0;
-    makeClip(m_sound, plan);
-}
-
-void TestPreview::init()
-{
-    AppIni::instance().setValue(AppIni::Key::PreviewShowWhenAdded, true);
-    AppIni::instance().setValue(AppIni::Key::PreviewVolume, 10);
-}
-
-void TestPreview::cleanup()
-{
-    closeToasts();
-    delete previewWindow();
-}
-
-void TestPreview::collectsWhatIsFinished()
-{
-    MediaPreviewWnd::addFinished(m_clip, info());
-    QTRY_VERIFY(previewWindow()->isVisible());
-    QVERIFY(QTest::qWaitForWindowExposed(previewWindow()));
-    QTRY_COMPARE(toastText(), QStringLiteral("当前音量:10"));
-    closeToasts();
-    QTRY_VERIFY_WITH_TIMEOUT(player()->isRunning(), startLimitMs);
-    QCOMPARE(player()->fileName(), m_clip);
-    QVERIFY(isMarked(0));
-    QTRY_COMPARE_WITH_TIMEOUT(child<QSlider>(*previewWindow(), "sliderProgress")->maximum(), 10000,
-                              startLimitMs);
-
-    // A second one waits in the list; finished again, it still has one entry.
-    MediaPreviewWnd::addFinished(m_sound, info());
-    MediaPreviewWnd::addFinished(m_other, info());
-    MediaPreviewWnd::addFinished(m_sound, info());
-    QCOMPARE(list()->count(), 3);
-    QCOMPARE(player()->fileName(), m_clip);
-    QVERIFY(!isMarked(1));
-    QTRY_VERIFY_WITH_TIMEOUT(child<QSlider>(*previewWindow(), "sliderProgress")->value() > 0,
-                             startLimitMs);
-    shoot(*previewWindow(), "preview");
-
-    MediaPreviewWnd::showFile(m_sound, info());
-    QTRY_COMPARE(player()->fileName(), m_sound);
-    QVERIFY(isMarked(2) && !isMarked(0));
-    QTRY_VERIFY_WITH_TIMEOUT(player()->isRunning(), startLimitMs);
-
-    press(*previewWindow(), "btnClose");
-    QVERIFY(!previewWindow()->isVisible());
-    QTRY_VERIFY_WITH_TIMEOUT(!player()->isRunning(), startLimitMs);
-    QCOMPARE(list()->count(), 3);
-    QCOMPARE(list()->currentItem(), nullptr);
-    // Without an entry, the window opens and nothing plays.
-    MediaPreviewWnd::showFile(m_media.filePath(QStringLiteral("a.mp4")) + QLatin1String("/.."),
-                              info());
-    QVERIFY(previewWindow()->isVisible());
-    QVERIFY(!player()->isRunning());
-}
-
-void TestPreview::seeksAndChangesTheVolume()
-{
-    MediaPreviewWnd::addFinished(m_clip, info());
-    QTRY_VERIFY(previewWindow()->isVisible());
-    QVERIFY(QTest::qWaitForWindowExposed(previewWindow()));
-    auto *slider = child<QSlider>(*previewWindow(), "sliderProgress");
-    QTRY_COMPARE_WITH_TIMEOUT(slider->maximum(), 10000, startLimitMs);
-    QTRY_VERIFY(!toastText().isEmpty());
-    closeToasts();
-    QTest::mouseClick(child(*previewWindow(), "btnPlay"), Qt::LeftButton); // pause
-    for (const int tenth : {1, 9, 5, 7}) {
-        const QPoint place(slider->width() * tenth / 10 + 3, slider->height() / 2);
-        QTest::mouseClick(slider, Qt::LeftButton, Qt::NoModifier, place);
-        QVERIFY(std::abs(slider->value() - tenth * 1000) < 500);
-        const QString wanted = QStringLiteral("00:00:0%1").arg(tenth);
-        QCOMPARE(child<QLabel>(*previewWindow(), "lblPos")->text(), wanted);
-        QTRY_COMPARE_WITH_TIMEOUT(slider->value(), tenth * 1000, startLimitMs);
-    }
-
-    press(*previewWindow(), "btnVolume");
-    QWidget *popup = nullptr;
-    QTRY_VERIFY((popup = visibleWindow("VolumeDialog")));
-    shoot(*popup, "volume");
-    auto *volume = child<QSlider>(*popup, "sliderVolume");
-    QCOMPARE(volume->maximum(), 200);
-    volume->setValue(140);
-    QCOMPARE(child<QLabel>(*popup, "lblVolume")->text(), QStringLiteral("140%"));
-    QCOMPARE(player()->volume(), 140);
-    QCOMPARE(AppIni::instance().value(AppIni::Key::PreviewVolume).toInt(), 10);
-    delete previewWindow();
-    QCOMPARE(AppIni::instance().value(AppIni::Key::PreviewVolume).toInt(), 140);
-}
-
-void TestPreview::missingFiles()
-{
-    const QString gone = m_media.filePath(QStringLiteral("gone.mp4"));
-    QFile::copy(m_clip, gone);
-    MediaPreviewWnd::addFinished(gone, info());
-    MediaPreviewWnd::addFinished(m_other, info());
-    QTRY_VERIFY(previewWindow()->isVisible());
-    QVERIFY(QTest::qWaitForWindowExposed(previewWindow()));
-    closeToasts();
-    list()->setCurrentItem(list()->item(1));
-    QFile::remove(gone);
-    list()->setCurrentItem(list()->item(0));
-    QTRY_COMPARE(toastText(), QStringLiteral("当前播放文件不存在"));
-    closeToasts();
-    QTRY_COMPARE(list()->count(), 1);
-}
-
-void TestPreview::choicesLast_data()
-{
-    QTest::addColumn<int>("choice");
-    QTest::addColumn<bool>("opensLater");
-    QTest::newRow("allow") << 0 << true;
-    QTest::newRow("not this time") << 1 << true;
-    QTest::newRow("off") << 2 << false;
-}
-
-void TestPreview::choicesLast()
-{
-    QFETCH(int, choice);
-    QFETCH(bool, opensLater);
-    MediaPreviewWnd::showFile(m_clip, info());
-    child<QComboBox>(*previewWindow(), "comboBox")->setCurrentIndex(choice);
-    press(*previewWindow(), "btnClose");
-    MediaPreviewWnd::addFinished(m_clip, info());
-    QCoreApplication::processEvents();
-    QCOMPARE(previewWindow()->isVisible(), choice == 0);
-    QCOMPARE(list()->count(), 1);
-    delete previewWindow();
-    MediaPreviewWnd::addFinished(m_other, info());
-    QCoreApplication::processEvents();
-    QCOMPARE(previewWindow()->isVisible(), opensLater);
-    QCOMPARE(child<QComboBox>(*previewWindow(), "comboBox")->currentIndex(), opensLater ? 0 : 2);
-}
 
 QTEST_MAIN(TestPreview)
 #include "tst_preview.moc"

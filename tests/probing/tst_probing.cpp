@@ -4,18 +4,11 @@
 #include "MediaKits/MediaInfo/shownpicture.h"
 
 #include "platform/utf8locale.h"
+#include "support/casename.h"
 #include "support/testmedia.h"
 #include "support/toolrun.h"
 
-#include <QCoreApplication>
-#include <QDir>
-#include <QFile>
-#include <QJsonDocument>
-#include <QPointer>
-#include <QRegularExpression>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QTextStream>
+#include <QtTest>
 
 #include <memory>
 
@@ -42,8 +35,8 @@ QString described(const MediaInfoData &data)
 }
 
 // Formats that make the program choose ffprobe and the library.
-const QString byFfprobe = QStringLiteral("QSV");
-const QString byLibrary = QStringLiteral("AVI");
+const QString byFfprobe = "QSV"_s;
+const QString byLibrary = "AVI"_s;
 
 // One probe with the names of its signals in the order they came.
 struct Probe
@@ -65,7 +58,7 @@ struct Probe
     QStringList signalled;
 };
 
-const QStringList success = {QStringLiteral("got"), QStringLiteral("finish")};
+const QStringList success = {"got"_s, "finish"_s};
 
 } // namespace
 
@@ -74,205 +67,186 @@ class TstProbing : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void readsJson_data();
-    void readsJson();
-    void readsClips_data();
-    void readsClips();
-    void tellsHowPicturesAreShown();
-    void meetsUnusableFiles();
-    void choosesReader();
-    void readsOddNameAndMayBeDeleted();
+    void initTestCase()
+    {
+        QVERIFY(QDir::setCurrent(m_dir.path()));
+        makeClip("both.avi"_s);
+        ClipPlan soundOnly;
+        soundOnly.width = 0;
+        soundOnly.channels = 1;
+        makeClip("sound.MP3"_s, soundOnly);
+        ClipPlan silent;
+        silent.channels = 0;
+        makeClip("silent.mp4"_s, silent);
+        const QString turned = "-i silent.mp4 -c copy -metadata:s:v rotate=90 turned.mp4"_s;
+        const QString soundFirst = "-i both.avi -map 0:a -map 0:v -map 0:a -c copy "
+                                   "-c:a:0 aac -ac:a:0 1 soundfirst.mkv"_s;
+        const QString wide = "-i turned.mp4 -c copy -aspect 16:9 wide.mp4"_s;
+        for (const QString &arguments : {turned, soundFirst, wide})
+            QCOMPARE(runTool("ffmpeg"_s, arguments.split(u' ')).exitCode, 0);
+        QVERIFY(QDir::current().mkdir("folder.mp4"_s));
+        QFile text("text.mp4"_s);
+        QVERIFY(text.open(QIODevice::WriteOnly));
+        text.write("no media\n");
+    }
+
+    void readsJson()
+    {
+        const auto check = [&](const char *caseName, const QByteArray &json,
+                               const QString &expected) {
+            const CaseName inCase(caseName);
+            const QJsonDocument document = QJsonDocument::fromJson(json);
+            QVERIFY(document.isObject());
+            MediaInfoData data;
+            data.format = QSharedPointer<MediaFormatInfo>::create();
+            data.format->formatName = "X"_s;
+            readProbeJson(document.object(), data);
+            QCOMPARE(described(data), expected);
+        };
+
+        const auto row = [&](const char *name, const QByteArray &json, const char *expected) {
+            check(name, QByteArray(json).replace('\'', '"'), QString::fromUtf8(expected));
+        };
+        row("all fields",
+            "{'format':{'format_name':'mov,mp4','duration':'12.3459','size':'5000000000',"
+            "'bit_rate':'1999999','nb_streams':2},'streams':["
+            "{'index':0,'codec_type':'video','codec_name':'h264','width':1920,'height':1080,"
+            "'bit_rate':'1500999','r_frame_rate':'30000/1001','tags':{'rotate':'270'}},"
+            "{'index':1,'codec_type':'audio','codec_name':'aac','sample_rate':'48000','channels':6,"
+            "'bit_rate':'1999'}]}",
+            "X 12345 5000000000 1999 2 | H264 1920x1080 1500 29.97002997 270 | AAC 6 48000 1");
+        row("no format and no list", "{'streams':{'codec_type':'audio'}}", "");
+        row("unreadable numbers",
+            "{'format':{'duration':'N/"
+            "A','size':'x','bit_rate':'','nb_streams':'3'},'streams':[{'codec_type':'video','r_"
+            "frame_"
+            "rate':'25'}]}",
+            "X 0 0 0 0 |  0x0 0 0 0");
+        row("bitrate of the container",
+            "{'format':{'bit_rate':'900999'},'streams':[{'codec_type':'audio','index':1},"
+            "{'codec_type':'video','index':0,'tags':{},'r_frame_rate':'25/0'}]}",
+            "X 0 0 900 0 |  0x0 900 0 0 |  0 0 0");
+        row("picture further back and other kinds",
+            "{'streams':[{'codec_type':'subtitle','index':0},7,{'codec_type':'audio','index':1},"
+            "{'codec_type':'video','index':2,'codec_name':'mjpeg'}]}",
+            " |  0 0 0");
+    }
+
+    void readsClips()
+    {
+        const auto check = [&](const char *caseName, const QStringList &facts) {
+            const CaseName inCase(caseName);
+            const QString path = QString::fromUtf8(caseName);
+            for (const QString &format : {byFfprobe, byLibrary}) {
+                const Probe probe(format, path);
+                QCOMPARE(probe.signalled, success);
+                const auto data = probe.reader->mediaInfo();
+                QVERIFY(data && data->format);
+                QCOMPARE(data->format->fileSize, QFileInfo(path).size());
+                QVERIFY2(qAbs(data->format->duration - 500) <= 100, qPrintable(described(*data)));
+                // The encoder's version decides the length and the bitrate of the picture.
+                const QString steady =
+                    described(*data)
+                        .replace(QRegularExpression("^(\\w+) \\d+ \\d+ \\d+"_s), "\\1"_s)
+                        .replace(QRegularExpression("(\\d+x\\d+) \\d+"_s), "\\1"_s);
+                QCOMPARE("%1: %2"_s.arg(probe.reader->mediaKind()).arg(steady),
+                         facts[format == byLibrary]);
+            }
+        };
+        const auto row = [&](const char *path, const char *ofFfprobe, const char *ofLibrary) {
+            check(path,
+                  QStringList{QString::fromLatin1(ofFfprobe), QString::fromLatin1(ofLibrary)});
+        };
+        // A stream of an AVI file has no tags, and none about a turn.
+        row("both.avi", "1: AVI 2 | MPEG4 320x240 30 0 | MP3 2 44100 128",
+            "1: AVI 1 | MPEG-4 Visual 320x240 30 0 | MPEG Audio 2 44100 128");
+        row("sound.MP3", "2: MP3 1 | MP3 1 44100 64", "2: MP3 1 | MPEG Audio 1 44100 64");
+        row("silent.mp4", "1: MP4 1 | H264 320x240 30 0", "1: MP4 1 | AVC 320x240 30 0");
+        // Newer versions of ffprobe tell the angle of an MP4 file elsewhere than in its tags.
+        row("turned.mp4", "1: MP4 1 | H264 320x240 30 270", "1: MP4 1 | AVC 320x240 30 270");
+        row("soundfirst.mkv", "2: MKV 3 | AAC 1 44100 0 | MP3 2 44100 128",
+            "1: MKV 1 | MPEG-4 Visual 320x240 30 0 | AAC 1 44100 0 | MPEG Audio 2 44100 128");
+    }
+
+    // Upright by its tag, and with pixels that are wider than high as they are coded.
+    void tellsHowPicturesAreShown()
+    {
+        for (const QString &format : {byFfprobe, byLibrary}) {
+            const Probe probe(format, "wide.mp4"_s);
+            const auto video = probe.reader->mediaInfo()->video;
+            QVERIFY(isUpright(*video));
+            QCOMPARE(turnedSize(*video), QSize(240, 320));
+            QVERIFY2(std::abs(turnedPixelAspect(*video) - 0.75) < 0.001,
+                     qPrintable(QString::number(video->pixelAspect)));
+            QCOMPARE(shownSize(*video), QSize(240, 427));
+        }
+        VEncParam video;
+        video.width = 720;
+        video.height = 576;
+        video.rotate = 180.0;
+        video.pixelAspect = 64.0 / 45.0;
+        QCOMPARE(shownSize(video), QSize(1024, 576));
+        video.rotate = -90.0;
+        QCOMPARE(turnedSize(video), QSize(576, 720));
+    }
+
+    void meetsUnusableFiles()
+    {
+        for (const char *name : {"missing.mp4", "folder.mp4", "text.mp4"}) {
+            const QString path = QString::fromLatin1(name);
+            const Probe ffprobe(byFfprobe, path);
+            QCOMPARE(ffprobe.signalled, success);
+            const auto data = ffprobe.reader->mediaInfo();
+            QVERIFY(data && !data->format && !data->video && data->audios.isEmpty());
+
+            const Probe library(byLibrary, path);
+            QCOMPARE(library.reader->mediaKind(), int(MediaInfoBase::NothingUsable));
+            const auto ofLibrary = library.reader->mediaInfo();
+            // The library opens a text and finds no stream in it.
+            const bool opens = QFileInfo(path).isFile();
+            QCOMPARE(library.signalled, opens ? success : QStringList{"error"_s});
+            QCOMPARE(!ofLibrary.isNull(), opens);
+            QVERIFY(!opens || (!ofLibrary->video && ofLibrary->audios.isEmpty()));
+        }
+    }
+
+    void choosesReader()
+    {
+        QFile file("sparse"_s);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        const auto usesFfprobe = [&file, this](const QString &format) {
+            return createMediaInfo(format, file.fileName(), this)->inherits("FFMediaInfo");
+        };
+        QVERIFY(usesFfprobe(byFfprobe));
+        constexpr qint64 limit = qint64(3) << 30;
+        if (!file.resize(limit))
+            QSKIP("the file system holds no file of that size");
+        QVERIFY(usesFfprobe(byLibrary));
+        QVERIFY(file.resize(limit - 1));
+        QVERIFY(!usesFfprobe(byLibrary));
+    }
+
+    void readsOddNameAndMayBeDeleted()
+    {
+        const QString name = "- \"it's\" \"  墨泉 🎬\n100%1\\:#?b*[c]{d} $HOME `x`;&| .avi"_s;
+        QVERIFY(QFile::copy("both.avi"_s, name));
+        for (const QString &format : {byFfprobe, byLibrary}) {
+            QPointer<MediaInfoBase> reader = createMediaInfo(format, name, this);
+            QSharedPointer<MediaInfoData> kept;
+            connect(reader, &MediaInfoBase::got, this, [&] {
+                kept = reader->mediaInfo();
+                reader->deleteLater();
+            });
+            reader->start();
+            QTRY_VERIFY_WITH_TIMEOUT(reader.isNull(), 20000);
+            QVERIFY(kept && kept->video);
+            QCOMPARE(kept->video->width, 320);
+        }
+    }
 
 private:
     QTemporaryDir m_dir;
 };
-
-void TstProbing::initTestCase()
-{
-    QVERIFY(QDir::setCurrent(m_dir.path()));
-    makeClip(QStringLiteral("both.avi"));
-    ClipPlan soundOnly;
-    soundOnly.width = 0;
-    soundOnly.channels = 1;
-    makeClip(QStringLiteral("sound.MP3"), soundOnly);
-    ClipPlan silent;
-    silent.channels = 0;
-    makeClip(QStringLiteral("silent.mp4"), silent);
-    const QString turned =
-        QStringLiteral("-i silent.mp4 -c copy -metadata:s:v rotate=90 turned.mp4");
-    const QString soundFirst = QStringLiteral("-i both.avi -map 0:a -map 0:v -map 0:a -c copy "
-                                              "-c:a:0 aac -ac:a:0 1 soundfirst.mkv");
-    const QString wide = QStringLiteral("-i turned.mp4 -c copy -aspect 16:9 wide.mp4");
-    for (const QString &arguments : {turned, soundFirst, wide})
-        QCOMPARE(runTool(QStringLiteral("ffmpeg"), arguments.split(u' ')).exitCode, 0);
-    QVERIFY(QDir::current().mkdir(QStringLiteral("folder.mp4")));
-    QFile text(QStringLiteral("text.mp4"));
-    QVERIFY(text.open(QIODevice::WriteOnly));
-    text.write("no media\n");
-}
-
-void TstProbing::readsJson_data()
-{
-    QTest::addColumn<QByteArray>("json");
-    QTest::addColumn<QString>("expected");
-
-    const auto row = [](const char *name, const QByteArray &json, const char *expected) {
-        QTest::newRow(name) << QByteArray(json).replace('\'', '"') << QString::fromUtf8(expected);
-    };
-    row("all fields",
-        "{'format':{'format_name':'mov,mp4','duration':'12.3459','size':'5000000000',"
-        "'bit_rate':'1999999','nb_streams':2},'streams':["
-        "{'index':0,'codec_type':'video','codec_name':'h264','width':1920,'height':1080,"
-        "'bit_rate':'1500999','r_frame_rate':'30000/1001','tags':{'rotate':'270'}},"
-        "{'index':1,'codec_type':'audio','codec_name':'aac','sample_rate':'48000','channels':6,"
-        "'bit_rate':'1999'}]}",
-        "X 12345 5000000000 1999 2 | H264 1920x1080 1500 29.97002997 270 | AAC 6 48000 1");
-    row("no format and no list", "{'streams':{'codec_type':'audio'}}", "");
-    row("unreadable numbers",
-        "{'format':{'duration':'N/"
-        "A','size':'x','bit_rate':'','nb_streams':'3'},'streams':[{'codec_type':'video','r_frame_"
-        "rate':'25'}]}",
-        "X 0 0 0 0 |  0x0 0 0 0");
-    row("bitrate of the container",
-        "{'format':{'bit_rate':'900999'},'streams':[{'codec_type':'audio','index':1},"
-        "{'codec_type':'video','index':0,'tags':{},'r_frame_rate':'25/0'}]}",
-        "X 0 0 900 0 |  0x0 900 0 0 |  0 0 0");
-    row("picture further back and other kinds",
-        "{'streams':[{'codec_type':'subtitle','index':0},7,{'codec_type':'audio','index':1},"
-        "{'codec_type':'video','index':2,'codec_name':'mjpeg'}]}",
-        " |  0 0 0");
-}
-
-void TstProbing::readsJson()
-{
-    QFETCH(const QByteArray, json);
-    const QJsonDocument document = QJsonDocument::fromJson(json);
-    QVERIFY(document.isObject());
-    MediaInfoData data;
-    data.format = QSharedPointer<MediaFormatInfo>::create();
-    data.format->formatName = QStringLiteral("X");
-    readProbeJson(document.object(), data);
-    QTEST(described(data), "expected");
-}
-
-void TstProbing::readsClips_data()
-{
-    QTest::addColumn<QStringList>("facts"); // of ffprobe, of the library
-    const auto row = [](const char *path, const char *ofFfprobe, const char *ofLibrary) {
-        QTest::newRow(path) << QStringList{QString::fromLatin1(ofFfprobe),
-                                           QString::fromLatin1(ofLibrary)};
-    };
-    // A stream of an AVI file has no tags, and none about a turn.
-    row("both.avi", "1: AVI 2 | MPEG4 320x240 30 0 | MP3 2 44100 128",
-        "1: AVI 1 | MPEG-4 Visual 320x240 30 0 | MPEG Audio 2 44100 128");
-    row("sound.MP3", "2: MP3 1 | MP3 1 44100 64", "2: MP3 1 | MPEG Audio 1 44100 64");
-    row("silent.mp4", "1: MP4 1 | H264 320x240 30 0", "1: MP4 1 | AVC 320x240 30 0");
-    // Newer versions of ffprobe tell the angle of an MP4 file elsewhere than in its tags.
-    row("turned.mp4", "1: MP4 1 | H264 320x240 30 270", "1: MP4 1 | AVC 320x240 30 270");
-    row("soundfirst.mkv", "2: MKV 3 | AAC 1 44100 0 | MP3 2 44100 128",
-        "1: MKV 1 | MPEG-4 Visual 320x240 30 0 | AAC 1 44100 0 | MPEG Audio 2 44100 128");
-}
-
-void TstProbing::readsClips()
-{
-    QFETCH(const QStringList, facts);
-    const QString path = QString::fromLatin1(QTest::currentDataTag());
-    for (const QString &format : {byFfprobe, byLibrary}) {
-        const Probe probe(format, path);
-        QCOMPARE(probe.signalled, success);
-        const auto data = probe.reader->mediaInfo();
-        QVERIFY(data && data->format);
-        QCOMPARE(data->format->fileSize, QFileInfo(path).size());
-        QVERIFY2(qAbs(data->format->duration - 500) <= 100, qPrintable(described(*data)));
-        // The encoder's version decides the length and the bitrate of the picture.
-        const QString steady =
-            described(*data)
-                .replace(QRegularExpression(QStringLiteral("^(\\w+) \\d+ \\d+ \\d+")),
-                         QStringLiteral("\\1"))
-                .replace(QRegularExpression(QStringLiteral("(\\d+x\\d+) \\d+")),
-                         QStringLiteral("\\1"));
-        QCOMPARE(QStringLiteral("%1: %2").arg(probe.reader->mediaKind()).arg(steady),
-                 facts[format == byLibrary]);
-    }
-}
-
-// Upright by its tag, and with pixels that are wider than high as they are coded.
-void TstProbing::tellsHowPicturesAreShown()
-{
-    for (const QString &format : {byFfprobe, byLibrary}) {
-        const Probe probe(format, QStringLiteral("wide.mp4"));
-        const auto video = probe.reader->mediaInfo()->video;
-        QVERIFY(isUpright(*video));
-        QCOMPARE(turnedSize(*video), QSize(240, 320));
-        QVERIFY2(std::abs(turnedPixelAspect(*video) - 0.75) < 0.001,
-                 qPrintable(QString::number(video->pixelAspect)));
-        QCOMPARE(shownSize(*video), QSize(240, 427));
-    }
-    VEncParam video;
-    video.width = 720;
-    video.height = 576;
-    video.rotate = 180.0;
-    video.pixelAspect = 64.0 / 45.0;
-    QCOMPARE(shownSize(video), QSize(1024, 576));
-    video.rotate = -90.0;
-    QCOMPARE(turnedSize(video), QSize(576, 720));
-}
-
-void TstProbing::meetsUnusableFiles()
-{
-    for (const char *name : {"missing.mp4", "folder.mp4", "text.mp4"}) {
-        const QString path = QString::fromLatin1(name);
-        const Probe ffprobe(byFfprobe, path);
-        QCOMPARE(ffprobe.signalled, success);
-        const auto data = ffprobe.reader->mediaInfo();
-        QVERIFY(data && !data->format && !data->video && data->audios.isEmpty());
-
-        const Probe library(byLibrary, path);
-        QCOMPARE(library.reader->mediaKind(), int(MediaInfoBase::NothingUsable));
-        const auto ofLibrary = library.reader->mediaInfo();
-        // The library opens a text and finds no stream in it.
-        const bool opens = QFileInfo(path).isFile();
-        QCOMPARE(library.signalled, opens ? success : QStringList{QStringLiteral("error")});
-        QCOMPARE(!ofLibrary.isNull(), opens);
-        QVERIFY(!opens || (!ofLibrary->video && ofLibrary->audios.isEmpty()));
-    }
-}
-
-void TstProbing::choosesReader()
-{
-    QFile file(QStringLiteral("sparse"));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    const auto usesFfprobe = [&file, this](const QString &format) {
-        return createMediaInfo(format, file.fileName(), this)->inherits("FFMediaInfo");
-    };
-    QVERIFY(usesFfprobe(byFfprobe));
-    constexpr qint64 limit = qint64(3) << 30;
-    if (!file.resize(limit))
-        QSKIP("the file system holds no file of that size");
-    QVERIFY(usesFfprobe(byLibrary));
-    QVERIFY(file.resize(limit - 1));
-    QVERIFY(!usesFfprobe(byLibrary));
-}
-
-void TstProbing::readsOddNameAndMayBeDeleted()
-{
-    const QString name =
-        QStringLiteral("- \"it's\" \"  墨泉 🎬\n100%1\\:#?b*[c]{d} $HOME `x`;&| .avi");
-    QVERIFY(QFile::copy(QStringLiteral("both.avi"), name));
-    for (const QString &format : {byFfprobe, byLibrary}) {
-        QPointer<MediaInfoBase> reader = createMediaInfo(format, name, this);
-        QSharedPointer<MediaInfoData> kept;
-        connect(reader, &MediaInfoBase::got, this, [&] {
-            kept = reader->mediaInfo();
-            reader->deleteLater();
-        });
-        reader->start();
-        QTRY_VERIFY_WITH_TIMEOUT(reader.isNull(), 20000);
-        QVERIFY(kept && kept->video);
-        QCOMPARE(kept->video->width, 320);
-    }
-}
 
 int main(int argc, char *argv[])
 {

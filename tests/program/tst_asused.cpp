@@ -5,18 +5,15 @@
 #include "MediaKits/MainWindow/mainwindow.h"
 #include "MediaKits/Player/csvideoplayer.h"
 #include "MediaKits/Player/MPVPlayer/mpvplayer.h"
-#include "platform/compositor.h"
 #include "platform/utf8locale.h"
 #include "player/mpvpeer.h"
-#include "support/desktop.h"
-#include "support/guisupport.h"
+#include "program/screenfilm.h"
 #include "support/toolrun.h"
 
 #include <QLabel>
 #include <QListWidget>
 #include <QSpinBox>
 #include <QStackedWidget>
-#include <QTemporaryDir>
 #include <QTimeEdit>
 #include <QtTest>
 #include <QWindow>
@@ -27,39 +24,6 @@ namespace {
 
 constexpr int limitMs = 15000;
 constexpr QSize pictureSize(640, 480);
-// One grey for each half of the film.
-constexpr int halfSeconds = 6;
-const QColor firstColour(0x60, 0x60, 0x60);
-const QColor secondColour(0x90, 0x90, 0x90);
-const QColor frameColour(0, 0x88, 0xff);
-const QColor coverColour(0xff, 0xcc, 0);
-
-void makeFilm(const QString &path)
-{
-    const QString graph =
-        QStringLiteral("color=%1:s=640x480:r=10:d=%3[a];color=%2:s=640x480:r=10:d=%3[b];"
-                       "[a][b]concat,format=yuv420p")
-            .arg(firstColour.name(), secondColour.name())
-            .arg(halfSeconds);
-    const ToolRun run =
-        runTool(QStringLiteral("ffmpeg"),
-                {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-f"),
-                 QStringLiteral("lavfi"), QStringLiteral("-i"), graph, QStringLiteral("-f"),
-                 QStringLiteral("lavfi"), QStringLiteral("-i"), QStringLiteral("sine"),
-                 QStringLiteral("-preset"), QStringLiteral("ultrafast"),
-                 QStringLiteral("-shortest"), path});
-    QVERIFY2(run.exitCode == 0, run.err.constData());
-}
-
-bool isFilm(const QColor &colour)
-{
-    return Desktop::isLike(colour, firstColour) || Desktop::isLike(colour, secondColour);
-}
-
-QRect onScreen(const QWidget &widget)
-{
-    return {widget.mapToGlobal(QPoint(0, 0)), widget.size()};
-}
 
 // None of these numbers means more than one process.
 void sendSignal(qint64 process, int signal)
@@ -67,67 +31,6 @@ void sendSignal(qint64 process, int signal)
     QVERIFY(process > 1);
     ::kill(pid_t(process), signal);
 }
-
-// What the window manager keeps above an open editor: the frame of what is kept of the picture.
-class CropFrame
-{
-public:
-    explicit CropFrame(const QWidget &dialog)
-        : m_picture(*child(dialog, "lblVideoShow")), m_frame(*child(m_picture, "chopWidget"))
-    {
-    }
-
-    QRect picture() const { return onScreen(m_picture); }
-    QRect rect() const { return onScreen(m_frame); }
-    // Away from the thick handles.
-    QPoint onItsEdge() const { return rect().topLeft() + QPoint(0, rect().height() / 4); }
-    QPoint inside() const { return rect().center(); }
-    QPoint outside() const { return picture().bottomRight() - QPoint(20, 20); }
-
-    // Its lines, the film inside them, and where it can be the dimmed film around.
-    bool isSeen(const QColor &film) const
-    {
-        const QColor around = Desktop::seenAt(outside());
-        const QColor dimmed = isCompositingActive() ? QColor((film.red() * 75 + 200 * 180) / 255,
-                                                             (film.green() * 75 + 200 * 180) / 255,
-                                                             (film.blue() * 75 + 200 * 180) / 255)
-                                                    : film;
-        return Desktop::isLike(Desktop::seenAt(onItsEdge()), frameColour) &&
-               Desktop::isLike(Desktop::seenAt(inside()), film) && Desktop::isLike(around, dimmed);
-    }
-    bool isUnseen() const
-    {
-        return !Desktop::isLike(Desktop::seenAt(onItsEdge()), frameColour) &&
-               !Desktop::isLike(Desktop::seenAt(inside()), firstColour);
-    }
-
-private:
-    const QWidget &m_picture;
-    const QWidget &m_frame;
-};
-
-// A window of another program.
-class Cover
-{
-public:
-    explicit Cover(const QRect &over)
-    {
-        m_program.start(QStringLiteral("display"),
-                        {QStringLiteral("-immutable"), QStringLiteral("-size"),
-                         QStringLiteral("%1x%2").arg(over.width()).arg(over.height()),
-                         QStringLiteral("-geometry"),
-                         QStringLiteral("+%1+%2").arg(over.x()).arg(over.y()),
-                         QStringLiteral("xc:") + coverColour.name()});
-    }
-    ~Cover()
-    {
-        m_program.terminate();
-        m_program.waitForFinished();
-    }
-
-private:
-    QProcess m_program;
-};
 
 } // namespace
 
@@ -137,334 +40,347 @@ class TestAsUsed : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void cleanupTestCase() { m_window.reset(); }
-    void cleanup();
+    void initTestCase()
+    {
+        for (const QLatin1String section :
+             {FunctionSection::converter, FunctionSection::merger, FunctionSection::audioConverter})
+            FunctionSettings::instance().setValue(section, FunctionKey::outPath,
+                                                  m_folder.filePath("out"_s));
+        ScreenFilm::make(m_film);
+        m_window = std::make_unique<MainWindow>();
+        connect(static_cast<QtSingleApplication *>(qApp), &QtSingleApplication::messageReceived,
+                m_window.get(), &MainWindow::sltMessageReceived);
+        m_window->open();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    }
 
-    void cropFrameLiesAboveTheFilm();
-    void playerComesBack();
-    void typingUnderThePointer();
-    void previewPlaysEachTime();
-    void previewWaitsForTheEditor();
-    void questionComesBeforeThePreview();
+    // Leaves nothing behind.
+    void cleanupTestCase()
+    {
+        m_window.reset();
+        QVERIFY(processesWith(m_folder.path()).isEmpty());
+    }
+
+    void cleanup()
+    {
+        if (QWidget *window = preview())
+            window->close();
+        const QWidget &page = currentPage();
+        if (auto *list = child<QListWidget>(page, "convertList")) {
+            Desktop::click(*child(page, "btnClear"));
+            QTRY_COMPARE(list->count(), 0);
+        }
+    }
+
+    void cropFrameLiesAboveTheFilm()
+    {
+        const QWidget *row = addFilm("btnConverter");
+        QVERIFY(row);
+        inEditor(*row, "VideoCutDialog", [this](QWidget &dialog) {
+            awaitColour(dialog, ScreenFilm::firstColour);
+            Desktop::key("space");
+            const CropFrame frame(dialog);
+            auto *width = child<QSpinBox>(dialog, "sbW");
+            auto *height = child<QSpinBox>(dialog, "sbH");
+            QCOMPARE(QSize(width->value(), height->value()), pictureSize);
+            Desktop::drag(frame.rect().bottomRight() - QPoint(1, 1), frame.rect().center());
+            QTRY_VERIFY(qAbs(width->value() - pictureSize.width() / 2) < 8);
+            QVERIFY(qAbs(height->value() - pictureSize.height() / 2) < 8);
+            QTRY_VERIFY(frame.isSeen(ScreenFilm::firstColour));
+
+            const QPoint before = dialog.pos();
+            const QPoint title = onScreen(*child(dialog, "lblTitle")).center();
+            Desktop::drag(title, title + QPoint(-90, 50));
+            QTRY_VERIFY(dialog.pos() != before);
+            QTRY_VERIFY(frame.isSeen(ScreenFilm::firstColour));
+            const QRect corner = onScreen(dialog);
+            Desktop::drag(corner.bottomRight() - QPoint(1, 1),
+                          corner.bottomRight() + QPoint(80, 60));
+            QTRY_VERIFY(dialog.size() != corner.size());
+            QTRY_VERIFY(frame.isSeen(ScreenFilm::firstColour));
+            {
+                const Cover cover(onScreen(dialog));
+                QTRY_VERIFY(Desktop::isLike(Desktop::seenAt(frame.onItsEdge()), Cover::colour()));
+                Desktop::order("windowactivate", dialog);
+                QTRY_VERIFY(frame.isSeen(ScreenFilm::firstColour));
+            }
+            Desktop::order("windowminimize", *m_window);
+            QTRY_VERIFY(frame.isUnseen());
+            Desktop::order("windowactivate", *m_window);
+            QTRY_VERIFY(frame.isSeen(ScreenFilm::firstColour));
+            Desktop::drag(frame.inside(), frame.inside() + QPoint(40, 0));
+            QTRY_VERIFY(child<QSpinBox>(dialog, "sbX")->value() > 0);
+            QTRY_VERIFY(frame.isSeen(ScreenFilm::firstColour));
+        });
+    }
+
+    void playerComesBack()
+    {
+        const QWidget *row = addFilm("btnConverter");
+        QVERIFY(row);
+        inEditor(*row, "VideoCutDialog", [](QWidget &dialog) {
+            awaitColour(dialog, ScreenFilm::firstColour);
+            auto &player = *dialog.findChild<CSVideoPlayer *>();
+            const auto *process = player.findChild<MPVPlayer *>();
+            const auto end = [process] { sendSignal(process->processId(), SIGKILL); };
+            Desktop::key("space");
+            QTRY_VERIFY(!child<QPushButton>(dialog, "btnPlay")->isChecked());
+            constexpr int placeMs = (ScreenFilm::halfSeconds + 2) * 1000;
+            player.seek(placeMs);
+            awaitColour(dialog, ScreenFilm::secondColour);
+            const qint64 first = process->processId();
+            QSignalSpy ends(&player, &CSVideoPlayer::finished);
+            end();
+            QTRY_VERIFY(process->processId() != first);
+            QSignalSpy progress(&player, &CSVideoPlayer::progressChanged);
+            QTRY_VERIFY_WITH_TIMEOUT(!progress.isEmpty(), limitMs);
+            awaitColour(dialog, ScreenFilm::secondColour);
+            QCOMPARE(progress.last()[0].value<long>(), long(placeMs));
+            QCOMPARE(ends.count(), 0);
+            // A second loss has a cause that another start doesn't mend.
+            end();
+            QVERIFY(ends.wait(limitMs));
+            QVERIFY(!player.isRunning());
+        });
+    }
+
+    // The picture of a sound lies under no mask: X gives the keys to the player's window there, if
+    // it wants them.
+    void typingUnderThePointer()
+    {
+        const QWidget *row = addFilm("btnAudioConverter");
+        QVERIFY(row);
+        inEditor(*row, "AudioCutDialog", [](QWidget &dialog) {
+            auto &player = *dialog.findChild<CSVideoPlayer *>();
+            QSignalSpy progress(&player, &CSVideoPlayer::progressChanged);
+            QTRY_VERIFY_WITH_TIMEOUT(!progress.isEmpty(), limitMs);
+            const qint64 process = player.findChild<MPVPlayer *>()->processId();
+            const QRect picture = onScreen(*child(dialog, "lblVideoShow"));
+            Desktop::pointTo(picture.center());
+            auto *play = child<QPushButton>(dialog, "btnPlay");
+            QVERIFY(play->isChecked());
+            Desktop::key("space");
+            QTRY_VERIFY(!play->isChecked());
+
+            auto *start = child<QTimeEdit>(dialog, "tedtStart");
+            start->setFocus();
+            start->setSelectedSection(QDateTimeEdit::SecondSection);
+            Desktop::type("03"_s);
+            Desktop::key("Tab");
+            QTRY_COMPARE(start->time(), QTime(0, 0, 3));
+            // A question about the changed time, which a second Escape takes back.
+            bool isAsked = false;
+            whenModal("MediaMessageBox", [&isAsked](QWidget &) {
+                isAsked = true;
+                Desktop::key("Escape");
+            });
+            Desktop::key("Escape");
+            QTRY_VERIFY(isAsked);
+            QTRY_COMPARE(QApplication::activeModalWidget(), &dialog);
+            Desktop::key("q");
+            Desktop::click(picture.center());
+            Desktop::key("space");
+            QTRY_VERIFY(play->isChecked());
+            QCOMPARE(player.findChild<MPVPlayer *>()->processId(), process);
+            QVERIFY(player.isRunning());
+        });
+    }
+
+    void previewPlaysEachTime()
+    {
+        for (int time = 0; time < 2; ++time) {
+            const QWidget *row = addFilm("btnConverter");
+            QVERIFY(row);
+            Desktop::click(*child(*row, "btnConvert"));
+            QTRY_VERIFY_WITH_TIMEOUT(preview(), limitMs);
+            awaitFilm(*preview());
+            clickToastAway();
+
+            // For a second the pointer moves where the player's own control bar would come.
+            const QRect picture = onScreen(*child(*preview(), "lblVideoShow"));
+            const QPoint low(picture.center().x(), picture.bottom() - 30);
+            auto *position = child<QLabel>(*preview(), "lblPos");
+            const QString before = position->text();
+            const auto isBare = [&] {
+                const QImage seen = Desktop::seen(picture);
+                const QPoint middle = seen.rect().center();
+                const QColor film = seen.pixelColor(middle);
+                // Without the black at its sides.
+                const int half = seen.height() / 2;
+                for (int x = middle.x() - half; x < middle.x() + half; x += 8) {
+                    if (!Desktop::isLike(seen.pixelColor(x, low.y() - picture.top()), film))
+                        return false;
+                }
+                return true;
+            };
+            int moves = 0;
+            do {
+                Desktop::pointTo(low + QPoint(++moves % 40, 0));
+                QTest::qWait(1); // a pointer that is moved by hand
+                QVERIFY(isBare());
+            } while (position->text() == before && moves < 1000);
+            Desktop::key("space");
+            QTRY_VERIFY(!child<QPushButton>(*preview(), "btnPlay")->isChecked());
+            Desktop::click(*child(*preview(), "btnClose"));
+            QTRY_VERIFY(!preview());
+        }
+    }
+
+    void previewWaitsForTheEditor()
+    {
+        const QWidget *converted = addFilm("btnConverter");
+        const QWidget *row = addFilm("btnConverter");
+        QVERIFY(converted && row);
+        Desktop::click(*child(*converted, "btnConvert"));
+        QList<qint64> converters;
+        QTRY_VERIFY(!(converters = processesWith(m_film)).isEmpty());
+        for (const qint64 process : converters)
+            sendSignal(process, SIGSTOP);
+        inEditor(*row, "VideoCutDialog", [&](QWidget &dialog) {
+            awaitFilm(dialog);
+            for (const qint64 process : converters)
+                sendSignal(process, SIGCONT);
+            const auto *pages = child<QStackedWidget>(*converted, "swdtState");
+            QTRY_COMPARE_WITH_TIMEOUT(pages->currentIndex(), 2, limitMs);
+            QVERIFY(!preview());
+        });
+        QTRY_VERIFY(preview());
+        awaitFilm(*preview());
+        clickToastAway();
+        // Out of the row's way.
+        const QPoint title = onScreen(*child(*preview(), "lblTitle")).center();
+        Desktop::drag(title, title + QPoint(0, 400));
+
+        inEditor(*row, "VideoCutDialog", [&](QWidget &dialog) {
+            awaitFilm(dialog);
+            QVERIFY(!child<QPushButton>(*preview(), "btnPlay")->isChecked());
+            MpvPeer peer(preview()->findChild<MPVPlayer *>()->ipcServerName());
+            QCOMPARE(peer.property("pause"), QJsonValue(true));
+        });
+        // The main window has come above it.
+        Desktop::order("windowactivate", *preview());
+        Desktop::click(*child(*preview(), "btnClose"));
+        QTRY_VERIFY(!preview());
+    }
+
+    void questionComesBeforeThePreview()
+    {
+        QVERIFY(addFilm("btnMerger") && addFilm("btnMerger"));
+        Desktop::click(*child(*m_window, "btnMerge"));
+        QWidget *question = nullptr;
+        QTRY_VERIFY_WITH_TIMEOUT((question = visibleWindow("MediaMergeFinishTipsDialog")),
+                                 4 * limitMs);
+        QTRY_VERIFY(question->isActiveWindow());
+        // What is seen there is the question.
+        const QPoint title = child(*question, "lblTitle")->geometry().center();
+        QTRY_VERIFY(Desktop::isLike(Desktop::seenAt(question->mapToGlobal(title)), Qt::white));
+        QVERIFY(!preview());
+        Desktop::key("Escape");
+        QTRY_VERIFY(!visibleWindow("MediaMergeFinishTipsDialog"));
+        QTRY_VERIFY(preview());
+        awaitFilm(*preview());
+        clickToastAway();
+        Desktop::click(*child(*preview(), "btnClose"));
+        QTRY_VERIFY(!preview());
+    }
+
+    void secondStartBringsTheWindowToTheFront()
+    {
+        const SystemTray tray;
+        m_window->close();
+        QVERIFY(!m_window->isVisible());
+        QProcess second;
+        second.start(builtProgram("morvane"_s), QStringList());
+        QTRY_COMPARE_WITH_TIMEOUT(second.state(), QProcess::NotRunning, 4 * limitMs);
+        QCOMPARE(second.exitCode(), 0);
+        QTRY_VERIFY(m_window->isVisible() && m_window->isActiveWindow());
+        // Its keyboard lives.
+        bool isAnswered = false;
+        whenModal("ExitTipsDialog", [&isAnswered](QWidget &dialog) {
+            isAnswered = true;
+            press(dialog, "btnClose");
+        });
+        QTRY_VERIFY(Desktop::hasKeyboard(*m_window));
+        Desktop::key("ctrl+q");
+        QTRY_VERIFY(isAnswered);
+    }
 
 private:
     /// Goes to a page and adds the film to its list; gives the film's row.
-    QWidget *addFilm(const char *pageButton);
+    QWidget *addFilm(const char *pageButton)
+    {
+        auto *button = child<QPushButton>(*m_window, pageButton);
+        Desktop::click(*button);
+        if (!QTest::qWaitFor([button] { return button->isChecked(); }))
+            return nullptr;
+        const QWidget &page = currentPage();
+        auto *list = child<QListWidget>(page, "convertList");
+        const int last = list->count();
+        FileChooser::setNextAnswer({m_film});
+        QWidget *add = child(page, "btnAddFile");
+        if (!QTest::qWaitFor([add] { return add->isVisible(); }))
+            return nullptr;
+        Desktop::click(*add);
+        const bool isRead = QTest::qWaitFor(
+            [&] {
+                if (list->count() <= last)
+                    return false;
+                const QWidget *row = list->itemWidget(list->item(last));
+                const QWidget *editor = child(*row, "btnCut");
+                return editor == nullptr || editor->isEnabled();
+            },
+            limitMs);
+        return isRead ? list->itemWidget(list->item(last)) : nullptr;
+    }
+
     const QWidget &currentPage() const
     {
         return *child<QStackedWidget>(*m_window, "skdWdtFunction")->currentWidget();
     }
-    void clickToastAway() const;
+    // It tells the volume when the preview starts to play.
+    void clickToastAway() const
+    {
+        QTRY_VERIFY(visibleWindow("Toast"));
+        Desktop::click(onScreen(*child(*preview(), "lblDuration")).center());
+        QTRY_VERIFY(!visibleWindow("Toast"));
+    }
+
     QWidget *preview() const { return visibleWindow("MediaPreviewWnd"); }
+    // Opens an editor by its row's button; it runs modally, as for a user.
     template<class Act>
-    void inEditor(const QWidget &row, const char *dialog, Act act);
-    static QColor seenOfFilm(const QWidget &window);
-    static void awaitColour(const QWidget &window, const QColor &colour);
-    static void awaitFilm(const QWidget &window);
+    void inEditor(const QWidget &row, const char *dialog, Act act)
+    {
+        bool hasRun = false;
+        whenModal(dialog, [&](QWidget &editor) {
+            act(editor);
+            static_cast<QDialog &>(editor).reject();
+            hasRun = true;
+        });
+        Desktop::click(*child(row, "btnCut"));
+        QTRY_VERIFY_WITH_TIMEOUT(hasRun, 4 * limitMs);
+        QTRY_VERIFY(!QApplication::activeModalWidget());
+    }
+
+    // In the middle of a player's picture, beside the frame's lines.
+    static QColor seenOfFilm(const QWidget &window)
+    {
+        return Desktop::seenAt(onScreen(*child(window, "lblVideoShow")).center() + QPoint(30, 30));
+    }
+
+    static void awaitColour(const QWidget &window, const QColor &colour)
+    {
+        QTRY_VERIFY_WITH_TIMEOUT(Desktop::isLike(seenOfFilm(window), colour), limitMs);
+    }
+
+    static void awaitFilm(const QWidget &window)
+    {
+        QTRY_VERIFY_WITH_TIMEOUT(ScreenFilm::isFilm(seenOfFilm(window)), limitMs);
+    }
 
     QTemporaryDir m_folder;
-    QString m_film = m_folder.filePath(QStringLiteral("film.mp4"));
+    QString m_film = m_folder.filePath("film.mp4"_s);
     std::unique_ptr<MainWindow> m_window;
 };
-
-void TestAsUsed::initTestCase()
-{
-    for (const QLatin1String section :
-         {FunctionSection::converter, FunctionSection::merger, FunctionSection::audioConverter})
-        FunctionSettings::instance().setValue(section, FunctionKey::outPath,
-                                              m_folder.filePath(QStringLiteral("out")));
-    makeFilm(m_film);
-    m_window = std::make_unique<MainWindow>();
-    m_window->open();
-    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-}
-
-void TestAsUsed::cleanup()
-{
-    if (QWidget *window = preview())
-        window->close();
-    const QWidget &page = currentPage();
-    if (auto *list = child<QListWidget>(page, "convertList")) {
-        Desktop::click(*child(page, "btnClear"));
-        QTRY_COMPARE(list->count(), 0);
-    }
-}
-
-QWidget *TestAsUsed::addFilm(const char *pageButton)
-{
-    auto *button = child<QPushButton>(*m_window, pageButton);
-    Desktop::click(*button);
-    if (!QTest::qWaitFor([button] { return button->isChecked(); }))
-        return nullptr;
-    const QWidget &page = currentPage();
-    auto *list = child<QListWidget>(page, "convertList");
-    const int last = list->count();
-    FileChooser::setNextAnswer({m_film});
-    QWidget *add = child(page, "btnAddFile");
-    if (!QTest::qWaitFor([add] { return add->isVisible(); }))
-        return nullptr;
-    Desktop::click(*add);
-    const bool isRead = QTest::qWaitFor(
-        [&] {
-            if (list->count() <= last)
-                return false;
-            const QWidget *row = list->itemWidget(list->item(last));
-            const QWidget *editor = child(*row, "btnCut");
-            return editor == nullptr || editor->isEnabled();
-        },
-        limitMs);
-    return isRead ? list->itemWidget(list->item(last)) : nullptr;
-}
-
-// It tells the volume when the preview starts to play.
-void TestAsUsed::clickToastAway() const
-{
-    QTRY_VERIFY(visibleWindow("Toast"));
-    Desktop::click(onScreen(*child(*preview(), "lblDuration")).center());
-    QTRY_VERIFY(!visibleWindow("Toast"));
-}
-
-// Opens an editor by its row's button; it runs modally, as for a user.
-template<class Act>
-void TestAsUsed::inEditor(const QWidget &row, const char *dialog, Act act)
-{
-    bool hasRun = false;
-    whenModal(dialog, [&](QWidget &editor) {
-        act(editor);
-        static_cast<QDialog &>(editor).reject();
-        hasRun = true;
-    });
-    Desktop::click(*child(row, "btnCut"));
-    QTRY_VERIFY_WITH_TIMEOUT(hasRun, 4 * limitMs);
-    QTRY_VERIFY(!QApplication::activeModalWidget());
-}
-
-// In the middle of a player's picture, beside the frame's lines.
-QColor TestAsUsed::seenOfFilm(const QWidget &window)
-{
-    return Desktop::seenAt(onScreen(*child(window, "lblVideoShow")).center() + QPoint(30, 30));
-}
-
-void TestAsUsed::awaitColour(const QWidget &window, const QColor &colour)
-{
-    QTRY_VERIFY_WITH_TIMEOUT(Desktop::isLike(seenOfFilm(window), colour), limitMs);
-}
-
-void TestAsUsed::awaitFilm(const QWidget &window)
-{
-    QTRY_VERIFY_WITH_TIMEOUT(isFilm(seenOfFilm(window)), limitMs);
-}
-
-void TestAsUsed::cropFrameLiesAboveTheFilm()
-{
-    const QWidget *row = addFilm("btnConverter");
-    QVERIFY(row);
-    inEditor(*row, "VideoCutDialog", [this](QWidget &dialog) {
-        awaitColour(dialog, firstColour);
-        Desktop::key("space");
-        const CropFrame frame(dialog);
-        auto *width = child<QSpinBox>(dialog, "sbW");
-        auto *height = child<QSpinBox>(dialog, "sbH");
-        QCOMPARE(QSize(width->value(), height->value()), pictureSize);
-        Desktop::drag(frame.rect().bottomRight() - QPoint(1, 1), frame.rect().center());
-        QTRY_VERIFY(qAbs(width->value() - pictureSize.width() / 2) < 8);
-        QVERIFY(qAbs(height->value() - pictureSize.height() / 2) < 8);
-        QTRY_VERIFY(frame.isSeen(firstColour));
-
-        const QPoint before = dialog.pos();
-        const QPoint title = onScreen(*child(dialog, "lblTitle")).center();
-        Desktop::drag(title, title + QPoint(-90, 50));
-        QTRY_VERIFY(dialog.pos() != before);
-        QTRY_VERIFY(frame.isSeen(firstColour));
-        const QRect corner = onScreen(dialog);
-        Desktop::drag(corner.bottomRight() - QPoint(1, 1), corner.bottomRight() + QPoint(80, 60));
-        QTRY_VERIFY(dialog.size() != corner.size());
-        QTRY_VERIFY(frame.isSeen(firstColour));
-        {
-            const Cover cover(onScreen(dialog));
-            QTRY_VERIFY(Desktop::isLike(Desktop::seenAt(frame.onItsEdge()), coverColour));
-            Desktop::order("windowactivate", dialog);
-            QTRY_VERIFY(frame.isSeen(firstColour));
-        }
-        Desktop::order("windowminimize", *m_window);
-        QTRY_VERIFY(frame.isUnseen());
-        Desktop::order("windowactivate", *m_window);
-        QTRY_VERIFY(frame.isSeen(firstColour));
-        Desktop::drag(frame.inside(), frame.inside() + QPoint(40, 0));
-        QTRY_VERIFY(child<QSpinBox>(dialog, "sbX")->value() > 0);
-        QTRY_VERIFY(frame.isSeen(firstColour));
-    });
-}
-
-void TestAsUsed::playerComesBack()
-{
-    const QWidget *row = addFilm("btnConverter");
-    QVERIFY(row);
-    inEditor(*row, "VideoCutDialog", [](QWidget &dialog) {
-        awaitColour(dialog, firstColour);
-        auto &player = *dialog.findChild<CSVideoPlayer *>();
-        const auto *process = player.findChild<MPVPlayer *>();
-        const auto end = [process] { sendSignal(process->processId(), SIGKILL); };
-        Desktop::key("space");
-        QTRY_VERIFY(!child<QPushButton>(dialog, "btnPlay")->isChecked());
-        constexpr int placeMs = (halfSeconds + 2) * 1000;
-        player.seek(placeMs);
-        awaitColour(dialog, secondColour);
-        const qint64 first = process->processId();
-        QSignalSpy ends(&player, &CSVideoPlayer::finished);
-        end();
-        QTRY_VERIFY(process->processId() != first);
-        QSignalSpy progress(&player, &CSVideoPlayer::progressChanged);
-        QTRY_VERIFY_WITH_TIMEOUT(!progress.isEmpty(), limitMs);
-        awaitColour(dialog, secondColour);
-        QCOMPARE(progress.last()[0].value<long>(), long(placeMs));
-        QCOMPARE(ends.count(), 0);
-        // A second loss has a cause that another start doesn't mend.
-        end();
-        QVERIFY(ends.wait(limitMs));
-        QVERIFY(!player.isRunning());
-    });
-}
-
-// The picture of a sound lies under no mask: X gives the keys to the player's window there, if it
-// wants them.
-void TestAsUsed::typingUnderThePointer()
-{
-    const QWidget *row = addFilm("btnAudioConverter");
-    QVERIFY(row);
-    inEditor(*row, "AudioCutDialog", [](QWidget &dialog) {
-        auto &player = *dialog.findChild<CSVideoPlayer *>();
-        QSignalSpy progress(&player, &CSVideoPlayer::progressChanged);
-        QTRY_VERIFY_WITH_TIMEOUT(!progress.isEmpty(), limitMs);
-        const qint64 process = player.findChild<MPVPlayer *>()->processId();
-        const QRect picture = onScreen(*child(dialog, "lblVideoShow"));
-        Desktop::pointTo(picture.center());
-        auto *play = child<QPushButton>(dialog, "btnPlay");
-        QVERIFY(play->isChecked());
-        Desktop::key("space");
-        QTRY_VERIFY(!play->isChecked());
-
-        auto *start = child<QTimeEdit>(dialog, "tedtStart");
-        start->setFocus();
-        start->setSelectedSection(QDateTimeEdit::SecondSection);
-        Desktop::type(QStringLiteral("03"));
-        Desktop::key("Tab");
-        QTRY_COMPARE(start->time(), QTime(0, 0, 3));
-        // A question about the changed time, which a second Escape takes back.
-        bool isAsked = false;
-        whenModal("MediaMessageBox", [&isAsked](QWidget &) {
-            isAsked = true;
-            Desktop::key("Escape");
-        });
-        Desktop::key("Escape");
-        QTRY_VERIFY(isAsked);
-        QTRY_COMPARE(QApplication::activeModalWidget(), &dialog);
-        Desktop::key("q");
-        Desktop::click(picture.center());
-        Desktop::key("space");
-        QTRY_VERIFY(play->isChecked());
-        QCOMPARE(player.findChild<MPVPlayer *>()->processId(), process);
-        QVERIFY(player.isRunning());
-    });
-}
-
-void TestAsUsed::previewPlaysEachTime()
-{
-    for (int time = 0; time < 2; ++time) {
-        const QWidget *row = addFilm("btnConverter");
-        QVERIFY(row);
-        Desktop::click(*child(*row, "btnConvert"));
-        QTRY_VERIFY_WITH_TIMEOUT(preview(), limitMs);
-        awaitFilm(*preview());
-        clickToastAway();
-
-        // For a second the pointer moves where the player's own control bar would come.
-        const QRect picture = onScreen(*child(*preview(), "lblVideoShow"));
-        const QPoint low(picture.center().x(), picture.bottom() - 30);
-        auto *position = child<QLabel>(*preview(), "lblPos");
-        const QString before = position->text();
-        const auto isBare = [&] {
-            const QImage seen = Desktop::seen(picture);
-            const QPoint middle = seen.rect().center();
-            const QColor film = seen.pixelColor(middle);
-            // Without the black at its sides.
-            const int half = seen.height() / 2;
-            for (int x = middle.x() - half; x < middle.x() + half; x += 8) {
-                if (!Desktop::isLike(seen.pixelColor(x, low.y() - picture.top()), film))
-                    return false;
-            }
-            return true;
-        };
-        int moves = 0;
-        do {
-            Desktop::pointTo(low + QPoint(++moves % 40, 0));
-            QTest::qWait(1);
-            QVERIFY(isBare());
-        } while (position->text() == before && moves < 1000);
-        Desktop::key("space");
-        QTRY_VERIFY(!child<QPushButton>(*preview(), "btnPlay")->isChecked());
-        Desktop::click(*child(*preview(), "btnClose"));
-        QTRY_VERIFY(!preview());
-    }
-}
-
-void TestAsUsed::previewWaitsForTheEditor()
-{
-    const QWidget *converted = addFilm("btnConverter");
-    const QWidget *row = addFilm("btnConverter");
-    QVERIFY(converted && row);
-    Desktop::click(*child(*converted, "btnConvert"));
-    QList<qint64> converters;
-    QTRY_VERIFY(!(converters = processesWith(m_film)).isEmpty());
-    for (const qint64 process : converters)
-        sendSignal(process, SIGSTOP);
-    inEditor(*row, "VideoCutDialog", [&](QWidget &dialog) {
-        awaitFilm(dialog);
-        for (const qint64 process : converters)
-            sendSignal(process, SIGCONT);
-        const auto *pages = child<QStackedWidget>(*converted, "swdtState");
-        QTRY_COMPARE_WITH_TIMEOUT(pages->currentIndex(), 2, limitMs);
-        QVERIFY(!preview());
-    });
-    QTRY_VERIFY(preview());
-    awaitFilm(*preview());
-    clickToastAway();
-    // Out of the row's way.
-    const QPoint title = onScreen(*child(*preview(), "lblTitle")).center();
-    Desktop::drag(title, title + QPoint(0, 400));
-
-    inEditor(*row, "VideoCutDialog", [&](QWidget &dialog) {
-        awaitFilm(dialog);
-        QVERIFY(!child<QPushButton>(*preview(), "btnPlay")->isChecked());
-        MpvPeer peer(preview()->findChild<MPVPlayer *>()->ipcServerName());
-        QCOMPARE(peer.property("pause"), QJsonValue(true));
-    });
-    // The main window has come above it.
-    Desktop::order("windowactivate", *preview());
-    Desktop::click(*child(*preview(), "btnClose"));
-    QTRY_VERIFY(!preview());
-}
-
-void TestAsUsed::questionComesBeforeThePreview()
-{
-    QVERIFY(addFilm("btnMerger") && addFilm("btnMerger"));
-    Desktop::click(*child(*m_window, "btnMerge"));
-    QWidget *question = nullptr;
-    QTRY_VERIFY_WITH_TIMEOUT((question = visibleWindow("MediaMergeFinishTipsDialog")), 4 * limitMs);
-    QTRY_VERIFY(question->isActiveWindow());
-    // What is seen there is the question.
-    const QPoint title = child(*question, "lblTitle")->geometry().center();
-    QTRY_VERIFY(Desktop::isLike(Desktop::seenAt(question->mapToGlobal(title)), Qt::white));
-    QVERIFY(!preview());
-    Desktop::key("Escape");
-    QTRY_VERIFY(!visibleWindow("MediaMergeFinishTipsDialog"));
-    QTRY_VERIFY(preview());
-    awaitFilm(*preview());
-    clickToastAway();
-    Desktop::click(*child(*preview(), "btnClose"));
-    QTRY_VERIFY(!preview());
-}
 
 int main(int argc, char *argv[])
 {

@@ -4,6 +4,7 @@
 #include "resources/look.h"
 #include "screenshots/shots.h"
 #include "screenshots/stage.h"
+#include "support/utf8.h"
 
 #include <QApplication>
 #include <QTranslator>
@@ -20,7 +21,7 @@ int main(int argc, char **argv)
         return 2;
     }
     QTranslator translator;
-    if (!translator.load(QStringLiteral(":/languages/qm/qt_zh_CN.qm")) || !Look::apply())
+    if (!translator.load(":/languages/qm/qt_zh_CN.qm"_s) || !Look::apply())
         return 1;
     QApplication::installTranslator(&translator);
 
@@ -30,7 +31,7 @@ int main(int argc, char **argv)
     Stage stage(arguments.at(2));
     for (const Shot &shot : allShots()) {
         shot.prepare(stage);
-        const QString path = arguments.at(1) + QLatin1Char('/') + shot.name + QLatin1String(".png");
+        const QString path = arguments.at(1) + u'/' + shot.name + ".png"_s;
         if ((wanted.isEmpty() || wanted.contains(shot.name)) && !stage.save(path)) {
             std::fprintf(stderr, "%s can't be written\n", qPrintable(path));
             return 1;

@@ -58,9 +58,7 @@ const int cutDurationMs = 600000;
 
 QString longText()
 {
-    return QStringLiteral(
-               "一段很长很长的文件名，用来检查文字放不下时的样子 with Latin words in it ")
-        .repeated(3);
+    return "一段很长很长的文件名，用来检查文字放不下时的样子 with Latin words in it "_s.repeated(3);
 }
 
 template<class Dialog>
@@ -120,7 +118,7 @@ void startConverting(Stage &stage)
     auto &page = openPage<MediaConvertFunctionPage>(stage, "btnConverter");
     page.on_btnConvertAll_clicked();
     // Some rows are done then, while the longest still runs.
-    const auto rows = page.findChildren<QPushButton *>(QStringLiteral("btnOpenDir"));
+    const auto rows = page.findChildren<QPushButton *>("btnOpenDir"_s);
     const bool some = QTest::qWaitFor(
         [&rows] {
             return std::count_if(rows.begin(), rows.end(), [](const QPushButton *button) {
@@ -146,10 +144,9 @@ void showFormats(Stage &stage, const char *tab)
 void showHistory(Stage &stage)
 {
     for (int i = 0; i < manyRecords; ++i) {
-        const QString name = i % 3 == 0 ? longText() : QStringLiteral("假期.mp4");
-        HistoryRecord::instance().add({QStringLiteral("2026.03.01 09:30"),
-                                       QStringLiteral("/home/video/") + name,
-                                       QStringLiteral("/home/output/") + name});
+        const QString name = i % 3 == 0 ? longText() : "假期.mp4"_s;
+        HistoryRecord::instance().add(
+            {"2026.03.01 09:30"_s, "/home/video/"_s + name, "/home/output/"_s + name});
     }
     showDialog<HistoryRecordCovertDialog>(stage);
 }
@@ -182,9 +179,8 @@ void showMessage(Stage &stage, const QString &text)
 
 void showFailure(Stage &stage)
 {
-    const TaskFailure failure = {
-        QStringLiteral("坏文件.mp4: moov atom not found"),
-        QString(longText() + QLatin1Char('\n')).repeated(20).split(QLatin1Char('\n'))};
+    const TaskFailure failure = {"坏文件.mp4: moov atom not found"_s,
+                                 QString(longText() + u'\n').repeated(20).split(u'\n')};
     stage.show(new FailureDetailsDialog(failure, &stage.window()));
 }
 
@@ -197,7 +193,7 @@ void showFeedback(Stage &stage, const QString &text)
 
 QString longestFilm(const Stage &stage)
 {
-    return stage.media().filter(QStringLiteral(".avi")).value(0);
+    return stage.media().filter(".avi"_s).value(0);
 }
 
 void awaitPicture(QWidget &window)
@@ -317,8 +313,7 @@ void showFragmentStates(Stage &stage)
 
 void showToast(Stage &stage)
 {
-    Toast::showToast(QStringLiteral("请先添加文件"), 2000, Toast::centred, Toast::centred,
-                     &stage.window());
+    Toast::showToast("请先添加文件"_s, 2000, Toast::centred, Toast::centred, &stage.window());
 }
 
 } // namespace
@@ -326,68 +321,62 @@ void showToast(Stage &stage)
 const QVector<Shot> &allShots()
 {
     static const QVector<Shot> shots = {
-        {QLatin1String("home"), [](Stage &) {}},
-        {QLatin1String("menu"), [](Stage &stage) { stage.press("btnMore"); }},
-        {QLatin1String("service"), [](Stage &stage) { stage.window().on_btnCService_clicked(); }},
-        {QLatin1String("exit"), showDialog<ExitTipsDialog>},
-        {QLatin1String("about"), showDialog<AboutMeDialog>},
-        {QLatin1String("feedback"), [](Stage &stage) { showFeedback(stage, QString()); }},
-        {QLatin1String("feedback-long"),
-         [](Stage &stage) { showFeedback(stage, longText().repeated(3)); }},
-        {QLatin1String("page-to-come"), [](Stage &stage) { stage.press("btnBeautifier"); }},
-        {QLatin1String("convert-empty"), [](Stage &stage) { stage.press("btnConverter"); }},
-        {QLatin1String("convert-rows"),
+        {"home"_s, [](Stage &) {}},
+        {"menu"_s, [](Stage &stage) { stage.press("btnMore"); }},
+        {"service"_s, [](Stage &stage) { stage.window().on_btnCService_clicked(); }},
+        {"exit"_s, showDialog<ExitTipsDialog>},
+        {"about"_s, showDialog<AboutMeDialog>},
+        {"feedback"_s, [](Stage &stage) { showFeedback(stage, QString()); }},
+        {"feedback-long"_s, [](Stage &stage) { showFeedback(stage, longText().repeated(3)); }},
+        {"page-to-come"_s, [](Stage &stage) { stage.press("btnBeautifier"); }},
+        {"convert-empty"_s, [](Stage &stage) { stage.press("btnConverter"); }},
+        {"convert-rows"_s,
          [](Stage &stage) { fillPage<MediaConvertFunctionPage>(stage, "btnConverter"); }},
-        {QLatin1String("compress-empty"), [](Stage &stage) { stage.press("btnCompressor"); }},
-        {QLatin1String("compress-rows"),
+        {"compress-empty"_s, [](Stage &stage) { stage.press("btnCompressor"); }},
+        {"compress-rows"_s,
          [](Stage &stage) { fillPage<MediaCompressFunctionPage>(stage, "btnCompressor"); }},
-        {QLatin1String("compress-settings"),
-         [](Stage &stage) { showCompressSettings(stage, false); }},
-        {QLatin1String("compress-settings-own"),
-         [](Stage &stage) { showCompressSettings(stage, true); }},
-        {QLatin1String("cut-empty"), [](Stage &stage) { stage.press("btnCutter"); }},
-        {QLatin1String("cut-rows"),
-         [](Stage &stage) { fillPage<MediaCutFunctionPage>(stage, "btnCutter"); }},
-        {QLatin1String("cut-fragments"),
-         [](Stage &stage) { showFragments(stage, longestFilm(stage), 3); }},
-        {QLatin1String("cut-fragments-many"), showManyFragments},
-        {QLatin1String("cut-states"), showFragmentStates},
-        {QLatin1String("cut-playing"),
+        {"compress-settings"_s, [](Stage &stage) { showCompressSettings(stage, false); }},
+        {"compress-settings-own"_s, [](Stage &stage) { showCompressSettings(stage, true); }},
+        {"cut-empty"_s, [](Stage &stage) { stage.press("btnCutter"); }},
+        {"cut-rows"_s, [](Stage &stage) { fillPage<MediaCutFunctionPage>(stage, "btnCutter"); }},
+        {"cut-fragments"_s, [](Stage &stage) { showFragments(stage, longestFilm(stage), 3); }},
+        {"cut-fragments-many"_s, showManyFragments},
+        {"cut-states"_s, showFragmentStates},
+        {"cut-playing"_s,
          [](Stage &stage) { showVideoCut<VideoCutDialog>(stage, longestFilm(stage)); }},
-        {QLatin1String("merge-empty"), [](Stage &stage) { stage.press("btnMerger"); }},
-        {QLatin1String("merge-rows"),
+        {"merge-empty"_s, [](Stage &stage) { stage.press("btnMerger"); }},
+        {"merge-rows"_s,
          [](Stage &stage) { fillPage<MediaMergeFunctionPage>(stage, "btnMerger"); }},
-        {QLatin1String("merge-cut"), showCutInputs},
-        {QLatin1String("merge-finished"),
+        {"merge-cut"_s, showCutInputs},
+        {"merge-finished"_s,
          [](Stage &stage) {
-             stage.show(new MediaMergeFinishTipsDialog(
-                 QStringLiteral("/home/output/合并视频.mp4"),
-                 QStringLiteral("海边的第二天.mkv：比源文件短 15 秒"), &stage.window()));
+             stage.show(new MediaMergeFinishTipsDialog("/home/output/合并视频.mp4"_s,
+                                                       "海边的第二天.mkv：比源文件短 15 秒"_s,
+                                                       &stage.window()));
          }},
-        {QLatin1String("audio-rows"),
+        {"audio-rows"_s,
          [](Stage &stage) { fillPage<AudioConvertFunctionPage>(stage, "btnAudioConverter"); }},
-        {QLatin1String("formats-recent"), [](Stage &stage) { showFormats(stage, "btnHistory"); }},
-        {QLatin1String("formats-video"), [](Stage &stage) { showFormats(stage, "btnVideo"); }},
-        {QLatin1String("formats-audio"), [](Stage &stage) { showFormats(stage, "btnAudio"); }},
-        {QLatin1String("speeds"), showSpeeds},
-        {QLatin1String("history-empty"), showDialog<HistoryRecordCovertDialog>},
-        {QLatin1String("history-many"), showHistory},
-        {QLatin1String("import"), showImport},
-        {QLatin1String("message"),
-         [](Stage &stage) { showMessage(stage, QStringLiteral("文件不存在")); }},
-        {QLatin1String("message-long"), [](Stage &stage) { showMessage(stage, longText()); }},
-        {QLatin1String("message-format"), showDialog<MediaFormatSetTipsDialog>},
-        {QLatin1String("failure"), showFailure},
-        {QLatin1String("toast"), showToast},
-        {QLatin1String("audio-cut"), showAudioCut},
-        {QLatin1String("convert-running"), startConverting},
-        {QLatin1String("preview"), showPreview},
-        {QLatin1String("home-smallest"),
+        {"formats-recent"_s, [](Stage &stage) { showFormats(stage, "btnHistory"); }},
+        {"formats-video"_s, [](Stage &stage) { showFormats(stage, "btnVideo"); }},
+        {"formats-audio"_s, [](Stage &stage) { showFormats(stage, "btnAudio"); }},
+        {"speeds"_s, showSpeeds},
+        {"history-empty"_s, showDialog<HistoryRecordCovertDialog>},
+        {"history-many"_s, showHistory},
+        {"import"_s, showImport},
+        {"message"_s, [](Stage &stage) { showMessage(stage, "文件不存在"_s); }},
+        {"message-long"_s, [](Stage &stage) { showMessage(stage, longText()); }},
+        {"message-format"_s, showDialog<MediaFormatSetTipsDialog>},
+        {"failure"_s, showFailure},
+        {"toast"_s, showToast},
+        {"audio-cut"_s, showAudioCut},
+        {"convert-running"_s, startConverting},
+        {"preview"_s, showPreview},
+        {"home-smallest"_s,
          [](Stage &stage) {
              stage.press("btnHome");
              stage.window().resize(stage.window().minimumSize());
          }},
-        {QLatin1String("home-largest"), [](Stage &stage) { stage.window().showMaximized(); }},
+        {"home-largest"_s, [](Stage &stage) { stage.window().showMaximized(); }},
     };
     return shots;
 }

@@ -10,10 +10,6 @@
 #include "support/testfile.h"
 #include "support/testmedia.h"
 
-#include <QFile>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <csignal>
@@ -24,7 +20,7 @@ namespace {
 
 QString dataPath(const char *name)
 {
-    return dataDir() + QLatin1Char('/') + QString::fromLatin1(name);
+    return dataDir() + u'/' + QString::fromLatin1(name);
 }
 
 void put(const char *name, const QByteArray &content)
@@ -35,8 +31,7 @@ void put(const char *name, const QByteArray &content)
 // Null when there is no such file.
 QByteArray content(const char *name)
 {
-    QFile file(dataPath(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return contentOf(dataPath(name));
 }
 
 } // namespace
@@ -93,7 +88,7 @@ void TestStores::writesNumbers()
     };
     for (const auto &[text, value] : rows) {
         QByteArray json;
-        JsonWriter::objectToJson({{QStringLiteral("n"), value}}, json);
+        JsonWriter::objectToJson({{"n"_s, value}}, json);
         QCOMPARE(json, QByteArray("{\"n\":") + text + '}');
     }
 }
@@ -107,8 +102,8 @@ void TestStores::historyKeepsTheNewest500()
     }
     const HistoryRecord history;
     QCOMPARE(history.records().size(), 500);
-    QCOMPARE(history.records().first().inputfile, QStringLiteral("500"));
-    QCOMPARE(history.records().last().inputfile, QStringLiteral("1"));
+    QCOMPARE(history.records().first().inputfile, "500"_s);
+    QCOMPARE(history.records().last().inputfile, "1"_s);
 }
 
 void TestStores::historyForm()
@@ -116,7 +111,7 @@ void TestStores::historyForm()
     const QByteArray text = R"({"history":[{"datetime":"2022.01.02 03:04",)"
                             R"("inputfile":"/片/a.mp4","outputfile":"/b.mkv"}]})";
     put("HistoryRecord.json", "\xEF\xBB\xBF" + text);
-    QCOMPARE(HistoryRecord().records().value(0).inputfile, QStringLiteral("/片/a.mp4"));
+    QCOMPARE(HistoryRecord().records().value(0).inputfile, "/片/a.mp4"_s);
     QCOMPARE(content("HistoryRecord.json"), text);
     QVERIFY(!(QFile::permissions(dataPath("HistoryRecord.json")) & QFile::ReadOther));
 }
@@ -147,11 +142,11 @@ void TestStores::presetsFromFile()
 void TestStores::settingsDefaults()
 {
     const std::tuple<const char *, quint32, QString> rows[] = {
-        {"BEAUTIFER", 1003001, QStringLiteral("视频美化")},
-        {"MERGER", 1003002, QStringLiteral("视频合并")},
-        {"GIF", 0, QStringLiteral("视频转GIF")},
-        {"AUDIO_CONVERTER", 1200000, QStringLiteral("音频转换")},
-        {"SCREEN_CAP", 0, QStringLiteral("屏幕录像")},
+        {"BEAUTIFER", 1003001, "视频美化"_s},
+        {"MERGER", 1003002, "视频合并"_s},
+        {"GIF", 0, "视频转GIF"_s},
+        {"AUDIO_CONVERTER", 1200000, "音频转换"_s},
+        {"SCREEN_CAP", 0, "屏幕录像"_s},
     };
     const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     // The second run reads what the first one wrote.
@@ -161,10 +156,10 @@ void TestStores::settingsDefaults()
             const QLatin1String section(name);
             QCOMPARE(settings.value(section, FunctionKey::encParamID).toUInt(), preset);
             QCOMPARE(settings.value(section, FunctionKey::outPath).toString(),
-                     documents + QStringLiteral("/墨泉影音工坊/") + folder);
+                     documents + "/墨泉影音工坊/"_s + folder);
         }
         QCOMPARE(settings.value(FunctionSection::merger, FunctionKey::outName).toString(),
-                 QStringLiteral("合并视频"));
+                 "合并视频"_s);
     }
 }
 
@@ -175,7 +170,7 @@ void TestStores::settingsMerge()
     {
         FunctionSettings settings;
         const QVariantMap converter = settings.map().value(FunctionSection::converter).toMap();
-        QCOMPARE(converter.value(QStringLiteral("extra")).toInt(), 7);
+        QCOMPARE(converter.value("extra"_s).toInt(), 7);
         QCOMPARE(converter.value(FunctionKey::encParamID).toUInt(), 1003001U);
         QCOMPARE(converter.value(FunctionKey::outPath).toString(),
                  defaultOutputDir(MediaFunction::Convert));
@@ -185,7 +180,7 @@ void TestStores::settingsMerge()
     QCOMPARE(settings.value(FunctionSection::cutter, FunctionKey::encParamID).toUInt(), 1005001U);
     QCOMPARE(settings.value(FunctionSection::compressor, FunctionKey::compressRate).toDouble(),
              0.5);
-    QCOMPARE(settings.map().value(QStringLiteral("OTHER")).toList(), (QVariantList{1}));
+    QCOMPARE(settings.map().value("OTHER"_s).toList(), (QVariantList{1}));
 }
 
 void TestStores::persistKeepsWhatItFinds()
@@ -194,9 +189,9 @@ void TestStores::persistKeepsWhatItFinds()
     put("Persist/bare.json", "{}");
     {
         PersistStore store;
-        const QStringList found{QStringLiteral("a.b"), QStringLiteral("bare")};
+        const QStringList found{"a.b"_s, "bare"_s};
         QCOMPARE(store.entries().keys(), found);
-        store.entries()[QStringLiteral("new")] = {{QStringLiteral("k"), 1}};
+        store.entries()["new"_s] = {{"k"_s, 1}};
     }
     QCOMPARE(content("Persist/new.json"), QByteArray("{\n    \"k\": 1\n}\n"));
     QCOMPARE(content("Persist/a.b.json").simplified(),
@@ -221,8 +216,8 @@ void TestStores::failedWriteLeavesTheOldFile()
     const QByteArray before = R"({"userinfo":{"id":"17","token":"t"}})";
     {
         UserInfoStore user;
-        user.setId(QStringLiteral("17"));
-        user.setToken(QStringLiteral("t"));
+        user.setId("17"_s);
+        user.setToken("t"_s);
     }
     QCOMPARE(content("UserInfo.json"), before);
     rlimit usual{};
@@ -232,14 +227,14 @@ void TestStores::failedWriteLeavesTheOldFile()
     const auto usualHandler = std::signal(SIGXFSZ, SIG_IGN);
     {
         UserInfoStore user;
-        QCOMPARE(user.id() + user.token(), QStringLiteral("17t"));
+        QCOMPARE(user.id() + user.token(), "17t"_s);
         QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
-        user.setId(QStringLiteral("18"));
+        user.setId("18"_s);
     }
     QCOMPARE(setrlimit(RLIMIT_FSIZE, &usual), 0);
     std::signal(SIGXFSZ, usualHandler);
     QCOMPARE(content("UserInfo.json"), before);
-    QCOMPARE(entriesOf(dataDir()), QStringList{QStringLiteral("UserInfo.json")});
+    QCOMPARE(entriesOf(dataDir()), QStringList{"UserInfo.json"_s});
 }
 
 QTEST_GUILESS_MAIN(TestStores)

@@ -7,13 +7,7 @@
 #include "support/testfile.h"
 #include "support/testmedia.h"
 
-#include <QCoreApplication>
-#include <QCryptographicHash>
-#include <QDir>
-#include <QFile>
-#include <QProcess>
-#include <QTemporaryDir>
-#include <QTest>
+#include <QtTest>
 
 #include <chrono>
 #include <cstdio>
@@ -29,7 +23,7 @@ void makeOld(const QString &folder)
 
 QDir notesDir()
 {
-    return QDir(dataDir() + QStringLiteral("/TempMarkers"));
+    return QDir(dataDir() + "/TempMarkers"_s);
 }
 
 QStringList notedMarkers()
@@ -49,7 +43,7 @@ class Helper
 public:
     Helper(const QString &output, const char *jobs)
     {
-        m_process.start(executablePath(), {QStringLiteral("helper"), output, QLatin1String(jobs)});
+        m_process.start(executablePath(), {"helper"_s, output, QLatin1String(jobs)});
         QCOMPARE(nextLine(&m_process), QByteArray("ready"));
     }
     bool kill()
@@ -73,105 +67,100 @@ class TstTempMarker : public QObject
     Q_OBJECT
 
 private slots:
-    void exitRemovesItsOwn();
-    void startSweepsAfterCrash();
-    void nextUseRemovesLeftovers();
-    void claimsAreExclusive();
+    void exitRemovesItsOwn()
+    {
+        const QTemporaryDir dir;
+        const QString output = dir.filePath("输出/deep"_s);
+        const QString marker = tempMarkerPath(output);
+        Helper stays(output, "a,unclaimed");
+        Helper leaves(output, "b");
+        writeTestFile(marker + "/b/part.mp4"_s);
+        writeTestFile(marker + "/loose.txt"_s);
+        makeOld(marker + "/a"_s);
+        QVERIFY(leaves.quit());
+        QVERIFY(QFile::exists(marker + "/a"_s));
+        QVERIFY(QFile::exists(marker + "/unclaimed"_s));
+        QVERIFY(!QFile::exists(marker + "/b"_s));
+        QCOMPARE(notedMarkers(), QStringList(marker));
+        QVERIFY(stays.quit());
+        QVERIFY(!QFile::exists(marker));
+        QVERIFY(QFile::exists(output));
+        QVERIFY(notedMarkers().isEmpty());
+    }
+
+    void startSweepsAfterCrash()
+    {
+        const QTemporaryDir dir;
+        const QString crashed = dir.filePath("crashed"_s);
+        const QString vanished = dir.filePath("vanished"_s);
+        const QString used = dir.filePath("used"_s);
+        // Notes that the program would not have written so.
+        const QString misnamed = tempMarkerPath(dir.path());
+        const QString noMarker = dir.filePath("films"_s);
+        const auto hash = QCryptographicHash::hash(noMarker.toUtf8(), QCryptographicHash::Sha1);
+        writeTestFile(notesDir().filePath("0123"_s), misnamed.toUtf8());
+        writeTestFile(notesDir().filePath(QString::fromLatin1(hash.toHex())), noMarker.toUtf8());
+        for (const QString &folder : {misnamed, noMarker})
+            QVERIFY(QDir().mkpath(folder + "/a"_s));
+        Helper first(crashed, "a");
+        Helper second(vanished, "b");
+        Helper alive(used, "a");
+        QVERIFY(first.kill() && second.kill());
+        QVERIFY(removeDirRecursively(tempMarkerPath(vanished)));
+        sweepStaleMarkers();
+        QVERIFY(!QFile::exists(tempMarkerPath(crashed)));
+        for (const QString &folder : {tempMarkerPath(used), misnamed, noMarker})
+            QVERIFY(QFile::exists(folder + "/a"_s));
+        QCOMPARE(notedMarkers(), QStringList(tempMarkerPath(used)));
+        QVERIFY(alive.quit());
+    }
+
+    void nextUseRemovesLeftovers()
+    {
+        const QTemporaryDir dir;
+        const QString marker = tempMarkerPath(dir.path());
+        const QString precious = dir.filePath("precious"_s);
+        QVERIFY(QDir().mkpath(precious));
+        Helper alive(dir.path(), "alive");
+        Helper dead(dir.path(), "old,young");
+        QVERIFY(QFile::link(precious, marker + "/old/link"_s));
+        QVERIFY(dead.kill());
+        makeOld(marker + "/old"_s);
+        makeOld(marker + "/alive"_s);
+
+        QCOMPARE(createTempMarkerDir(dir.path()), marker);
+        QCOMPARE(entriesOf(marker), QStringList({"alive"_s, "young"_s}));
+        QVERIFY(alive.quit());
+        QVERIFY(QFile::exists(precious));
+    }
+
+    void claimsAreExclusive()
+    {
+        const QTemporaryDir dir;
+        const QString folder = tempMarkerPath(dir.path()) + "/a"_s;
+        QVERIFY(!claimWorkFolder(folder));
+        Helper owner(dir.path(), "a");
+        QVERIFY(!claimWorkFolder(folder));
+        QVERIFY(owner.kill());
+        QVERIFY(claimWorkFolder(folder));
+        QVERIFY(claimWorkFolder(folder));
+        makeOld(folder);
+        createTempMarkerDir(dir.path());
+        QVERIFY(QFile::exists(folder));
+        releaseWorkFolder(folder);
+        createTempMarkerDir(dir.path());
+        QVERIFY(!QFile::exists(folder));
+    }
 };
-
-void TstTempMarker::exitRemovesItsOwn()
-{
-    const QTemporaryDir dir;
-    const QString output = dir.filePath(QStringLiteral("输出/deep"));
-    const QString marker = tempMarkerPath(output);
-    Helper stays(output, "a,unclaimed");
-    Helper leaves(output, "b");
-    writeTestFile(marker + QStringLiteral("/b/part.mp4"));
-    writeTestFile(marker + QStringLiteral("/loose.txt"));
-    makeOld(marker + QStringLiteral("/a"));
-    QVERIFY(leaves.quit());
-    QVERIFY(QFile::exists(marker + QStringLiteral("/a")));
-    QVERIFY(QFile::exists(marker + QStringLiteral("/unclaimed")));
-    QVERIFY(!QFile::exists(marker + QStringLiteral("/b")));
-    QCOMPARE(notedMarkers(), QStringList(marker));
-    QVERIFY(stays.quit());
-    QVERIFY(!QFile::exists(marker));
-    QVERIFY(QFile::exists(output));
-    QVERIFY(notedMarkers().isEmpty());
-}
-
-void TstTempMarker::nextUseRemovesLeftovers()
-{
-    const QTemporaryDir dir;
-    const QString marker = tempMarkerPath(dir.path());
-    const QString precious = dir.filePath(QStringLiteral("precious"));
-    QVERIFY(QDir().mkpath(precious));
-    Helper alive(dir.path(), "alive");
-    Helper dead(dir.path(), "old,young");
-    QVERIFY(QFile::link(precious, marker + QStringLiteral("/old/link")));
-    QVERIFY(dead.kill());
-    makeOld(marker + QStringLiteral("/old"));
-    makeOld(marker + QStringLiteral("/alive"));
-
-    QCOMPARE(createTempMarkerDir(dir.path()), marker);
-    QCOMPARE(entriesOf(marker), QStringList({QStringLiteral("alive"), QStringLiteral("young")}));
-    QVERIFY(alive.quit());
-    QVERIFY(QFile::exists(precious));
-}
-
-void TstTempMarker::startSweepsAfterCrash()
-{
-    const QTemporaryDir dir;
-    const QString crashed = dir.filePath(QStringLiteral("crashed"));
-    const QString vanished = dir.filePath(QStringLiteral("vanished"));
-    const QString used = dir.filePath(QStringLiteral("used"));
-    // Notes that the program would not have written so.
-    const QString misnamed = tempMarkerPath(dir.path());
-    const QString noMarker = dir.filePath(QStringLiteral("films"));
-    const auto hash = QCryptographicHash::hash(noMarker.toUtf8(), QCryptographicHash::Sha1);
-    writeTestFile(notesDir().filePath(QStringLiteral("0123")), misnamed.toUtf8());
-    writeTestFile(notesDir().filePath(QString::fromLatin1(hash.toHex())), noMarker.toUtf8());
-    for (const QString &folder : {misnamed, noMarker})
-        QVERIFY(QDir().mkpath(folder + QStringLiteral("/a")));
-    Helper first(crashed, "a");
-    Helper second(vanished, "b");
-    Helper alive(used, "a");
-    QVERIFY(first.kill() && second.kill());
-    QVERIFY(removeDirRecursively(tempMarkerPath(vanished)));
-    sweepStaleMarkers();
-    QVERIFY(!QFile::exists(tempMarkerPath(crashed)));
-    for (const QString &folder : {tempMarkerPath(used), misnamed, noMarker})
-        QVERIFY(QFile::exists(folder + QStringLiteral("/a")));
-    QCOMPARE(notedMarkers(), QStringList(tempMarkerPath(used)));
-    QVERIFY(alive.quit());
-}
-
-void TstTempMarker::claimsAreExclusive()
-{
-    const QTemporaryDir dir;
-    const QString folder = tempMarkerPath(dir.path()) + QStringLiteral("/a");
-    QVERIFY(!claimWorkFolder(folder));
-    Helper owner(dir.path(), "a");
-    QVERIFY(!claimWorkFolder(folder));
-    QVERIFY(owner.kill());
-    QVERIFY(claimWorkFolder(folder));
-    QVERIFY(claimWorkFolder(folder));
-    makeOld(folder);
-    createTempMarkerDir(dir.path());
-    QVERIFY(QFile::exists(folder));
-    releaseWorkFolder(folder);
-    createTempMarkerDir(dir.path());
-    QVERIFY(!QFile::exists(folder));
-}
 
 // Makes and claims a comma-separated list of work folders, then waits for the end of its input.
 static int runHelper(const QString &output, const QStringList &names)
 {
     bool ok = createTempMarkerDir(output) == tempMarkerPath(output);
     for (const QString &name : names) {
-        const QString folder = tempMarkerPath(output) + QLatin1Char('/') + name;
+        const QString folder = tempMarkerPath(output) + u'/' + name;
         ok = QDir().mkpath(folder) && ok;
-        ok = (name == QLatin1String("unclaimed") || claimWorkFolder(folder)) && ok;
+        ok = (name == "unclaimed"_s || claimWorkFolder(folder)) && ok;
     }
     std::printf("%s\n", ok ? "ready" : "failed");
     std::fflush(stdout);
@@ -184,8 +173,8 @@ int main(int argc, char *argv[])
     ensureUtf8Locale();
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.value(1) == QLatin1String("helper"))
-        return runHelper(arguments.value(2), arguments.value(3).split(QLatin1Char(',')));
+    if (arguments.value(1) == "helper"_s)
+        return runHelper(arguments.value(2), arguments.value(3).split(u','));
     const QTemporaryDir home;
     qputenv("XDG_DATA_HOME", QFile::encodeName(home.path()));
     TstTempMarker test;

@@ -16,13 +16,13 @@ namespace {
 
 void xdotool(const QStringList &arguments)
 {
-    const ToolRun run = runTool(QStringLiteral("xdotool"), arguments);
+    const ToolRun run = runTool("xdotool"_s, arguments);
     QVERIFY2(run.exitCode == 0, run.err.constData());
 }
 
 QStringList moveWords(const QPoint &point)
 {
-    return {QStringLiteral("mousemove"), QString::number(point.x()), QString::number(point.y())};
+    return {"mousemove"_s, QString::number(point.x()), QString::number(point.y())};
 }
 
 } // namespace
@@ -30,10 +30,8 @@ QStringList moveWords(const QPoint &point)
 SystemTray::SystemTray()
 {
     m_panel.setStandardErrorFile(QProcess::nullDevice());
-    m_panel.start(QStringLiteral("trayer"),
-                  {QStringLiteral("--edge"), QStringLiteral("bottom"), QStringLiteral("--align"),
-                   QStringLiteral("right"), QStringLiteral("--widthtype"),
-                   QStringLiteral("request"), QStringLiteral("--height"), QStringLiteral("24")});
+    m_panel.start("trayer"_s, {"--edge"_s, "bottom"_s, "--align"_s, "right"_s, "--widthtype"_s,
+                               "request"_s, "--height"_s, "24"_s});
     QTRY_VERIFY_WITH_TIMEOUT(QSystemTrayIcon::isSystemTrayAvailable(), 15000);
 }
 
@@ -71,7 +69,7 @@ void Desktop::pointTo(const QPoint &point)
 
 void Desktop::click(const QPoint &point)
 {
-    xdotool(moveWords(point) + QStringList{QStringLiteral("click"), QStringLiteral("1")});
+    xdotool(moveWords(point) + QStringList{"click"_s, "1"_s});
 }
 
 void Desktop::click(const QWidget &widget)
@@ -84,39 +82,37 @@ void Desktop::click(const QWidget &widget)
     });
     const QString folder = qEnvironmentVariable("MORVANE_SHOTS");
     if (!isMet && !folder.isEmpty())
-        seen(QGuiApplication::primaryScreen()->geometry())
-            .save(folder + QLatin1String("/unmet.png"));
+        seen(QGuiApplication::primaryScreen()->geometry()).save(folder + "/unmet.png"_s);
     QVERIFY2(isMet, qPrintable(widget.objectName()));
-    xdotool({QStringLiteral("click"), QStringLiteral("1")});
+    xdotool({"click"_s, "1"_s});
 }
 
 void Desktop::drag(const QPoint &from, const QPoint &to)
 {
     constexpr int steps = 5;
-    xdotool(moveWords(from) + QStringList{QStringLiteral("mousedown"), QStringLiteral("1")});
+    xdotool(moveWords(from) + QStringList{"mousedown"_s, "1"_s});
     for (int step = 1; step <= steps; ++step) {
         xdotool(moveWords(from + (to - from) * step / steps));
         // Moves that wait in a queue become one.
         QCoreApplication::processEvents();
     }
-    xdotool({QStringLiteral("mouseup"), QStringLiteral("1")});
+    xdotool({"mouseup"_s, "1"_s});
 }
 
 bool Desktop::hasKeyboard(const QWidget &window)
 {
-    const QByteArray focus =
-        runTool(QStringLiteral("xdotool"), {QStringLiteral("getwindowfocus")}).out;
+    const QByteArray focus = runTool("xdotool"_s, {"getwindowfocus"_s}).out;
     return focus.trimmed().toULongLong() == window.windowHandle()->winId();
 }
 
 void Desktop::key(const char *name)
 {
-    xdotool({QStringLiteral("key"), QString::fromLatin1(name)});
+    xdotool({"key"_s, QString::fromLatin1(name)});
 }
 
 void Desktop::type(const QString &text)
 {
-    xdotool({QStringLiteral("type"), text});
+    xdotool({"type"_s, text});
 }
 
 void Desktop::order(const char *command, const QWidget &window)

@@ -1,12 +1,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "support/utf8.h"
+
 #include <QApplication>
+#include <QLabel>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QScreen>
 #include <QTest>
 #include <QTimer>
 #include <QWidget>
+
+#include <memory>
 
 /// The widget of that name somewhere in a window; fails loudly by a null pointer when it's missing.
 template<class Widget = QWidget>
@@ -59,5 +65,44 @@ inline void shoot(QWidget &window, const char *name)
 {
     const QString folder = qEnvironmentVariable("MORVANE_SHOTS");
     if (!folder.isEmpty())
-        window.grab().save(folder + QLatin1Char('/') + QLatin1String(name) + QLatin1String(".png"));
+        window.grab().save(folder + u'/' + QLatin1String(name) + ".png"_s);
+}
+
+/// Runs `act`, which has to open a modal dialog, and answers that by a button.
+/// @return what the dialog says, or its class where it has no such text; empty when none came
+template<class Act>
+QString askedBy(Act act, const char *button, const char *className = "MediaMessageBox")
+{
+    const auto text = std::make_shared<QString>();
+    whenModal(className, [=](QWidget &dialog) {
+        const auto *label = child<QLabel>(dialog, "lblText");
+        *text = label ? label->text() : QLatin1String(className);
+        shoot(dialog, className);
+        press(dialog, button);
+    });
+    act();
+    return *text;
+}
+
+/// A drag by the left button from a widget's point over others, all in its parent's pixels, as the
+/// widget may move meanwhile.
+inline void dragWidget(QWidget *widget, const QPoint &from, const QVector<QPoint> &way)
+{
+    const auto send = [widget](QEvent::Type type, const QPoint &parentPoint, Qt::MouseButton button,
+                               Qt::MouseButtons buttons) {
+        const QPoint point = widget->mapFromParent(parentPoint);
+        QMouseEvent event(type, point, widget->mapToGlobal(point), button, buttons, Qt::NoModifier);
+        QApplication::sendEvent(widget, &event);
+    };
+    send(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
+    for (const QPoint &point : way)
+        send(QEvent::MouseMove, point, Qt::NoButton, Qt::LeftButton);
+    send(QEvent::MouseButtonRelease, way.last(), Qt::LeftButton, Qt::NoButton);
+}
+
+/// What the visible toast says; empty when there is none.
+inline QString toastText()
+{
+    const QWidget *toast = visibleWindow("Toast");
+    return toast ? toast->findChild<QLabel *>()->text() : QString();
 }

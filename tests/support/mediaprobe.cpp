@@ -8,22 +8,20 @@
 
 ProbedFile probeMedia(const QString &path)
 {
-    const ToolRun run = runTool(QStringLiteral("ffprobe"),
-                                {QStringLiteral("-v"), QStringLiteral("error"),
-                                 QStringLiteral("-show_format"), QStringLiteral("-show_streams"),
-                                 QStringLiteral("-of"), QStringLiteral("json"), path});
+    const ToolRun run = runTool("ffprobe"_s, {"-v"_s, "error"_s, "-show_format"_s,
+                                              "-show_streams"_s, "-of"_s, "json"_s, path});
     const QJsonObject document = QJsonDocument::fromJson(run.out).object();
-    const QJsonObject format = document[QLatin1String("format")].toObject();
+    const QJsonObject format = document["format"_s].toObject();
     ProbedFile file;
-    file.container = format[QLatin1String("format_name")].toString();
-    file.seconds = format[QLatin1String("duration")].toString().toDouble();
-    const QJsonArray streams = document[QLatin1String("streams")].toArray();
+    file.container = format["format_name"_s].toString();
+    file.seconds = format["duration"_s].toString().toDouble();
+    const QJsonArray streams = document["streams"_s].toArray();
     for (const QJsonValue &value : streams) {
         const QJsonObject stream = value.toObject();
-        const QString type = stream[QLatin1String("codec_type")].toString();
-        if (type == QLatin1String("video") && file.video.isEmpty())
+        const QString type = stream["codec_type"_s].toString();
+        if (type == "video"_s && file.video.isEmpty())
             file.video = stream;
-        else if (type == QLatin1String("audio") && file.audio.isEmpty())
+        else if (type == "audio"_s && file.audio.isEmpty())
             file.audio = stream;
     }
     return file;

@@ -2,18 +2,26 @@
 #pragma once
 
 #include "controls/filechooser.h"
+#include "MediaKits/AppInstance/LocalStore/appini.h"
 #include "MediaKits/AppInstance/LocalStore/functionsettings.h"
 #include "MediaKits/FunctionPage/Framework/Rows/taskrowwidget.h"
 #include "MediaKits/MediaTasksManager/converttaskparam.h"
+#include "resources/look.h"
 #include "support/guisupport.h"
+#include "support/mediaprobe.h"
+#include "support/testfile.h"
+#include "support/testmedia.h"
 
-#include <QDir>
-#include <QLabel>
 #include <QListWidget>
 #include <QStackedWidget>
-#include <QTemporaryDir>
+#include <QtTest>
 
-#include <memory>
+/// Before the first page: the program's look, and no preview that opens by itself.
+inline void preparePages()
+{
+    QVERIFY(Look::apply());
+    AppIni::instance().setValue(AppIni::Key::PreviewShowWhenAdded, false);
+}
 
 /// Clicks a preset in the open format dialog.
 inline void pickPreset(quint32 id)
@@ -37,7 +45,7 @@ inline void pickPreset(quint32 id)
 /// Whether what a row tells of its progress is more than a beginning.
 inline bool isGoing(const QString &progress)
 {
-    return progress.endsWith(QLatin1Char('%')) && progress > QLatin1String("0.1%");
+    return progress.endsWith(u'%') && progress > "0.1%"_s;
 }
 
 /// A list page in a window of its own, driven by its buttons.
@@ -57,7 +65,7 @@ public:
         shown = QTest::qWaitForWindowActive(page.get());
     }
 
-    QString out() const { return folder.filePath(QStringLiteral("out")); }
+    QString out() const { return folder.filePath("out"_s); }
 
     /// Through the file dialog's front and the tool bar's button.
     void add(const QStringList &files)
@@ -66,9 +74,24 @@ public:
         press(*page, "btnAddFile");
     }
 
+    /// Adds files to an empty page and waits for their rows.
+    /// @param readyButton enabled in a row whose file has been read; null not to wait for that
+    void addRows(const QStringList &files, const char *readyButton = nullptr)
+    {
+        add(files);
+        QTRY_COMPARE(list()->count(), files.size());
+        for (int i = 0; readyButton && i < files.size(); ++i)
+            QTRY_VERIFY(child(*rowWidget(i), readyButton) &&
+                        child(*rowWidget(i), readyButton)->isEnabled());
+    }
+
     QListWidget *list() const { return child<QListWidget>(*page, "convertList"); }
     QWidget *rowWidget(int index) const { return list()->itemWidget(list()->item(index)); }
     TaskRowWidget *row(int index) const { return qobject_cast<TaskRowWidget *>(rowWidget(index)); }
+    ConvertTaskParam &param(int index) const
+    {
+        return *static_cast<ConvertTaskParam *>(row(index)->task()->param());
+    }
     MediaTask::State state(int index) const { return row(index)->task()->state(); }
     QString text(int index, const char *label) const
     {

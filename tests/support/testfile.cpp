@@ -14,6 +14,12 @@ void writeTestFile(const QString &path, const QByteArray &content)
     QCOMPARE(file.write(content), qint64(content.size()));
 }
 
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 void writeTestProgram(const QString &path, const QByteArray &script)
 {
     writeTestFile(path, "#!/bin/sh\n" + script + '\n');

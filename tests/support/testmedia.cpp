@@ -1,60 +1,61 @@
 // SPDX-License-Identifier: MIT
 #include "support/testmedia.h"
 
-#include "support/toolrun.h"
-
 #include <QDir>
 #include <QTest>
 
-namespace {
-
-void runFfmpeg(const QStringList &arguments)
+ToolRun runFfmpeg(const QString &options, const QStringList &paths)
 {
-    const ToolRun run =
-        runTool(QStringLiteral("ffmpeg"),
-                QStringList{QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-y")} +
-                    arguments);
+    QStringList arguments = ("-v error -y "_s + options).split(u' ', Qt::SkipEmptyParts);
+    auto path = paths.cbegin();
+    for (QString &argument : arguments) {
+        if (argument == "@"_s)
+            argument = *path++;
+    }
+    return runTool("ffmpeg"_s, arguments);
+}
+
+void makeMedia(const QString &options, const QStringList &paths)
+{
+    const ToolRun run = runFfmpeg(options, paths);
     QVERIFY2(run.exitCode == 0, run.err.constData());
 }
 
-} // namespace
+QByteArray decodedMedia(const QString &path, const QString &options)
+{
+    return runFfmpeg("-i @ "_s + options + " -"_s, {path}).out;
+}
 
 void makeClip(const QString &path, const ClipPlan &plan)
 {
     const QString length = QString::number(plan.seconds);
-    QStringList arguments;
-    if (plan.width > 0) {
-        arguments << QStringLiteral("-f") << QStringLiteral("lavfi") << QStringLiteral("-i")
-                  << QStringLiteral("testsrc=d=%1:s=%2x%3:r=%4")
-                         .arg(length)
-                         .arg(plan.width)
-                         .arg(plan.height)
-                         .arg(plan.frameRate);
-    }
+    QString options;
+    if (plan.width > 0)
+        options += "-f lavfi -i testsrc=d=%1:s=%2x%3:r=%4 "_s.arg(length)
+                       .arg(plan.width)
+                       .arg(plan.height)
+                       .arg(plan.frameRate);
     if (plan.channels > 0) {
         QStringList tones;
         for (int channel = 0; channel < plan.channels; ++channel)
-            tones += QStringLiteral("0.2*sin(%1*2*PI*t)").arg(220 * (channel + 1));
-        arguments << QStringLiteral("-f") << QStringLiteral("lavfi") << QStringLiteral("-i")
-                  << QStringLiteral("aevalsrc=%1:s=%2:d=%3:c=%4")
-                         .arg(tones.join(QLatin1Char('|')))
-                         .arg(plan.sampleRate)
-                         .arg(length, plan.channels == 6   ? QStringLiteral("5.1")
-                                      : plan.channels == 1 ? QStringLiteral("mono")
-                                                           : QStringLiteral("stereo"));
+            tones += "0.2*sin(%1*2*PI*t)"_s.arg(220 * (channel + 1));
+        const QString layout = plan.channels == 6   ? "5.1"_s
+                               : plan.channels == 1 ? "mono"_s
+                                                    : "stereo"_s;
+        options += "-f lavfi -i aevalsrc=%1:s=%2:d=%3:c=%4 "_s.arg(tones.join(u'|'))
+                       .arg(plan.sampleRate)
+                       .arg(length, layout);
     }
-    if (plan.width > 0 && path.endsWith(QLatin1String(".mp4")))
-        arguments << QStringLiteral("-pix_fmt") << QStringLiteral("yuv420p");
-    arguments << path;
-    runFfmpeg(arguments);
+    if (plan.width > 0 && path.endsWith(".mp4"_s))
+        options += "-pix_fmt yuv420p "_s;
+    makeMedia(options + "@"_s, {path});
 }
 
 void makePicture(const QString &path, const QString &colour, int width, int height)
 {
-    runFfmpeg({QStringLiteral("-f"), QStringLiteral("lavfi"), QStringLiteral("-i"),
-               QStringLiteral("color=%1:s=%2x%3").arg(colour).arg(width).arg(height),
-               QStringLiteral("-frames:v"), QStringLiteral("1"), QStringLiteral("-update"),
-               QStringLiteral("1"), path});
+    makeMedia(
+        "-f lavfi -i color=%1:s=%2x%3 -frames:v 1 -update 1 @"_s.arg(colour).arg(width).arg(height),
+        {path});
 }
 
 QStringList entriesOf(const QString &dir)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "support/toolrun.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -18,6 +20,16 @@ struct ClipPlan
 /// Makes a clip; the suffix of `path` decides the container. Fails the running test when ffmpeg
 /// can't make it.
 void makeClip(const QString &path, const ClipPlan &plan = {});
+
+/// Runs the system's ffmpeg, which tells errors only. `options` are divided at blanks, and each "@"
+/// among them stands for the next of `paths`.
+ToolRun runFfmpeg(const QString &options, const QStringList &paths);
+
+/// The same, to make a file; fails the running test when it can't.
+void makeMedia(const QString &options, const QStringList &paths);
+
+/// What ffmpeg decodes from a file, into its raw form.
+QByteArray decodedMedia(const QString &path, const QString &options);
 
 /// Makes a picture of one colour.
 void makePicture(const QString &path, const QString &colour, int width, int height);

@@ -7,14 +7,14 @@
 
 QStringList ToolRun::outLines() const
 {
-    return QString::fromUtf8(out).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    return QString::fromUtf8(out).split(u'\n', Qt::SkipEmptyParts);
 }
 
 QProcessEnvironment environmentWith(const QStringList &extraEnvironment)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     for (const QString &text : extraEnvironment) {
-        const int equals = text.indexOf(QLatin1Char('='));
+        const int equals = text.indexOf(u'=');
         environment.insert(text.left(equals), text.mid(equals + 1));
     }
     return environment;
@@ -44,7 +44,7 @@ QString builtProgram(const QString &name)
 
 char processState(qint64 pid)
 {
-    QFile stat(QStringLiteral("/proc/%1/stat").arg(pid));
+    QFile stat("/proc/%1/stat"_s.arg(pid));
     if (!stat.open(QIODevice::ReadOnly))
         return 0;
     const QByteArray text = stat.readAll();
@@ -56,11 +56,11 @@ char processState(qint64 pid)
 QList<qint64> processesWith(const QString &text)
 {
     QList<qint64> found;
-    const QStringList pids = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs);
+    const QStringList pids = QDir("/proc"_s).entryList(QDir::Dirs);
     for (const QString &name : pids) {
         bool isPid = false;
         const qint64 pid = name.toLongLong(&isPid);
-        QFile commandLine(QStringLiteral("/proc/%1/cmdline").arg(name));
+        QFile commandLine("/proc/%1/cmdline"_s.arg(name));
         if (isPid && commandLine.open(QIODevice::ReadOnly) &&
             commandLine.readAll().contains(text.toUtf8()))
             found += pid;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "support/utf8.h"
+
 #include <QByteArray>
 #include <QProcessEnvironment>
 #include <QStringList>

@@ -55,7 +55,7 @@ struct Watched
 struct TestFolder
 {
     QString path(const QString &name) const { return root.filePath(name); }
-    QString result(const QString &format) const { return out + QLatin1String("/b.") + format; }
+    QString result(const QString &format) const { return out + "/b."_s + format; }
 
     /// A conversion to "b" with the suffix `format`.
     ConvertTaskParam *convertParam(const QString &input, const QString &format) const
@@ -63,7 +63,7 @@ struct TestFolder
         auto *param = new ConvertTaskParam;
         param->inputFile = input;
         param->inputFormat = QFileInfo(input).suffix();
-        param->outputName = QStringLiteral("b");
+        param->outputName = "b"_s;
         param->outputDir = out;
         param->format = format;
         return param;
@@ -80,5 +80,5 @@ struct TestFolder
     }
 
     QTemporaryDir root;
-    QString out = root.filePath(utf8("输出 out"));
+    QString out = root.filePath("输出 out"_s);
 };

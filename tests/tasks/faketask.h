@@ -2,12 +2,13 @@
 #pragma once
 
 #include "MediaKits/MediaTasksManager/mediatask.h"
+#include "support/utf8.h"
 
 #include <QSignalSpy>
 #include <QTimer>
 
 /// The letters of the states, in the order of their numbers.
-inline const QString stateLetters = QStringLiteral("USRgDPMFEX");
+inline const QString stateLetters = "USRgDPMFEX"_s;
 
 inline MediaTask::State stateOf(QChar letter)
 {
@@ -54,7 +55,7 @@ public:
         }
         setState(RUNNING);
         if (m_plan == Fails)
-            failAs(name() + QLatin1String(" failed"));
+            failAs(name() + " failed"_s);
         else
             setState(FINISHED);
     }
@@ -66,7 +67,7 @@ public:
     {
         if (isFinal(state()))
             return;
-        *m_journal += name() + QLatin1Char('!');
+        *m_journal += name() + u'!';
         setState(STOPING);
         // A tool that is killed while it starts up can't have been `STOPING`.
         setState(FINISHED);

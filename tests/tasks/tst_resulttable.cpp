@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MediaInfo/MAMediaInfo/mamediainfo.h"
 #include "MediaKits/MediaTasksManager/complexconverttask.h"
+#include "support/casename.h"
 #include "support/mediaprobe.h"
 #include "tasks/chainrun.h"
 #include "tasks/resultcase.h"
@@ -62,15 +63,11 @@ const char *const table[] = {
 
 QImage decodedPicture(const QString &path, const QSize &size)
 {
-    const ToolRun run =
-        runTool(QStringLiteral("ffmpeg"),
-                {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-i"), path,
-                 QStringLiteral("-frames:v"), QStringLiteral("1"), QStringLiteral("-vf"),
-                 QStringLiteral("scale=%1:%2,format=bgra").arg(size.width()).arg(size.height()),
-                 QStringLiteral("-f"), QStringLiteral("rawvideo"), QStringLiteral("-")});
-    if (run.out.size() != size.width() * size.height() * 4)
+    const QString options = "-frames:v 1 -vf scale=%1:%2,format=bgra -f rawvideo"_s;
+    const QByteArray pixels = decodedMedia(path, options.arg(size.width()).arg(size.height()));
+    if (pixels.size() != size.width() * size.height() * 4)
         return {};
-    return QImage(reinterpret_cast<const uchar *>(run.out.constData()), size.width(), size.height(),
+    return QImage(reinterpret_cast<const uchar *>(pixels.constData()), size.width(), size.height(),
                   QImage::Format_RGB32)
         .copy();
 }
@@ -78,26 +75,17 @@ QImage decodedPicture(const QString &path, const QSize &size)
 double soundSeconds(const QString &path)
 {
     constexpr int rate = 8000;
-    return runTool(QStringLiteral("ffmpeg"),
-                   {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-i"), path,
-                    QStringLiteral("-vn"), QStringLiteral("-ac"), QStringLiteral("1"),
-                    QStringLiteral("-ar"), QString::number(rate), QStringLiteral("-f"),
-                    QStringLiteral("s8"), QStringLiteral("-")})
-               .out.size() /
-           double(rate);
+    return decodedMedia(path, "-vn -ac 1 -ar %1 -f s8"_s.arg(rate)).size() / double(rate);
 }
 
 // The size that a player shows a picture with.
 QSize shownSizeOf(const ProbedFile &file)
 {
-    const QStringList aspect =
-        file.video[QLatin1String("sample_aspect_ratio")].toString().split(QLatin1Char(':'));
+    const QStringList aspect = file.video["sample_aspect_ratio"_s].toString().split(u':');
     const double pixelAspect = aspect.size() == 2 && aspect[1].toDouble() > 0
                                    ? aspect[0].toDouble() / aspect[1].toDouble()
                                    : 1.0;
-    const int width = file.video[QLatin1String("width")].toInt();
-    const int height = file.video[QLatin1String("height")].toInt();
-    return {qRound(width * pixelAspect), height};
+    return {qRound(file.size().width() * pixelAspect), file.size().height()};
 }
 
 QSharedPointer<MediaInfoData> probed(const QString &path)
@@ -116,249 +104,204 @@ class TestResultTable : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void holdsWhatWasAskedFor_data();
-    void holdsWhatWasAskedFor();
-    void looksAsPreviewed_data();
-    void looksAsPreviewed();
+    void initTestCase()
+    {
+        for (const ResultSource &source : ResultCase::sources()) {
+            makeSource(source, false);
+            makeSource(source, true);
+        }
+        QImage mark(16, 16, QImage::Format_RGB32);
+        mark.fill(markColour);
+        QVERIFY(mark.save(media("mark.png"_s)));
+        makeClip(media("music.wav"_s), {5, 0});
+    }
+
+    void holdsWhatWasAskedFor_data()
+    {
+        QTest::addColumn<QStringList>("words");
+        for (const char *row : table)
+            QTest::newRow(row) << QString(QLatin1String(row)).split(u' ');
+    }
+
+    void holdsWhatWasAskedFor()
+    {
+        QFETCH(QStringList, words);
+        const ResultCase row(words);
+        const TestFolder folder;
+        Convert convert(wanted(row, folder));
+        QVERIFY2(convert.run() == MediaTask::FINISHED, qPrintable(convert.cause()));
+        QCOMPARE(convert.task->remarks().texts, QStringList());
+        const QString path = folder.result(row.suffix());
+        const ProbedFile file = probeMedia(path);
+
+        QCOMPARE(!file.audio.isEmpty(), row.hasSound());
+        if (row.hasSound()) {
+            const double seconds = soundSeconds(path);
+            QVERIFY2(std::abs(seconds - sourceSeconds / row.speed) < soundLimit,
+                     qPrintable(QString::number(seconds)));
+        }
+        QCOMPARE(!file.video.isEmpty(), row.hasPicture());
+        if (row.hasPicture())
+            comparePicture(row, path);
+    }
+
+    // Each alone, at the value where other settings change nothing.
+    void looksAsPreviewed()
+    {
+        const auto check = [&](const char *caseName, float contrast, float brightness,
+                               float saturation, QRgb colour) {
+            const CaseName inCase(caseName);
+            const TestFolder folder;
+            const ResultCase row("land same - 0 - 1 - -"_s.split(u' '));
+            ConvertTaskParam *param = wanted(row, folder);
+            param->beauty->contrast = contrast;
+            param->beauty->brightness = brightness;
+            param->beauty->saturation = saturation;
+            Convert convert(param);
+            QVERIFY2(convert.run() == MediaTask::FINISHED, qPrintable(convert.cause()));
+            const QImage shown = decodedPicture(folder.result("mp4"_s), row.source->shown);
+            QVERIFY(!shown.isNull());
+            const QRgb is = shown.pixel(30, 30); // of the first area
+            const int difference = std::abs(qRed(is) - qRed(colour)) +
+                                   std::abs(qGreen(is) - qGreen(colour)) +
+                                   std::abs(qBlue(is) - qBlue(colour));
+            QVERIFY2(difference / 3 < 10, qPrintable(QColor(is).name()));
+        };
+        check("no saturation", 1.0F, 0.0F, 0.0F, qRgb(75, 75, 75));
+        check("no contrast", 0.0F, 0.0F, 1.0F, qRgb(214, 94, 94));
+        check("full brightness", 1.0F, 1.0F, 1.0F, qRgb(255, 255, 255));
+    }
 
 private:
     QString media(const QString &name) const { return m_media.filePath(name); }
-    QString sourceFile(const ResultCase &row) const;
-    void makeSource(const ResultSource &source, bool hasLogo);
-    ConvertTaskParam *wanted(const ResultCase &row, const TestFolder &folder) const;
-    QVariantMap markEntry(const ResultCase &row) const;
-    void comparePicture(const ResultCase &row, const QString &path);
-    void compareLetter(const QRect &box, double growth, const QImage &shown);
+    QString sourceFile(const ResultCase &row) const
+    {
+        const bool hasLogo = row.mark == "removal"_s;
+        return media("%1%2.%3"_s.arg(QLatin1String(row.source->name),
+                                     hasLogo ? "-logo"_s : QString(),
+                                     QLatin1String(row.source->suffix)));
+    }
+
+    void makeSource(const ResultSource &source, bool hasLogo)
+    {
+        QImage picture = shownPicture(source);
+        if (hasLogo)
+            fill(picture, markOf(source).adjusted(6, 6, -6, -6), qRgb(250, 250, 250));
+        picture = picture.transformed(QTransform().rotate(90.0 * source.codedTurn));
+        const int codedWidth = qRound(picture.width() / source.pixelAspect);
+        picture = picture.scaled(codedWidth, picture.height());
+        QVERIFY(picture.save(media("coded.png"_s)));
+
+        const QString name = QLatin1String(source.name) + (hasLogo ? "-logo"_s : QLatin1String());
+        const QString path = media(name + u'.' + QLatin1String(source.suffix));
+        const QString plain = media("plain."_s + QLatin1String(source.suffix));
+        const QString sound = source.hasSound ? "-f lavfi -i sine=500:r=48000"_s : QString();
+        makeMedia("-loop 1 -framerate 10 -i @ %1 -t %2 -pix_fmt yuv420p -vf setsar=%3 -b:v 2M @"_s
+                      .arg(sound)
+                      .arg(sourceSeconds)
+                      .arg(source.pixelAspect > 1 ? "4/3"_s : "1"_s),
+                  {media("coded.png"_s), plain});
+        makeMedia("-i @ -c copy -metadata:s:v:0 rotate=%1 @"_s.arg(source.tag), {plain, path});
+    }
+
+    ConvertTaskParam *wanted(const ResultCase &row, const TestFolder &folder) const
+    {
+        ConvertTaskParam *param = folder.convertParam(sourceFile(row), row.suffix());
+        param->sourceInfo = probed(param->inputFile);
+        param->durationMs = int(param->sourceInfo->format->duration);
+        param->speed = 1;
+        param->encParam.reset(new EncParam);
+        if (!row.preset->size.isEmpty())
+            param->encParam->video.reset(new VEncParam{"H264"_s, row.preset->size.width(),
+                                                       row.preset->size.height(), 0, 0.0, 0.0});
+        if (row.crop) {
+            const QRect crop = inPixels(cropOf(*row.source), *row.source);
+            param->cropRect.reset(new CropBox{crop.x(), crop.y(), crop.width(), crop.height()});
+        }
+        param->beauty.reset(new VideoBeautyParam);
+        param->beauty->rotate = row.turns;
+        param->beauty->hflip = row.hflip;
+        param->beauty->vflip = row.vflip;
+        param->beauty->speed = float(row.speed);
+        if (row.mark != "-"_s)
+            param->videoFilters += markEntry(row);
+        if (row.music) {
+            const QVariantMap track{
+                {"filePath"_s, media("music.wav"_s)}, {"volume"_s, 1.0F}, {"startTime"_s, 0}};
+            param->audioFilters += QVariantMap{{"filter"_s, "dubbing"_s},
+                                               {"musics"_s, QVariantList{track}},
+                                               {"videoVolume"_s, 0.5F},
+                                               {"isMax"_s, true}};
+        }
+        return param;
+    }
+
+    QVariantMap markEntry(const ResultCase &row) const
+    {
+        QFont font("DejaVu Sans"_s);
+        font.setPixelSize(fontSize);
+        QVariantMap entry{{"rect"_s, QRectF(inPixels(markOf(*row.source), *row.source))}};
+        if (row.mark == "picture"_s) {
+            entry.insert("filter"_s, "watermark"_s);
+            entry.insert("imagefile"_s, media("mark.png"_s));
+        } else if (row.mark == "removal"_s) {
+            entry.insert("filter"_s, "delogo"_s);
+        } else {
+            entry.insert("filter"_s, "drawtext"_s);
+            entry.insert("text"_s, "H"_s);
+            entry.insert("font"_s, font);
+            entry.insert("fontcolor"_s, QColor(Qt::white));
+            entry.insert("opacity"_s, 1.0F);
+        }
+        return entry;
+    }
+
+    void comparePicture(const ResultCase &row, const QString &path)
+    {
+        const ExpectedPicture expected(row);
+        const QSize is = shownSizeOf(probeMedia(path));
+        const QSize want = expected.picture.size();
+        QVERIFY2(std::abs(double(is.width()) / is.height() - double(want.width()) / want.height()) <
+                     0.03,
+                 qPrintable("%1x%2"_s.arg(is.width()).arg(is.height())));
+        const QImage shown = decodedPicture(path, want);
+        QVERIFY(!shown.isNull());
+        QString report;
+        const bool isLike = expected.largestDifference(shown, &report) < areaLimit;
+        if (!isLike && qEnvironmentVariableIsSet("MORVANE_SHOTS")) {
+            shown.save(qEnvironmentVariable("MORVANE_SHOTS") + "/is.png"_s);
+            expected.picture.save(qEnvironmentVariable("MORVANE_SHOTS") + "/want.png"_s);
+        }
+        QVERIFY2(isLike, qPrintable(report));
+
+        if (row.mark == "text"_s)
+            compareLetter(expected.mark,
+                          double(expected.mark.height()) / markOf(*row.source).height(), shown);
+    }
+
+    // A letter is told by its bounds: it begins at the top of its box, a tenth of its size to the
+    // right.
+    void compareLetter(const QRect &box, double growth, const QImage &shown)
+    {
+        constexpr int brightest = 190; // of what is no letter
+        const QRect letter = boundsOf(shown, [](QRgb pixel) {
+            return std::min({qRed(pixel), qGreen(pixel), qBlue(pixel)}) > brightest;
+        });
+        const QRect want(box.left() + qRound(0.1 * fontSize * growth), box.top(), letter.width(),
+                         qRound(capitalHeight * fontSize * growth));
+        const QString found = "%1,%2 %3 high; wanted %4,%5 %6 high"_s.arg(letter.x())
+                                  .arg(letter.y())
+                                  .arg(letter.height())
+                                  .arg(want.x())
+                                  .arg(want.y())
+                                  .arg(want.height());
+        QVERIFY2((letter.topLeft() - want.topLeft()).manhattanLength() <= placeLimit &&
+                     std::abs(letter.height() - want.height()) <= placeLimit,
+                 qPrintable(found));
+    }
 
     QTemporaryDir m_media;
 };
-
-void TestResultTable::initTestCase()
-{
-    for (const ResultSource &source : ResultCase::sources()) {
-        makeSource(source, false);
-        makeSource(source, true);
-    }
-    QImage mark(16, 16, QImage::Format_RGB32);
-    mark.fill(markColour);
-    QVERIFY(mark.save(media(QStringLiteral("mark.png"))));
-    ClipPlan music;
-    music.seconds = 5;
-    music.width = 0;
-    makeClip(media(QStringLiteral("music.wav")), music);
-}
-
-QString TestResultTable::sourceFile(const ResultCase &row) const
-{
-    const bool hasLogo = row.mark == QLatin1String("removal");
-    return media(QStringLiteral("%1%2.%3").arg(QLatin1String(row.source->name),
-                                               hasLogo ? QStringLiteral("-logo") : QString(),
-                                               QLatin1String(row.source->suffix)));
-}
-
-void TestResultTable::makeSource(const ResultSource &source, bool hasLogo)
-{
-    QImage picture = shownPicture(source);
-    if (hasLogo)
-        fill(picture, markOf(source).adjusted(6, 6, -6, -6), qRgb(250, 250, 250));
-    picture = picture.transformed(QTransform().rotate(90.0 * source.codedTurn));
-    const int codedWidth = qRound(picture.width() / source.pixelAspect);
-    picture = picture.scaled(codedWidth, picture.height());
-    QVERIFY(picture.save(media(QStringLiteral("coded.png"))));
-
-    const QString name =
-        QLatin1String(source.name) + (hasLogo ? QLatin1String("-logo") : QLatin1String());
-    const QString path = media(name + QLatin1Char('.') + QLatin1String(source.suffix));
-    const QString plain = media(QLatin1String("plain.") + QLatin1String(source.suffix));
-    QStringList make{
-        QStringLiteral("-v"),    QStringLiteral("error"), QStringLiteral("-y"),
-        QStringLiteral("-loop"), QStringLiteral("1"),     QStringLiteral("-framerate"),
-        QStringLiteral("10"),    QStringLiteral("-i"),    media(QStringLiteral("coded.png"))};
-    if (source.hasSound)
-        make += {QStringLiteral("-f"), QStringLiteral("lavfi"), QStringLiteral("-i"),
-                 QStringLiteral("sine=500:r=48000")};
-    make += {QStringLiteral("-t"),
-             QString::number(sourceSeconds),
-             QStringLiteral("-pix_fmt"),
-             QStringLiteral("yuv420p"),
-             QStringLiteral("-vf"),
-             QStringLiteral("setsar=%1")
-                 .arg(source.pixelAspect > 1 ? QStringLiteral("4/3") : QStringLiteral("1")),
-             QStringLiteral("-b:v"),
-             QStringLiteral("2M"),
-             plain};
-    const ToolRun made = runTool(QStringLiteral("ffmpeg"), make);
-    QVERIFY2(made.exitCode == 0, made.err.constData());
-    const ToolRun tagged = runTool(
-        QStringLiteral("ffmpeg"),
-        {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-y"), QStringLiteral("-i"),
-         plain, QStringLiteral("-c"), QStringLiteral("copy"), QStringLiteral("-metadata:s:v:0"),
-         QStringLiteral("rotate=%1").arg(source.tag), path});
-    QVERIFY2(tagged.exitCode == 0, tagged.err.constData());
-}
-
-QVariantMap TestResultTable::markEntry(const ResultCase &row) const
-{
-    QFont font(QStringLiteral("DejaVu Sans"));
-    font.setPixelSize(fontSize);
-    QVariantMap entry{{QStringLiteral("rect"), QRectF(inPixels(markOf(*row.source), *row.source))}};
-    if (row.mark == QLatin1String("picture")) {
-        entry.insert(QStringLiteral("filter"), QStringLiteral("watermark"));
-        entry.insert(QStringLiteral("imagefile"), media(QStringLiteral("mark.png")));
-    } else if (row.mark == QLatin1String("removal")) {
-        entry.insert(QStringLiteral("filter"), QStringLiteral("delogo"));
-    } else {
-        entry.insert(QStringLiteral("filter"), QStringLiteral("drawtext"));
-        entry.insert(QStringLiteral("text"), QStringLiteral("H"));
-        entry.insert(QStringLiteral("font"), font);
-        entry.insert(QStringLiteral("fontcolor"), QColor(Qt::white));
-        entry.insert(QStringLiteral("opacity"), 1.0F);
-    }
-    return entry;
-}
-
-ConvertTaskParam *TestResultTable::wanted(const ResultCase &row, const TestFolder &folder) const
-{
-    ConvertTaskParam *param = folder.convertParam(sourceFile(row), row.suffix());
-    param->sourceInfo = probed(param->inputFile);
-    param->durationMs = int(param->sourceInfo->format->duration);
-    param->speed = 1;
-    param->encParam.reset(new EncParam);
-    if (!row.preset->size.isEmpty())
-        param->encParam->video.reset(new VEncParam{QStringLiteral("H264"), row.preset->size.width(),
-                                                   row.preset->size.height(), 0, 0.0, 0.0});
-    if (row.crop) {
-        const QRect crop = inPixels(cropOf(*row.source), *row.source);
-        param->cropRect.reset(new CropBox{crop.x(), crop.y(), crop.width(), crop.height()});
-    }
-    param->beauty.reset(new VideoBeautyParam);
-    param->beauty->rotate = row.turns;
-    param->beauty->hflip = row.hflip;
-    param->beauty->vflip = row.vflip;
-    param->beauty->speed = float(row.speed);
-    if (row.mark != QLatin1String("-"))
-        param->videoFilters += markEntry(row);
-    if (row.music) {
-        const QVariantMap track{{QStringLiteral("filePath"), media(QStringLiteral("music.wav"))},
-                                {QStringLiteral("volume"), 1.0F},
-                                {QStringLiteral("startTime"), 0}};
-        param->audioFilters += QVariantMap{{QStringLiteral("filter"), QStringLiteral("dubbing")},
-                                           {QStringLiteral("musics"), QVariantList{track}},
-                                           {QStringLiteral("videoVolume"), 0.5F},
-                                           {QStringLiteral("isMax"), true}};
-    }
-    return param;
-}
-
-void TestResultTable::holdsWhatWasAskedFor_data()
-{
-    QTest::addColumn<QStringList>("words");
-    for (const char *row : table)
-        QTest::newRow(row) << QString(QLatin1String(row)).split(QLatin1Char(' '));
-}
-
-void TestResultTable::holdsWhatWasAskedFor()
-{
-    QFETCH(QStringList, words);
-    const ResultCase row(words);
-    const TestFolder folder;
-    Convert convert(wanted(row, folder));
-    QVERIFY2(convert.run() == MediaTask::FINISHED, qPrintable(convert.cause()));
-    QCOMPARE(convert.task->remarks().texts, QStringList());
-    const QString path = folder.result(row.suffix());
-    const ProbedFile file = probeMedia(path);
-
-    QCOMPARE(!file.audio.isEmpty(), row.hasSound());
-    if (row.hasSound()) {
-        const double seconds = soundSeconds(path);
-        QVERIFY2(std::abs(seconds - sourceSeconds / row.speed) < soundLimit,
-                 qPrintable(QString::number(seconds)));
-    }
-    QCOMPARE(!file.video.isEmpty(), row.hasPicture());
-    if (row.hasPicture())
-        comparePicture(row, path);
-}
-
-void TestResultTable::comparePicture(const ResultCase &row, const QString &path)
-{
-    const ExpectedPicture expected(row);
-    const QSize is = shownSizeOf(probeMedia(path));
-    const QSize want = expected.picture.size();
-    QVERIFY2(std::abs(double(is.width()) / is.height() - double(want.width()) / want.height()) <
-                 0.03,
-             qPrintable(QStringLiteral("%1x%2").arg(is.width()).arg(is.height())));
-    const QImage shown = decodedPicture(path, want);
-    QVERIFY(!shown.isNull());
-    QString report;
-    const bool isLike = expected.largestDifference(shown, &report) < areaLimit;
-    if (!isLike && qEnvironmentVariableIsSet("MORVANE_SHOTS")) {
-        shown.save(qEnvironmentVariable("MORVANE_SHOTS") + QLatin1String("/is.png"));
-        expected.picture.save(qEnvironmentVariable("MORVANE_SHOTS") + QLatin1String("/want.png"));
-    }
-    QVERIFY2(isLike, qPrintable(report));
-
-    if (row.mark == QLatin1String("text"))
-        compareLetter(expected.mark, double(expected.mark.height()) / markOf(*row.source).height(),
-                      shown);
-}
-
-// A letter is told by its bounds: it begins at the top of its box, a tenth of its size to the
-// right.
-void TestResultTable::compareLetter(const QRect &box, double growth, const QImage &shown)
-{
-    constexpr int brightest = 190; // of what is no letter
-    const QRect letter = boundsOf(shown, [](QRgb pixel) {
-        return std::min({qRed(pixel), qGreen(pixel), qBlue(pixel)}) > brightest;
-    });
-    const QRect want(box.left() + qRound(0.1 * fontSize * growth), box.top(), letter.width(),
-                     qRound(capitalHeight * fontSize * growth));
-    const QString found = QStringLiteral("%1,%2 %3 high; wanted %4,%5 %6 high")
-                              .arg(letter.x())
-                              .arg(letter.y())
-                              .arg(letter.height())
-                              .arg(want.x())
-                              .arg(want.y())
-                              .arg(want.height());
-    QVERIFY2((letter.topLeft() - want.topLeft()).manhattanLength() <= placeLimit &&
-                 std::abs(letter.height() - want.height()) <= placeLimit,
-             qPrintable(found));
-}
-
-void TestResultTable::looksAsPreviewed_data()
-{
-    QTest::addColumn<float>("contrast");
-    QTest::addColumn<float>("brightness");
-    QTest::addColumn<float>("saturation");
-    QTest::addColumn<QRgb>("colour");
-    QTest::newRow("no saturation") << 1.0F << 0.0F << 0.0F << qRgb(75, 75, 75);
-    QTest::newRow("no contrast") << 0.0F << 0.0F << 1.0F << qRgb(214, 94, 94);
-    QTest::newRow("full brightness") << 1.0F << 1.0F << 1.0F << qRgb(255, 255, 255);
-}
-
-// Each alone, at the value where other settings change nothing.
-void TestResultTable::looksAsPreviewed()
-{
-    QFETCH(float, contrast);
-    QFETCH(float, brightness);
-    QFETCH(float, saturation);
-    QFETCH(QRgb, colour);
-    const TestFolder folder;
-    const ResultCase row(QStringLiteral("land same - 0 - 1 - -").split(QLatin1Char(' ')));
-    ConvertTaskParam *param = wanted(row, folder);
-    param->beauty->contrast = contrast;
-    param->beauty->brightness = brightness;
-    param->beauty->saturation = saturation;
-    Convert convert(param);
-    QVERIFY2(convert.run() == MediaTask::FINISHED, qPrintable(convert.cause()));
-    const QImage shown = decodedPicture(folder.result(QStringLiteral("mp4")), row.source->shown);
-    QVERIFY(!shown.isNull());
-    const QRgb is = shown.pixel(30, 30); // of the first area
-    const int difference = std::abs(qRed(is) - qRed(colour)) +
-                           std::abs(qGreen(is) - qGreen(colour)) +
-                           std::abs(qBlue(is) - qBlue(colour));
-    QVERIFY2(difference / 3 < 10, qPrintable(QColor(is).name()));
-}
 
 QTEST_GUILESS_MAIN(TestResultTable)
 #include "tst_resulttable.moc"

@@ -6,12 +6,8 @@
 #include "MediaKits/DataTracker/volcdatatracker.h"
 #include "platform/computerinfo.h"
 #include "support/scriptedserver.h"
+#include "support/utf8.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QRegularExpression>
-#include <QSemaphore>
 #include <QtTest>
 
 namespace {
@@ -23,14 +19,12 @@ const std::string registered =
 
 OskTrackerConfig oskConfig(const ScriptedServer &server, int flushIntervalMs = 600000)
 {
-    return {QString::fromStdString(server.host()), flushIntervalMs, QStringLiteral("oa"),
-            QStringLiteral("渠道")};
+    return {QString::fromStdString(server.host()), flushIntervalMs, "oa"_s, "渠道"_s};
 }
 
 VolcTrackerConfig volcConfig(const ScriptedServer &server)
 {
-    return {QString::fromStdString(server.host()), QString(32, QLatin1Char('a')),
-            QStringLiteral("pack"), QStringLiteral("web")};
+    return {QString::fromStdString(server.host()), QString(32, u'a'), "pack"_s, "web"_s};
 }
 
 QJsonDocument bodyOf(const httplib::Request &request)
@@ -42,8 +36,8 @@ QJsonDocument bodyOf(const httplib::Request &request)
 QString codesOf(const httplib::Request &request)
 {
     QString codes;
-    for (const QJsonValue event : bodyOf(request)[QLatin1String("events")].toArray())
-        codes += event[QLatin1String("event_code")].toString() + QLatin1Char(' ');
+    for (const QJsonValue event : bodyOf(request)["events"_s].toArray())
+        codes += event["event_code"_s].toString() + u' ';
     return codes;
 }
 
@@ -86,8 +80,8 @@ void TestTracking::oskDocument()
     {
         OskDataTracker osk(oskConfig(server));
         osk.trackInstall();
-        osk.setUserId(QStringLiteral("用户7"));
-        osk.trackTableEvent(13, {{QStringLiteral("n"), 5}, {QStringLiteral("ok"), true}});
+        osk.setUserId("用户7"_s);
+        osk.trackTableEvent(13, {{"n"_s, 5}, {"ok"_s, true}});
         osk.trackTableEvent(9);
         QCOMPARE(server.count(), 0);
     }
@@ -95,23 +89,20 @@ void TestTracking::oskDocument()
     const httplib::Request request = server.requests().front();
     QCOMPARE(request.path.c_str(), "/realtimeaidataprobe/v/v/morvzh");
     QString text = QString::fromStdString(request.body);
-    const QString time =
-        QDate::currentDate().toString(QStringLiteral("\"yyyy-MM-dd")) + QStringLiteral(" ..:..:..");
-    text.replace(QRegularExpression(time + QStringLiteral("\\.\\d{3}\"")), QStringLiteral("MS"));
-    text.replace(QRegularExpression(time + QStringLiteral("\\.\\d{2}\"")), QStringLiteral("CS"));
+    const QString time = QDate::currentDate().toString("\"yyyy-MM-dd"_s) + " ..:..:.."_s;
+    text.replace(QRegularExpression(time + "\\.\\d{3}\""_s), "MS"_s);
+    text.replace(QRegularExpression(time + "\\.\\d{2}\""_s), "CS"_s);
     const QString expected =
-        QStringLiteral(
-            R"({"common":{"android_id":"%1","app_id":"301801","app_version":"%2","imei":"",)"
-            R"("market_name":"渠道","message_id":"1","oaid":"oa","os_system":"3",)"
-            R"("os_version":"%3","product_name":"3018","upload_time":CS,"uuid":"%1"},"events":[)"
-            R"({"event_code":"app_install","event_name":"安装","event_type":"install","ts":MS,)"
-            R"("user_id":""},)"
-            R"({"event_code":"shipinzhuanhuan_page_view_shipinzhuanhuan",)"
-            R"("event_name":"视频转换展示","event_type":"show",)"
-            R"("extra_event_map":{"n":"5","ok":"true"},"page_id":"shipinzhuanhuan_page",)"
-            R"("ts":MS,"user_id":"用户7"}]})")
-            .arg(Win32Env::ComputerInfo::getDeviceID(), appVersion(),
-                 Win32Env::ComputerInfo::systemVersion());
+        R"({"common":{"android_id":"%1","app_id":"301801","app_version":"%2","imei":"",)"
+        R"("market_name":"渠道","message_id":"1","oaid":"oa","os_system":"3",)"
+        R"("os_version":"%3","product_name":"3018","upload_time":CS,"uuid":"%1"},"events":[)"
+        R"({"event_code":"app_install","event_name":"安装","event_type":"install","ts":MS,)"
+        R"("user_id":""},)"
+        R"({"event_code":"shipinzhuanhuan_page_view_shipinzhuanhuan",)"
+        R"("event_name":"视频转换展示","event_type":"show",)"
+        R"("extra_event_map":{"n":"5","ok":"true"},"page_id":"shipinzhuanhuan_page",)"
+        R"("ts":MS,"user_id":"用户7"}]})"_s.arg(Win32Env::ComputerInfo::getDeviceID(), appVersion(),
+                                                Win32Env::ComputerInfo::systemVersion());
     QCOMPARE(text, expected);
 }
 
@@ -121,28 +112,27 @@ void TestTracking::oskBatchAndCrash()
     OskDataTracker osk(oskConfig(server));
     for (int i = 0; i < 29; ++i)
         osk.trackTableEvent(1);
-    QTest::qWait(100);
+    QTest::qWait(100); // nothing may be sent
     QCOMPARE(server.count(), 0);
     osk.trackLogin();
     QTRY_COMPARE(server.count(), 1);
-    QCOMPARE(codesOf(server.requests().front()).count(QLatin1Char(' ')), 30);
+    QCOMPARE(codesOf(server.requests().front()).count(u' '), 30);
 
     osk.trackStart();
     std::thread([&osk]() { osk.trackCrash(); }).join();
     osk.trackStart();
     osk.stop();
     QCOMPARE(server.count(), 2);
-    QCOMPARE(codesOf(server.requests().back()),
-             QStringLiteral("app_start benkui_page_custom_penkui "));
+    QCOMPARE(codesOf(server.requests().back()), "app_start benkui_page_custom_penkui "_s);
 }
 
 void TestTracking::oskFlushTimer()
 {
-    QTest::qWait(100);
+    QTest::qWait(100); // nothing may be sent
     QCOMPARE(m_earlyServer->count(), 0);
     m_earlyTracker->trackLogin();
     QTRY_COMPARE(m_earlyServer->count(), 1);
-    QCOMPARE(codesOf(m_earlyServer->requests().front()), QStringLiteral("app_start login "));
+    QCOMPARE(codesOf(m_earlyServer->requests().front()), "app_start login "_s);
     // Ticks with nothing to send.
     QTest::qWait(150);
     QCOMPARE(m_earlyServer->count(), 1);
@@ -173,13 +163,13 @@ void TestTracking::volcRegistration()
         return registered;
     });
     VolcDataTracker volc(volcConfig(server));
-    volc.setUp({{QStringLiteral("user_unique_id"), QStringLiteral("用户7")}});
+    volc.setUp({{"user_unique_id"_s, "用户7"_s}});
     for (int i = 1; i <= 21; ++i)
         volc.event(QString::number(i));
     QTRY_COMPARE(server.count(), 1);
     gate.release(2);
     volc.stop();
-    volc.event(QStringLiteral("late"));
+    volc.event("late"_s);
     QCOMPARE(server.count(), 2);
 
     const httplib::Request first = server.requests().front();
@@ -187,8 +177,8 @@ void TestTracking::volcRegistration()
     QCOMPARE(first.path.c_str(), "/service/2/device_register");
     QCOMPARE(first.get_header_value("Content-Type").c_str(), "Content-Type");
     const QString registration =
-        QStringLiteral(R"({"header":{"_device_id":"%1","aid":10000023,"app_version":"1.0.0",)"
-                       R"("openudid":"%1","os":"Android"},"user":{"user_unique_id":"7"}})");
+        R"({"header":{"_device_id":"%1","aid":10000023,"app_version":"1.0.0",)"
+        R"("openudid":"%1","os":"Android"},"user":{"user_unique_id":"7"}})"_s;
     QCOMPARE(QString::fromStdString(first.body), registration.arg(id));
 
     const httplib::Request list = server.requests().back();
@@ -197,15 +187,14 @@ void TestTracking::volcRegistration()
     const QJsonArray documents = bodyOf(list).array();
     QCOMPARE(documents.size(), 20);
     for (int i = 0; i < documents.size(); ++i)
-        QCOMPARE(documents[i][QLatin1String("events")][0][QLatin1String("event")].toString(),
-                 QString::number(i + 2));
+        QCOMPARE(documents[i]["events"_s][0]["event"_s].toString(), QString::number(i + 2));
 }
 
 void TestTracking::volcRefused()
 {
     ScriptedServer server(R"({"message":"no"})");
     VolcDataTracker volc(volcConfig(server));
-    volc.event(QStringLiteral("launch"));
+    volc.event("launch"_s);
     volc.stop();
     QCOMPARE(server.count(), 1);
 }
@@ -214,10 +203,10 @@ void TestTracking::volcSingleEvent()
 {
     ScriptedServer server(registered);
     VolcDataTracker volc(volcConfig(server));
-    volc.setHeader({{QStringLiteral("custom"), QStringLiteral(R"({"own":"x","os_name":"y"})")}});
-    volc.eventFromJson(QStringLiteral("启动"), QStringLiteral(R"({"a":"墨","n":[1]})"));
+    volc.setHeader({{"custom"_s, R"({"own":"x","os_name":"y"})"_s}});
+    volc.eventFromJson("启动"_s, R"({"a":"墨","n":[1]})"_s);
     QTRY_COMPARE(server.count(), 2);
-    volc.eventFromJson(QStringLiteral("bad"), QStringLiteral("[1"));
+    volc.eventFromJson("bad"_s, "[1"_s);
     volc.stop();
     QCOMPARE(server.count(), 3);
 
@@ -225,15 +214,15 @@ void TestTracking::volcSingleEvent()
     QCOMPARE(request.path.c_str(), "/v2/event/json");
     QVERIFY(!bodyOf(request).isNull());
     // JSON in JSON, without the marks of its quotes.
-    const QString text = QString::fromStdString(request.body).remove(QLatin1Char('\\'));
-    const QRegularExpression expected(QStringLiteral(
+    const QString text = QString::fromStdString(request.body).remove(u'\\');
+    const QRegularExpression expected(
         R"(^\{"events":\[\{"event":"启动","local_time_ms":\d{13},"params":"\{"a":"墨","n":\[1\]\}"\}\],)"
         R"("header":\{"_device_id":"[^"]+","aid":10000023,"app_version":"1.0.0","bd_did":"b",)"
         R"("cd":"c","custom":"\{"_device_id":"[^"]+","app_channel":"web","app_name":"3018",)"
         R"("app_package":"pack","app_version":"[\d.]+","os_bit":"\d\d","os_name":"windows",)"
         R"("os_version":"[^"]+","own":"x","resolution":"\d+x\d+"\}","device_id":7300000000001,)"
         R"("install_id":12,"new_user":0,"openudid":"[^"]+","os":"Android","ssid":"s1"\},)"
-        R"("user":\{"ssid":"s1","user_unique_id":"s1"\}\}$)"));
+        R"("user":\{"ssid":"s1","user_unique_id":"s1"\}\}$)"_s);
     QVERIFY2(expected.match(text).hasMatch(), qPrintable(text));
     QVERIFY(server.requests().at(2).body.find(R"("params":"{}")") != std::string::npos);
 }
@@ -244,9 +233,8 @@ void TestTracking::pageEvents()
     ScriptedServer service(registered);
     OskDataTracker osk(oskConfig(collector));
     VolcDataTracker volc(volcConfig(service));
-    trackEvent(MediaFunction::Gif, QStringLiteral("video_convert_start"), {}, osk, volc);
-    trackEvent(MediaFunction::Screencap, QStringLiteral("button_click"), {{QStringLiteral("k"), 1}},
-               osk, volc);
+    trackEvent(MediaFunction::Gif, "video_convert_start"_s, {}, osk, volc);
+    trackEvent(MediaFunction::Screencap, "button_click"_s, {{"k"_s, 1}}, osk, volc);
     volc.stop();
     osk.stop();
     std::string bodies;
@@ -254,7 +242,7 @@ void TestTracking::pageEvents()
         bodies += request.body;
     QVERIFY(bodies.find(R"({\"current_page\":\"视频转GIF\"})") != std::string::npos);
     QVERIFY(bodies.find(R"({\"button_click\":\"屏幕录像\",\"k\":1})") != std::string::npos);
-    QCOMPARE(codesOf(collector.requests().front()), QStringLiteral("user_crux_behavior "));
+    QCOMPARE(codesOf(collector.requests().front()), "user_crux_behavior "_s);
 }
 
 void TestTracking::marketing()
@@ -264,10 +252,10 @@ void TestTracking::marketing()
 #endif
     ScriptedServer server(taken);
     const QString host = QString::fromStdString(server.host() + '/');
-    A360Sem other({host, QStringLiteral("3600"), QStringLiteral("c")});
-    A360Sem sem({host, QStringLiteral("360"), QStringLiteral("c")});
-    other.report(QStringLiteral("OTHER"));
-    sem.report(QStringLiteral("REGISTERED"));
+    A360Sem other({host, "3600"_s, "c"_s});
+    A360Sem sem({host, "360"_s, "c"_s});
+    other.report("OTHER"_s);
+    sem.report("REGISTERED"_s);
     QTRY_COMPARE(server.count(), 1);
     const httplib::Request request = server.requests().front();
     QCOMPARE(request.path.c_str(), "/api/point/postDataTo360Api");
