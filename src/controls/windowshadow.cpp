@@ -3,9 +3,11 @@
 
 #include "platform/compositor.h"
 #include "platform/inputshape.h"
+#include "platform/windowmanager.h"
 
 #include <QCoreApplication>
 #include <QPainter>
+#include <QScreen>
 #include <QWheelEvent>
 #include <QWindow>
 
@@ -17,6 +19,21 @@ namespace {
 constexpr Qt::WindowFlags shadowFlags =
     Qt::Tool | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus;
 constexpr Qt::WindowStates largeStates = Qt::WindowMaximized | Qt::WindowFullScreen;
+
+// While the window manager gives a new window its frame, Qt may ask for the place a moment too
+// early, and takes the window for one in the screen's corner from then on. A move to where it
+// stands has it told again.
+void correctPlace(QWidget *window)
+{
+    const QWindow *handle = window->windowHandle();
+    const auto native = placeOnServer(handle->winId());
+    if (!native)
+        return;
+    const QPoint origin = handle->screen()->geometry().topLeft();
+    const QPoint place = (*native - origin) / handle->devicePixelRatio() + origin;
+    if (place != window->geometry().topLeft())
+        window->move(place);
+}
 } // namespace
 
 WindowShadow::WindowShadow(QWidget *target) : QDialog(target, shadowFlags), m_target(target)
@@ -74,6 +91,9 @@ bool WindowShadow::eventFilter(QObject *watched, QEvent *event)
     // Once it is exposed, the window manager has it and hears of its shape.
     if (watched == windowHandle() && event->type() == QEvent::Expose)
         passPointerThrough(winId());
+    if (m_target != nullptr && watched == m_target->windowHandle() &&
+        event->type() == QEvent::Expose)
+        correctPlace(m_target);
     if (watched != m_target)
         return QDialog::eventFilter(watched, event);
     switch (event->type()) {
@@ -131,6 +151,8 @@ void WindowShadow::onTargetWindowState()
 void WindowShadow::onTargetShow()
 {
     m_target->setAttribute(Qt::WA_Mapped);
+    if (QWindow *handle = m_target->windowHandle())
+        handle->installEventFilter(this);
     m_picture.forgetOutline();
     emit afterEvent(std::make_unique<QShowEvent>().release());
 }

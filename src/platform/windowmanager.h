@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QPoint>
 #include <qwindowdefs.h>
+
+#include <optional>
 
 /// Tells the window manager that the user has acted just now, as by a second start: otherwise it
 /// may leave a window in the background that asks for the front.
@@ -11,6 +14,11 @@ void noteUserAction();
 /// never change the desktop for a window that asks for the front.
 /// @param window of the display server
 void bringToCurrentDesktop(WId window);
+
+/// Where a window stands on the desktop, as the display server has it: the window system's events
+/// may have told an earlier place last. Native pixels; none when it can't be told.
+/// @param window of the display server
+std::optional<QPoint> placeOnServer(WId window);
 
 /// Has the window manager forget that a mapped window is modal, which some stack above its own
 /// tool windows. For Qt it stays modal.

@@ -177,6 +177,7 @@ private slots:
             Desktop::key("Escape");
             QTRY_VERIFY(isAsked);
             QTRY_COMPARE(QApplication::activeModalWidget(), &dialog);
+            QTRY_VERIFY(dialog.isActiveWindow() && Desktop::hasKeyboard(dialog));
             Desktop::key("q");
             Desktop::click(picture.center());
             Desktop::key("space");

@@ -47,10 +47,10 @@ private slots:
     {
         const QStringList rows[] = {
             {},
-            utf8({"", "-metadata", "title=", "", "x.mp4", ""}),
-            utf8({"-i", " a\n\t\"b\" 'c' \r\n", "\\\\x\\", "$HOME `id` *", "-", "--", "-z.mkv"}),
+            utf8({"", "-metadata", "title=", "", "x.nut", ""}),
+            utf8({"-i", " a\n\t\"b\" 'c' \r\n", "\\\\x\\", "$HOME `id` *", "-", "--", "-z.nut"}),
             utf8({"-i", "墨泉/影音 工坊.mp4", "-vf", "drawtext=text='😀'"}),
-            utf8({"-filter_complex", "[0:v]null[o", "-lavfi", "", "x.mkv"}),
+            utf8({"-filter_complex", "[0:v]null[o", "-lavfi", "", "x.nut"}),
         };
         writeTestProgram(tool(), "[ $# = 0 ] || printf '%s\\0' \"$@\"");
         for (const QStringList &arguments : rows) {

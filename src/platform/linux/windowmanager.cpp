@@ -64,6 +64,21 @@ void bringToCurrentDesktop(WId window)
         ask(window, "_NET_WM_DESKTOP", {*current, byTheUser});
 }
 
+std::optional<QPoint> placeOnServer(WId window)
+{
+    if (!QX11Info::isPlatformX11())
+        return std::nullopt;
+    xcb_connection_t *connection = QX11Info::connection();
+    const XReply<xcb_translate_coordinates_reply_t> reply(xcb_translate_coordinates_reply(
+        connection,
+        xcb_translate_coordinates(connection, xcb_window_t(window),
+                                  xcb_window_t(QX11Info::appRootWindow()), 0, 0),
+        nullptr));
+    if (!reply)
+        return std::nullopt;
+    return QPoint(reply->dst_x, reply->dst_y);
+}
+
 void removeModalState(WId window)
 {
     constexpr uint32_t remove = 0;
