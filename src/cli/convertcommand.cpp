@@ -35,8 +35,10 @@ QSharedPointer<TimeSpan> timeRange(const CommandLine &line, int sourceMs)
         return {};
     auto span = QSharedPointer<TimeSpan>::create();
     span->start = line.fromMs.value_or(0);
-    // Without an end the source's own counts; where that is unknown, ffmpeg stops at it anyway.
-    span->end = line.toMs.value_or(sourceMs > 0 ? sourceMs : std::numeric_limits<int>::max() - 1);
+    // Without an end the source's own counts; where that is unknown, ffmpeg stops at it anyway. In
+    // seconds, the command's six digits tell this one without an exponent.
+    constexpr int behindAnyEndMs = 999'999'000;
+    span->end = line.toMs.value_or(sourceMs > 0 ? sourceMs : behindAnyEndMs);
     return span;
 }
 

@@ -3,6 +3,7 @@
 
 #include "controls/titlebar.h"
 #include "controls/windowshadow.h"
+#include "controls/withinscreen.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -76,6 +77,13 @@ void DialogFrame::connectByName()
 void DialogFrame::on_btnClose_clicked()
 {
     reject();
+}
+
+void DialogFrame::setVisible(bool visible)
+{
+    if (visible && !isVisible())
+        boundToScreen(*this);
+    QDialog::setVisible(visible);
 }
 
 void DialogFrame::paintEvent(QPaintEvent *event)

@@ -19,6 +19,9 @@ public:
     QString title() const;
     void setTitle(const QString &title);
 
+    /// Never larger than the screen.
+    void setVisible(bool visible) override;
+
 protected:
     /// Object name "wdtBody"; takes the subclass's form.
     QWidget *body() const { return m_body; }

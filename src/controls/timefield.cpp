@@ -116,7 +116,11 @@ void TimeField::setPart(int value)
 {
     const Section section = currentSection();
     const Part &part = partOf(section);
-    const int rest = time().msecsSinceStartOfDay() - valueIn(time(), part) * part.unitMs;
+    int rest = time().msecsSinceStartOfDay() - valueIn(time(), part) * part.unitMs;
+    // What isn't shown isn't meant.
+    constexpr int secondMs = 1000;
+    if (!(displayedSections() & MSecSection))
+        rest -= rest % secondMs;
     setTime(QTime::fromMSecsSinceStartOfDay(rest + value * part.unitMs));
     setSelectedSection(section);
 }

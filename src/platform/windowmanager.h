@@ -15,6 +15,10 @@ void noteUserAction();
 /// @param window of the display server
 void bringToCurrentDesktop(WId window);
 
+/// Whether the display server sends keys to the window.
+/// @param window of the display server
+bool hasInputFocus(WId window);
+
 /// Where a window stands on the desktop, as the display server has it: the window system's events
 /// may have told an earlier place last. Native pixels; none when it can't be told.
 /// @param window of the display server

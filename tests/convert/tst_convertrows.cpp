@@ -65,6 +65,10 @@ private slots:
         press(*test.row(0), "btnConvert");
         // It waits for its turn, and has run before the editor is closed.
         QVERIFY(!askedBy([&] { test.cutRow(0, 2000, finished); }, "btnOK").isEmpty());
+        // Held and taken back, it can still do its work anew.
+        press(*test.row(0), "btnPause");
+        press(*test.row(0), "btnStop");
+        press(*test.row(0), "btnConvert");
         QTRY_COMPARE_WITH_TIMEOUT(test.results().size(), 2, endLimitMs);
         QTRY_COMPARE_WITH_TIMEOUT(test.statePage(0), 2, endLimitMs);
         QVERIFY(std::abs(probeMedia(test.row(0)->outputPath()).seconds - 1) < 0.2);

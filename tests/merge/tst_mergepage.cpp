@@ -246,6 +246,9 @@ private slots:
                 const auto act = [&] { press(*test.page, qPrintable(action)); };
                 if (running && action == "btnMerge"_s) {
                     QVERIFY(!askedBy(act, "btnCancel").isEmpty());
+                    QVERIFY(!askedBy([&] { press(*test.rowWidget(0), "btnDel"); }, "btnCancel")
+                                 .isEmpty());
+                    QCOMPARE(test.list()->count(), 2);
                     QCOMPARE(task->state(), MediaTask::RUNNING);
                 }
                 if (running)

@@ -237,6 +237,11 @@ private slots:
         QTRY_VERIFY(!(converters = processesWith(m_film)).isEmpty());
         for (const qint64 process : converters)
             sendSignal(process, SIGSTOP);
+        // Leaving would end it; without a tray, the key means that.
+        int asked = 0;
+        whenModal("MediaMessageBox", [&asked](QWidget &box) { press(box, "btnCancel"), ++asked; });
+        Desktop::key("ctrl+q");
+        QTRY_COMPARE(asked, 1);
         inEditor(*row, "VideoCutDialog", [&](QWidget &dialog) {
             awaitFilm(dialog);
             for (const qint64 process : converters)

@@ -28,6 +28,7 @@ constexpr Container containers[] = {
     {"mpeg", "mpeg1video", "mp2", false},
     {"mpg", "mpeg1video", "mp2", false},
     {"mts", "mpeg2video", "mp2", false},
+    {"mxf", "mpeg2video", "pcm_s16le", false},
     {"ogg", "libtheora", "libvorbis", true},
     {"ogv", "libtheora", "libvorbis", true},
     {"swf", "flv", "libmp3lame", false},
@@ -36,6 +37,7 @@ constexpr Container containers[] = {
     {"webm", "libvpx-vp9", "libopus", true},
     {"wma", "", "wmav2", false},
     {"wmv", "msmpeg4", "wmav2", false},
+    {"wtv", "mpeg2video", "mp2", false},
 };
 
 // Each quality reaches that of H.264 where nothing is named (SSIM on grainy films of three kinds).

@@ -14,21 +14,23 @@ local filter = "@" .. label .. ":lavfi=[" ..
     "tonemap=mobius:param=0.6," ..
     "zscale=transfer=bt709:matrix=bt709:range=tv,format=yuv420p]"
 
-local function is_there()
-    for _, entry in ipairs(mp.get_property_native("vf", {})) do
-        if entry.label == label then
-            return true
-        end
-    end
-    return false
-end
-
--- Also after a command that has taken all filters away.
+-- Filters of an editor are in the picture's own pixels, so this one stays behind them; it also
+-- comes back after a command that has taken all filters away.
 local function convert()
     local is_wide = wide_transfers[mp.get_property("video-params/gamma", "")]
-    if is_wide and mp.get_property("current-vo") == "x11" and not is_there() then
-        mp.commandv("vf", "pre", filter)
+    if not is_wide or mp.get_property("current-vo") ~= "x11" then
+        return
     end
+    local filters = mp.get_property_native("vf", {})
+    for place, entry in ipairs(filters) do
+        if entry.label == label then
+            if place == #filters then
+                return
+            end
+            mp.commandv("vf", "remove", "@" .. label)
+        end
+    end
+    mp.commandv("vf", "append", filter)
 end
 
 mp.observe_property("video-params/gamma", "string", convert)

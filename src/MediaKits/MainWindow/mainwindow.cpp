@@ -19,6 +19,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QShortcut>
+#include <QTimer>
 
 namespace {
 
@@ -29,6 +30,7 @@ constexpr QRgb shadowColour = 0x24000000;
 constexpr QRgb inactiveShadowColour = 0x14000000;
 constexpr int popupGap = 11;
 constexpr int resizeBorder = 4;
+constexpr int settleMs = 200;
 
 } // namespace
 
@@ -187,11 +189,19 @@ void MainWindow::comeToFront()
     showNormal();
     raise();
     bringToCurrentDesktop(winId());
-    activateWindow();
-    if (QWidget *modal = QApplication::activeModalWidget()) {
-        modal->raise();
-        modal->activateWindow();
-    }
+    takeKeyboard();
+    // A window manager that has yet to bring the window back may pass the wish over.
+    QTimer::singleShot(settleMs, this, &MainWindow::takeKeyboard);
+}
+
+void MainWindow::takeKeyboard()
+{
+    QWidget *modal = QApplication::activeModalWidget();
+    QWidget *front = modal ? modal : this;
+    if (!front->isVisible() || (front->isActiveWindow() && hasInputFocus(front->winId())))
+        return;
+    front->raise();
+    front->activateWindow();
     // Qt hasn't heard yet that it lost the focus when it was hidden, and won't notice its return.
     if (QGuiApplication::focusWindow() == windowHandle() && !QApplication::activeWindow())
         QApplication::setActiveWindow(this);

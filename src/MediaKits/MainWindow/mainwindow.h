@@ -42,6 +42,7 @@ protected:
 
 private:
     void comeToFront();
+    void takeKeyboard();
     bool mayLeave();
     void leave(ExitMode mode);
     void showWindowState();

@@ -16,5 +16,6 @@ public:
     void fitContent();
 
 protected:
+    void hideEvent(QHideEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 };

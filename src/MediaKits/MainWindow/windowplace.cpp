@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MainWindow/windowplace.h"
 
+#include "controls/withinscreen.h"
 #include "MediaKits/AppInstance/LocalStore/appini.h"
 
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWidget>
-
-#include <algorithm>
 
 namespace {
 
@@ -39,14 +38,6 @@ QRect centred(const QSize &size, const QRect &area)
 }
 
 } // namespace
-
-QRect withinArea(const QRect &wanted, const QRect &area)
-{
-    const QSize size = wanted.size().boundedTo(area.size());
-    return {QPoint(std::clamp(wanted.x(), area.x(), area.x() + area.width() - size.width()),
-                   std::clamp(wanted.y(), area.y(), area.y() + area.height() - size.height())),
-            size};
-}
 
 void WindowPlace::restore(QWidget &window)
 {

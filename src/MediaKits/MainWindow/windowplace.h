@@ -1,12 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QRect>
-
 class QWidget;
-
-/// A rectangle as near to the wanted one as it can lie wholly inside an area, no larger than it.
-QRect withinArea(const QRect &wanted, const QRect &area);
 
 /// The main window's place on the desktop, which is remembered in app.ini.
 namespace WindowPlace {

@@ -5,6 +5,7 @@
 #include "controls/mainwindowlookup.h"
 #include "controls/toast.h"
 #include "controls/windowshadow.h"
+#include "controls/withinscreen.h"
 #include "MediaKits/AppInstance/LocalStore/appini.h"
 #include "MediaKits/DataTracker/trackevent.h"
 #include "MediaKits/DataTracker/volcdatatracker.h"
@@ -20,6 +21,7 @@
 #include <QCloseEvent>
 #include <QFileInfo>
 #include <QKeyEvent>
+#include <QScreen>
 #include <QSignalBlocker>
 #include <QTimer>
 
@@ -187,8 +189,11 @@ QWidget *MediaPreviewWnd::toast(const QString &text, int ms)
 void MediaPreviewWnd::open()
 {
     const QWidget *owner = mainWindow();
+    if (!isVisible())
+        boundToScreen(*this);
     if (!isVisible() && !testAttribute(Qt::WA_Moved) && owner)
-        move(owner->geometry().center() - rect().center());
+        setGeometry(withinArea({owner->geometry().center() - rect().center(), size()},
+                               owner->screen()->availableGeometry()));
     show();
     QTimer::singleShot(0, this, [this] { activateWindow(); });
 }

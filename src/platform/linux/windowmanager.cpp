@@ -64,6 +64,16 @@ void bringToCurrentDesktop(WId window)
         ask(window, "_NET_WM_DESKTOP", {*current, byTheUser});
 }
 
+bool hasInputFocus(WId window)
+{
+    if (!QX11Info::isPlatformX11())
+        return true;
+    xcb_connection_t *connection = QX11Info::connection();
+    const XReply<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
+    return !reply || reply->focus == xcb_window_t(window);
+}
+
 std::optional<QPoint> placeOnServer(WId window)
 {
     if (!QX11Info::isPlatformX11())

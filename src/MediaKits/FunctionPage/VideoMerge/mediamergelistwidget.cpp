@@ -236,7 +236,13 @@ void MediaMergeListWidget::addFile(const QString &path)
 void MediaMergeListWidget::addRow(QListWidgetItem *item)
 {
     auto *row = new MediaMergeListItemWidget(item, this);
-    connect(row, &MediaMergeListItemWidget::itemDeleted, this, [this, row] { deleteRow(row); });
+    const QPointer<MediaMergeListItemWidget> alive(row);
+    connect(row, &MediaMergeListItemWidget::itemDeleted, this, [this, alive] {
+        if (!mayStop(tr("删除文件会停止正在进行的合并，确定删除吗？")) || !alive)
+            return;
+        stop();
+        deleteRow(alive);
+    });
     connect(row, &MediaMergeListItemWidget::itemOperateActive, this, &MediaMergeListWidget::move);
     connect(row, &MediaMergeListItemWidget::selectionChanged, this,
             &MediaMergeListWidget::resultSizeChanged);

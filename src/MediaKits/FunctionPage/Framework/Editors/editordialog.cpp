@@ -11,6 +11,7 @@
 #include "ui_editordialog.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QAbstractSlider>
 #include <QAbstractSpinBox>
 #include <QCloseEvent>
@@ -34,7 +35,8 @@ bool isPressedOrPulled(const QWidget &control)
 {
     const auto *choice = qobject_cast<const QComboBox *>(&control);
     return qobject_cast<const QAbstractButton *>(&control) ||
-           qobject_cast<const QAbstractSlider *>(&control) || (choice && !choice->isEditable());
+           qobject_cast<const QAbstractSlider *>(&control) ||
+           qobject_cast<const QAbstractItemView *>(&control) || (choice && !choice->isEditable());
 }
 
 // A key that numbers and times have no use for.

@@ -94,6 +94,7 @@ int TimeSpanBinding::typed(Point point) const
 
 void TimeSpanBinding::setDuration(int ms, int shortest)
 {
+    m_isTyped = false;
     m_duration = ms;
     m_shortest = std::min(ms, shortest);
     m_span = {0, ms};
@@ -123,6 +124,7 @@ void TimeSpanBinding::setSpan(const QSharedPointer<TimeSpan> &span)
 {
     if (!span)
         return;
+    m_isTyped = false;
     m_span = {span->start, std::min(span->end, m_duration)};
     show();
     emit pointChanged(m_span.start);

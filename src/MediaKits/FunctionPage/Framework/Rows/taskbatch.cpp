@@ -83,7 +83,7 @@ void TaskBatch::startAll(const QString &groupName, const QVector<MediaTask *> &t
 void TaskBatch::start(MediaTask *task)
 {
     task->setGroupId(QString());
-    if (canStart(task->state()))
+    if (canStart(task->state()) || task->state() == MediaTask::FINISHED)
         m_manager.addTask(task);
 }
 
@@ -134,10 +134,10 @@ void TaskBatch::operate(TaskOperation operation, MediaTask *task)
         stop(task);
         break;
     case TaskOperation::Resume:
-        if (isIdle(task->state()))
-            start(task);
-        else
+        if (task->state() == MediaTask::PAUSED)
             task->resume();
+        else
+            start(task);
         break;
     case TaskOperation::Restart:
         restart(task);

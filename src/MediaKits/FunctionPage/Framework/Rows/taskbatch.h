@@ -26,7 +26,8 @@ public:
     /// Begins a batch with tasks that neither wait nor work, in their order. Does nothing for an
     /// empty name, while a batch runs, or without a task that is enabled.
     void startAll(const QString &groupName, const QVector<MediaTask *> &tasks);
-    /// A start of its own, outside of any batch; nothing for a task that can't be started.
+    /// A start of its own, outside of any batch; nothing for a task that is at work. One that is
+    /// done does its work anew.
     void start(MediaTask *task);
     /// Stops a task, whether it runs or waits.
     void stop(MediaTask *task);
