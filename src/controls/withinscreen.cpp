@@ -18,10 +18,7 @@ void boundToScreen(QWidget &window)
 {
     const QWidget *owner = window.parentWidget();
     const QSize room = (owner ? owner : &window)->screen()->availableGeometry().size();
-    if (window.size().boundedTo(room) == window.size() &&
-        window.minimumSizeHint().boundedTo(room) == window.minimumSizeHint())
-        return;
-    window.setMinimumSize(
-        window.minimumSizeHint().expandedTo(window.minimumSize()).boundedTo(room));
+    if (window.minimumSizeHint().boundedTo(room) != window.minimumSizeHint())
+        window.setMinimumSize(window.minimumSizeHint().boundedTo(room));
     window.resize(window.size().boundedTo(room));
 }

@@ -223,6 +223,7 @@ private:
             {"longsound.mkv", "-f lavfi -i testsrc2=s=160x120:d=2 -i @ -map 0:v -map 1:a "
                               "-c:v libx264 -c:a copy"},
             {"delayed.mkv", "-i @ -itsoffset 3 -i @ -map 0:v -map 1:a -c copy"},
+            {"twosounds.mp4", "-i @ -f lavfi -i sine=d=15 -map 0:v -map 0:a -map 1:a"},
             {"sound.wav", "-i @ -vn"},
             {"sound.aac", "-i @ -vn -c copy"},
             {"sound.m4a", "-i @ -vn -c copy -movflags +faststart"},

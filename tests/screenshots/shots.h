@@ -9,7 +9,7 @@ class Stage;
 /// One picture: its file's base name, and what brings the windows into the state that it shows.
 struct Shot
 {
-    QLatin1String name;
+    QString name;
     void (*prepare)(Stage &stage);
 };
 

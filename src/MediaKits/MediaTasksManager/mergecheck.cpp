@@ -61,7 +61,11 @@ ResultVerdict checkMerge(const QString &path, const QVector<MergePart> &parts,
         whole.lengthMs = 0;
     whole.measure = tr("各部分之和");
     const auto result = readWithLibrary(path, ReadDepth::Headers);
-    ResultVerdict verdict = checkResult(whole, result.data(), join.account());
+    FFmpegAccount account = join.account();
+    // Players go by a header that tells a length, whatever was copied behind it.
+    if (result && result->content.toldMs > 0)
+        account.writtenMs = 0;
+    ResultVerdict verdict = checkResult(whole, result.data(), account);
     verdict.remarks = remarks + verdict.remarks;
     verdict.report = report;
     return verdict;

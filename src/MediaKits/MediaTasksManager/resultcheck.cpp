@@ -108,10 +108,7 @@ private:
 // Where the whole is too short, its parts are as well.
 void Check::checkTimes()
 {
-    // Players go by a header that tells a length, whatever the tool has written behind it.
-    const qint64 foundMs = m_content.toldMs > 0
-                               ? m_content.toldMs
-                               : std::max(m_format.duration, m_account.writtenMs);
+    const qint64 foundMs = std::max(m_format.duration, m_account.writtenMs);
     const qint64 missing = shortfallMs(m_expected.lengthMs, foundMs, m_expected.slackPermille);
     if (missing > 0) {
         m_remarks += tr("比%1短 %2").arg(m_expected.measure, spanText(missing));
