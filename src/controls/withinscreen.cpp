@@ -18,7 +18,8 @@ void boundToScreen(QWidget &window)
 {
     const QWidget *owner = window.parentWidget();
     const QSize room = (owner ? owner : &window)->screen()->availableGeometry().size();
-    if (window.minimumSizeHint().boundedTo(room) != window.minimumSizeHint())
-        window.setMinimumSize(window.minimumSizeHint().boundedTo(room));
+    const QSize least = window.minimumSize().expandedTo(window.minimumSizeHint());
+    if (least.boundedTo(room) != least)
+        window.setMinimumSize(least.boundedTo(room));
     window.resize(window.size().boundedTo(room));
 }
