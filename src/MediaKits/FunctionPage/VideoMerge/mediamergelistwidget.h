@@ -67,5 +67,5 @@ private:
     QSharedPointer<MediaTask> m_task;
     RowList *m_list;
     bool m_isWatched = false; // by the batch, which ticks from then on
-    QString m_result; ///< path of the last finished merge
+    QString m_result;         ///< path of the last finished merge
 };
