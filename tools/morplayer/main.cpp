@@ -41,6 +41,7 @@ int main(int argc, char *argv[])
         words.push_back(option);
     words.insert(words.end(), argv + 1, argv + argc);
     std::vector<char *> arguments;
+    arguments.reserve(words.size() + 1);
     for (std::string &word : words)
         arguments.push_back(word.data());
     arguments.push_back(nullptr);
