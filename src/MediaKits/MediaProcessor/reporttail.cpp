@@ -11,6 +11,16 @@ bool isStatusLine(const QString &line)
     return line.contains(QLatin1String("bitrate=")) && line.contains(QLatin1String("time="));
 }
 
+// What the H.264 and H.265 encoders count up when they are closed, a dozen lines behind the last
+// one that tells something.
+bool isEncoderSummary(const QString &line)
+{
+    static const QRegularExpression summary(QStringLiteral(
+        "^\\[libx26[45] @ [^\\]]+\\] (frame [IPB]|mb [IPB]|consecutive B|8x8 transform|coded y|"
+        "i\\d+c? |Weighted |ref [PB] |final ratefactor|kb/s:|using |profile |264 - core)"));
+    return summary.match(line).hasMatch();
+}
+
 } // namespace
 
 void ReportTail::append(const QByteArray &bytes)
@@ -32,7 +42,7 @@ QStringList ReportTail::lastLines(int count) const
     const QStringList lines = text().split(lineEnds, Qt::SkipEmptyParts);
     for (auto it = lines.crbegin(); it != lines.crend() && kept.size() < count; ++it) {
         const QString line = it->trimmed();
-        if (!line.isEmpty() && !isStatusLine(line))
+        if (!line.isEmpty() && !isStatusLine(line) && !isEncoderSummary(line))
             kept.prepend(line);
     }
     return kept;
