@@ -4,17 +4,21 @@
 #include "controls/titlebar.h"
 #include "controls/windowshadow.h"
 #include "controls/withinscreen.h"
+#include "platform/windowmanager.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
+#include <QTimer>
 #include <QVariant>
 #include <QVBoxLayout>
 
 namespace {
 constexpr int border = 1;
 constexpr int titleHeight = 44;
+constexpr int settleMs = 200;
 constexpr QRgb borderColour = 0xFFE0E0E0;
 } // namespace
 
@@ -84,6 +88,24 @@ void DialogFrame::setVisible(bool visible)
     if (visible && !isVisible())
         boundToScreen(*this);
     QDialog::setVisible(visible);
+}
+
+// Now and then the window manager gives the keyboard to nobody then, or Qt misses that the window
+// below has it again: it would be dead until a click.
+void DialogFrame::hideEvent(QHideEvent *event)
+{
+    QDialog::hideEvent(event);
+    QWidget *below = parentWidget() ? parentWidget()->window() : nullptr;
+    if (below == nullptr || !isActiveWindow())
+        return;
+    QTimer::singleShot(settleMs, below, [below] {
+        if (!below->isVisible() || QApplication::activeWindow() != nullptr)
+            return;
+        if (hasInputFocus(below->winId()))
+            QApplication::setActiveWindow(below);
+        else
+            below->activateWindow();
+    });
 }
 
 void DialogFrame::paintEvent(QPaintEvent *event)

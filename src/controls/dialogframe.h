@@ -35,6 +35,7 @@ protected:
         connectByName();
     }
 
+    void hideEvent(QHideEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 protected slots:
