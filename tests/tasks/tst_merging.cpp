@@ -216,6 +216,10 @@ void TestMerging::joinsSounds_data()
     QTest::newRow("wav") << "wav" << 1205001U;
     QTest::newRow("aac") << "aac" << 1203002U;
     QTest::newRow("mp3 as the source") << "mp3" << 1200000U;
+    // Not joined in their own form.
+    QTest::newRow("flac") << "flac" << 1211001U;
+    QTest::newRow("m4r") << "m4r" << 1213001U;
+    QTest::newRow("ape") << "ape" << 1207001U;
 }
 
 // A silent film gives silence as long as it is.

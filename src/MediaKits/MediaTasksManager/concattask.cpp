@@ -5,6 +5,7 @@
 #include "MediaKits/MediaTasksManager/converttask.h"
 #include "MediaKits/MediaTasksManager/fileconcattask.h"
 #include "MediaKits/MediaTasksManager/inputcheck.h"
+#include "MediaKits/MediaTasksManager/mactask.h"
 #include "MediaKits/MediaTasksManager/mergecheck.h"
 #include "MediaKits/MediaTasksManager/mergepreset.h"
 #include "MediaKits/MediaTasksManager/stepmapping.h"
@@ -20,6 +21,33 @@ constexpr double msPerWeight = 600.0;
 constexpr float folderWeight = 0.00001F;
 constexpr double listWeight = 0.1;
 constexpr float joinShare = 0.1F;
+
+bool isFormat(const QString &format, const char *name)
+{
+    return format.compare(QLatin1String(name), Qt::CaseInsensitive) == 0;
+}
+
+// What the parts are made in, where the result's own form can't be joined by copy: the header of
+// FLAC tells the length of the first part, APE is made by another tool, and no muxer goes by the
+// suffix of a ring tone.
+QString partFormat(const QString &format)
+{
+    if (isFormat(format, "flac") || isFormat(format, "ape"))
+        return QStringLiteral("wav");
+    return isFormat(format, "m4r") ? QStringLiteral("m4a") : format;
+}
+
+// An encoder named for the result would also be taken for another container of the parts.
+QSharedPointer<EncParam> partPreset(const ConcatTaskParam &param)
+{
+    const auto preset = mergePreset(param);
+    if (!isFormat(param.format, "flac") || !preset || !preset->audio)
+        return preset;
+    const auto own = QSharedPointer<EncParam>::create(*preset);
+    own->audio = QSharedPointer<AEncParam>::create(*preset->audio);
+    own->audio->fourCC.clear();
+    return own;
+}
 
 double partWeight(const InputFileMediaParam &input)
 {
@@ -68,6 +96,59 @@ ConvertTaskParam ConcatTask::partStep(const InputFileMediaParam &input, ConvertT
     return mappedStep(step);
 }
 
+QStringList ConcatTask::addParts(QVector<TaskItem> &items, const QString &workDir,
+                                 QVector<MergePart> &made)
+{
+    ConvertTaskParam step;
+    step.encParam = partPreset(*m_param);
+    step.silentTrack = mergeHasSound(*m_param);
+    step.outputDir = workDir;
+    step.format = partFormat(m_param->format);
+    QStringList parts;
+    for (int i = 0; i < m_param->files.size(); ++i) {
+        step.outputName = QString::number(i);
+        const ConvertTaskParam mapped = partStep(*m_param->files[i], step);
+        auto *part = new ConvertTask(QStringLiteral("ConvertTask"), QString());
+        part->setParam(new ConvertTaskParam(mapped));
+        connect(part, &MediaTask::taskStateChanged, this,
+                [this, file = m_param->files[i]->file](State partState) {
+                    if (partState == ERROR)
+                        m_failedInput = file;
+                });
+        items.append({part, partWeight(*m_param->files[i])});
+        parts += QDir(workDir).absoluteFilePath(step.outputName + QLatin1Char('.') + step.format);
+        made.append({QFileInfo(m_param->files[i]->file).fileName(), parts.last(),
+                     expectedResult(mapped), part});
+    }
+    return parts;
+}
+
+// Makes the result's own form of what was joined in another.
+QString ConcatTask::addClosingStep(QVector<TaskItem> &items, const QString &joined, double weight)
+{
+    const QDir dir = QFileInfo(joined).dir();
+    if (isFormat(m_param->format, "ape")) {
+        const QString result = dir.absoluteFilePath(QStringLiteral("m.ape"));
+        auto *mac = new MacTask(QStringLiteral("MacTask"), QString());
+        mac->setParam(new MacTaskParam(joined, result));
+        items.append({mac, weight});
+        return result;
+    }
+    if (!isFormat(m_param->format, "flac"))
+        return joined;
+    auto *step = new ConvertTaskParam;
+    step->inputFile = joined;
+    step->inputFormat = QStringLiteral("wav");
+    step->encParam = m_param->encParam;
+    step->outputDir = dir.absolutePath();
+    step->outputName = QStringLiteral("whole");
+    step->format = m_param->format;
+    auto *convert = new ConvertTask(QStringLiteral("ConvertTask"), QString());
+    convert->setParam(step);
+    items.append({convert, weight});
+    return dir.absoluteFilePath(step->outputName + QLatin1Char('.') + step->format);
+}
+
 GroupMediaTask *ConcatTask::buildGroup()
 {
     m_aliases.clear();
@@ -78,44 +159,27 @@ GroupMediaTask *ConcatTask::buildGroup()
 
     items.append({createStep(workDir), double(folderWeight)});
 
-    ConvertTaskParam step;
-    step.encParam = mergePreset(*m_param);
-    step.silentTrack = mergeHasSound(*m_param);
-    step.outputDir = workDir;
-    step.format = m_param->format;
-    float sum = folderWeight;
-    QStringList parts;
     QVector<MergePart> made;
-    for (int i = 0; i < m_param->files.size(); ++i) {
-        const double weight = partWeight(*m_param->files[i]);
-        step.outputName = QString::number(i);
-        const ConvertTaskParam mapped = partStep(*m_param->files[i], step);
-        auto *part = new ConvertTask(QStringLiteral("ConvertTask"), QString());
-        part->setParam(new ConvertTaskParam(mapped));
-        connect(part, &MediaTask::taskStateChanged, this,
-                [this, file = m_param->files[i]->file](State partState) {
-                    if (partState == ERROR)
-                        m_failedInput = file;
-                });
-        items.append({part, weight});
-        sum += float(weight);
-        parts += dir.absoluteFilePath(QString::number(i) + QLatin1Char('.') + m_param->format);
-        made.append({QFileInfo(m_param->files[i]->file).fileName(), parts.last(),
-                     expectedResult(mapped), part});
-    }
+    const QStringList parts = addParts(items, workDir, made);
+    float sum = folderWeight;
+    for (const auto &input : m_param->files)
+        sum += float(partWeight(*input));
 
     const QString listFile = dir.absoluteFilePath(QStringLiteral("c.txt"));
     auto *list = new ConcatFileTask(QStringLiteral("ConcatFileTask"), QString());
     list->setParam(new ConcatFileTaskParam(parts, listFile));
     items.append({list, listWeight});
 
-    const QString joined = dir.absoluteFilePath(QLatin1String("concattemp.") + m_param->format);
+    const double joinWeight = sum * joinShare;
+    const QString joined =
+        dir.absoluteFilePath(QLatin1String("concattemp.") + partFormat(m_param->format));
     auto *join = new FileConcatTask(QStringLiteral("FileConcatTask"), QString());
     join->setParam(new FileConcatTaskParam(listFile, joined));
-    items.append({join, double(sum * joinShare)});
+    items.append({join, joinWeight});
 
+    const QString result = addClosingStep(items, joined, joinWeight);
     const auto check = [made, join](const QString &path) { return checkMerge(path, made, *join); };
-    items.append({moveStep(joined, finalPath(), check), double(folderWeight)});
+    items.append({moveStep(result, finalPath(), check), double(folderWeight)});
     items.append({deleteStep(workDir), double(folderWeight)});
     return new GroupMediaTask(items, true);
 }

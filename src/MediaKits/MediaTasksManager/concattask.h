@@ -19,6 +19,8 @@ struct InputFileMediaParam
 
 Q_DECLARE_METATYPE(QSharedPointer<InputFileMediaParam>)
 
+struct MergePart;
+
 struct ConcatTaskParam : MediaTaskParam
 {
     static constexpr int paramType = 5;
@@ -54,6 +56,9 @@ private:
     // @param step what all inputs have in common
     ConvertTaskParam partStep(const InputFileMediaParam &input, ConvertTaskParam step);
     QString finalPath() const;
+    QStringList addParts(QVector<TaskItem> &items, const QString &workDir,
+                         QVector<MergePart> &made);
+    QString addClosingStep(QVector<TaskItem> &items, const QString &joined, double weight);
 
     FileAliases m_aliases;
     QString m_failedInput; ///< the input that ended the last run; empty for none
