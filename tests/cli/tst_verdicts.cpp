@@ -247,6 +247,10 @@ private:
         constexpr int packSize = 2048;
         writeTestFile(path("midway.mpg"_s), stream.mid(stream.size() / 3 / packSize * packSize));
         const QByteArray ts = contentOf(path("film.ts"_s));
+        // A stopped recording ends anywhere.
+        writeTestFile(path("stopped.mpg"_s),
+                      stream.mid(int(stream.size() * 0.21), int(stream.size() * 0.62)));
+        writeTestFile(path("stopped.ts"_s), ts.mid(int(ts.size() * 0.21), int(ts.size() * 0.62)));
         writeTestFile(path("joined.ts"_s), ts + ts);
         writeTestFile(path("tagged.mp3"_s), contentOf(path("sound.mp3"_s)) + "LYRICSBEGIN" +
                                                 QByteArray(600, 'x') + "000611LYRICS200" +

@@ -16,12 +16,20 @@ constexpr double latestStart = 1.0;
 // Tags and other junk between the frames of a bare stream give so many errors, and nothing of the
 // sound is lost with them.
 constexpr int harmlessErrors = 3;
+// A recording or a download that was stopped ends within a picture and within a sound frame.
+constexpr int brokenOffFrames = 2;
 
 // The demuxers of bare sound streams.
 bool isRawSoundFormat(const QByteArray &name)
 {
     static const QByteArray names[] = {"mp3", "aac", "ac3", "eac3", "dts", "loas", "truehd", "mlp"};
     return std::find(std::begin(names), std::end(names), name) != std::end(names);
+}
+
+// The containers that are cut anywhere, since they have no index.
+bool isRecordingFormat(const QByteArray &name)
+{
+    return name == "mpegts" || name == "mpeg";
 }
 
 } // namespace
@@ -52,6 +60,8 @@ FFmpegAccount FFmpegAccountReader::account() const
     FFmpegAccount account = m_account;
     const bool isHarmless = m_isRawSound && m_decodingErrors <= harmlessErrors;
     account.damagedPlaces = m_corruptFrames + (isHarmless ? 0 : m_decodingErrors);
+    if (m_isRecording && account.damagedPlaces <= brokenOffFrames)
+        account.damagedPlaces = 0;
     return account;
 }
 
@@ -97,7 +107,7 @@ void FFmpegAccountReader::readInput(const QByteArray &line)
     else if (line.contains("] Estimating duration from bitrate"))
         m_lengthIsGuess = m_lengthIsGuess || m_account.inputMs == 0;
     else if (line.startsWith("Input #0, "))
-        m_isRawSound = isRawSoundFormat(line.mid(10).split(',').first());
+        setFormat(line.mid(10).split(',').first());
     else if (line.startsWith("  Duration: ") && m_account.inputMs == 0 && !m_lengthIsGuess) {
         const QRegularExpressionMatch match = length.match(QString::fromLatin1(line));
         // The text counts hundredths; a third digit makes them milliseconds.
@@ -106,6 +116,12 @@ void FFmpegAccountReader::readInput(const QByteArray &line)
         if (time.isValid() && match.captured(2).toDouble() <= latestStart)
             m_account.inputMs = QTime(0, 0).msecsTo(time);
     }
+}
+
+void FFmpegAccountReader::setFormat(const QByteArray &name)
+{
+    m_isRawSound = isRawSoundFormat(name);
+    m_isRecording = isRecordingFormat(name);
 }
 
 void FFmpegAccountReader::count(Damage damage, int times)

@@ -41,12 +41,14 @@ private:
 
     void readLine(const QByteArray &line);
     void readInput(const QByteArray &line);
+    void setFormat(const QByteArray &name);
     void count(Damage damage, int times);
 
     FFmpegAccount m_account;
     QByteArray m_rest;
-    bool m_isBegun = false;    ///< every output has got its first frame
-    bool m_isRawSound = false; ///< the input is a bare stream of sound frames
+    bool m_isBegun = false;     ///< every output has got its first frame
+    bool m_isRawSound = false;  ///< the input is a bare stream of sound frames
+    bool m_isRecording = false; ///< the input may be cut anywhere
     bool m_lengthIsGuess = false;
     Damage m_last = Damage::None; ///< of the line before, which may be said to be repeated
     int m_corruptFrames = 0;
