@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/AppInstance/LocalStore/historyrecord.h"
-#include "MediaKits/FunctionPage/VideoMerge/mediamergefunctionpage.h"
-#include "MediaKits/FunctionPage/VideoMerge/mediamergelistitemwidget.h"
+#include "merge/mergepage.h"
 #include "support/casename.h"
-#include "support/pagetest.h"
 
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -11,58 +9,12 @@
 
 namespace {
 
-constexpr int endLimitMs = 90000;
 constexpr double closeEnough = 0.2;
 constexpr quint32 noPreset = 0;
-constexpr quint32 mp4Small = 1003005;
 // With encoders, but without a size.
 constexpr quint32 mpegAsSource = 1009001;
 // Upscaling to it takes long enough to act meanwhile.
 constexpr quint32 mp4Huge = 1031001;
-
-class MergePage : public PageTest<MediaMergeFunctionPage>
-{
-public:
-    explicit MergePage(quint32 preset = mp4Small) : PageTest(FunctionSection::merger, preset) {}
-
-    MediaMergeListItemWidget *input(int index) const
-    {
-        return qobject_cast<MediaMergeListItemWidget *>(rowWidget(index));
-    }
-    MediaTask *task() const
-    {
-        return list()->item(0)->data(MergeTaskRole).value<QSharedPointer<MediaTask>>().data();
-    }
-    QString buttonText() const { return child<QPushButton>(*page, "btnMerge")->text(); }
-    bool isShown(int index, const char *name) const
-    {
-        return child(*rowWidget(index), name)->isVisible();
-    }
-    /// Which of a row's buttons and connectors are seen, as "ud" and "UD".
-    QString moves(int index) const
-    {
-        const QPair<const char *, char> parts[] = {
-            {"btnUp", 'u'}, {"btnDown", 'd'}, {"lblCondup", 'U'}, {"lblCondown", 'D'}};
-        QString seen;
-        for (const auto &part : parts) {
-            if (isShown(index, part.first))
-                seen += QLatin1Char(part.second);
-        }
-        return seen;
-    }
-    /// Presses the start and waits for the end's dialog, which it closes by a button.
-    bool merge(const char *dialogClass, const char *button)
-    {
-        bool ended = false;
-        whenModal(dialogClass, [&](QWidget &dialog) {
-            shoot(dialog, dialogClass);
-            ended = true;
-            press(dialog, button);
-        });
-        press(*page, "btnMerge");
-        return QTest::qWaitFor([&] { return ended; }, endLimitMs);
-    }
-};
 
 // Red, green and blue of the picture's average at a time.
 QByteArray colourAt(const QString &path, double seconds)
@@ -143,6 +95,24 @@ private slots:
         QVERIFY(test.merge("MediaMergeFinishTipsDialog", "btnCancel"));
         QCOMPARE(HistoryRecord::instance().records().value(0).outputfile,
                  QDir(test.out()).filePath("合并视频(2).mp4"_s));
+    }
+
+    void tellsWhatIsMissing()
+    {
+        const QByteArray film = contentOf(m_web);
+        writeTestFile(media("cut.webm"_s), film.left(film.size() / 2));
+        MergePage test;
+        test.addRows({m_clip, media("cut.webm"_s)});
+        QString remarks, details;
+        whenModal("MediaMergeFinishTipsDialog", [&](QWidget &dialog) {
+            details =
+                askedBy([&] { press(dialog, "btnDetails"); }, "btnOK", "FailureDetailsDialog");
+            remarks = child<QLabel>(dialog, "lblRemarks")->text();
+            press(dialog, "btnCancel");
+        });
+        press(*test.page, "btnMerge");
+        QTRY_VERIFY_WITH_TIMEOUT(remarks.startsWith("cut.webm："_s), endLimitMs);
+        QVERIFY(!details.isEmpty());
     }
 
     void ordersAndCuts()

@@ -237,8 +237,7 @@ private slots:
         QTRY_VERIFY(!(converters = processesWith(m_film)).isEmpty());
         for (const qint64 process : converters)
             sendSignal(process, SIGSTOP);
-        // Leaving would end it; without a tray, the key means that.
-        int asked = 0;
+        int asked = 0; // for leaving would end it, which the key means without a tray
         whenModal("MediaMessageBox", [&asked](QWidget &box) { press(box, "btnCancel"), ++asked; });
         Desktop::key("ctrl+q");
         QTRY_COMPARE(asked, 1);

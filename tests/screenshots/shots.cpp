@@ -350,9 +350,9 @@ const QVector<Shot> &allShots()
         {"merge-cut"_s, showCutInputs},
         {"merge-finished"_s,
          [](Stage &stage) {
-             stage.show(new MediaMergeFinishTipsDialog("/home/output/合并视频.mp4"_s,
-                                                       "海边的第二天.mkv：比源文件短 15 秒"_s,
-                                                       &stage.window()));
+             stage.show(new MediaMergeFinishTipsDialog(
+                 "/home/output/合并视频.mp4"_s, {{"海边的第二天.mkv：比源文件短 15 秒"_s}, {}},
+                 &stage.window()));
          }},
         {"audio-rows"_s,
          [](Stage &stage) { fillPage<AudioConvertFunctionPage>(stage, "btnAudioConverter"); }},

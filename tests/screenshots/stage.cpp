@@ -30,9 +30,7 @@ Stage::Stage(const QString &mediaDir)
     m_backdrop.setGeometry(QGuiApplication::primaryScreen()->geometry());
     m_backdrop.show();
 
-    m_window.show();
-    m_window.move((m_backdrop.width() - m_window.width()) / 2,
-                  (m_backdrop.height() - m_window.height()) / 2);
+    m_window.open();
     for (const QFileInfo &file : QDir(mediaDir).entryInfoList(QDir::Files, QDir::Name))
         m_media += file.absoluteFilePath();
 }

@@ -106,8 +106,7 @@ void MediaMergeListWidget::finish()
     trackEnded(true);
     MediaPreviewWnd::addFinished(m_result,
                                  MediaRowWidget::previewInfo(function(), QStringLiteral("自动")));
-    auto *tips = new MediaMergeFinishTipsDialog(
-        m_result, m_task->remarks().texts.join(QLatin1Char('\n')), this);
+    auto *tips = new MediaMergeFinishTipsDialog(m_result, m_task->remarks(), this);
     tips->setAttribute(Qt::WA_DeleteOnClose);
     tips->open();
 }

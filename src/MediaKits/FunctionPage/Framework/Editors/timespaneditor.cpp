@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/Framework/Editors/timespaneditor.h"
 
+#include "controls/interceptslider.h"
 #include "MediaKits/FunctionPage/Framework/Editors/timespanbinding.h"
 #include "MediaKits/FunctionPage/Framework/Editors/timespanedit.h"
-
-#include "controls/interceptslider.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
