@@ -116,9 +116,11 @@ bool VideoMask::eventFilter(QObject *watched, QEvent *event)
 // Of a press on the surface beside what is drawn, until its release.
 bool VideoMask::passPointer(const QMouseEvent &event)
 {
-    if (!isVisible() || mask().isEmpty())
+    if (!isVisible() || mask().isEmpty() || m_content.isNull())
         return false;
-    QWidget *receiver = m_pressed ? m_pressed.data() : childAt(event.pos());
+    // The content's child: for this window's own, its mask would count.
+    const QPoint inContent = m_content->mapFromGlobal(event.globalPos());
+    QWidget *receiver = m_pressed ? m_pressed.data() : m_content->childAt(inContent);
     if (receiver == nullptr)
         return false;
     m_pressed = event.buttons() != Qt::NoButton ? receiver : nullptr;
