@@ -21,5 +21,7 @@ void boundToScreen(QWidget &window)
     const QSize least = window.minimumSize().expandedTo(window.minimumSizeHint());
     if (least.boundedTo(room) != least)
         window.setMinimumSize(least.boundedTo(room));
-    window.resize(window.size().boundedTo(room));
+    // One that nobody has sized yet takes the size of its content when it is shown.
+    if (window.size().boundedTo(room) != window.size())
+        window.resize(window.size().boundedTo(room));
 }

@@ -2,9 +2,11 @@
 #include "controls/elidedlabel.h"
 #include "MediaKits/AppInstance/LocalStore/historyrecord.h"
 #include "MediaKits/FunctionPage/Framework/Dialogs/historyrecordcovertdialog.h"
+#include "MediaKits/FunctionPage/Framework/Dialogs/mediamessagebox.h"
 #include "support/guisupport.h"
 #include "support/testfile.h"
 
+#include <QLabel>
 #include <QTableWidget>
 #include <QtTest>
 
@@ -13,6 +15,25 @@ class TestDialogs : public QObject
     Q_OBJECT
 
 private slots:
+    void messagesAreAsLargeAsTheirText()
+    {
+        constexpr int spare = 60;
+        QWidget window;
+        window.resize(800, 600);
+        window.show();
+        for (const int length : {1, 5}) {
+            int unused = -1;
+            whenModal("MediaMessageBox", [&unused](QWidget &box) {
+                const auto *label = child<QLabel>(box, "lblText");
+                unused = label->height() - label->heightForWidth(label->width());
+                press(box, "btnOK");
+            });
+            MediaMessageBox::showMessage("提示"_s, "一段话，with words, "_s.repeated(length * 4),
+                                         &window);
+            QVERIFY2(unused >= 0 && unused < spare, qPrintable(QString::number(unused)));
+        }
+    }
+
     void historyFillsAndClears()
     {
         HistoryRecord &history = HistoryRecord::instance();

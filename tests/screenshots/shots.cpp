@@ -311,6 +311,17 @@ void showFragmentStates(Stage &stage)
     markFragments(tree, 0, 1, false);
 }
 
+void showService(Stage &stage)
+{
+    ProductContact contact;
+    contact.serviceNumber = "12345678"_s;
+    contact.phone = "010-12345678"_s;
+    auto *popup = new CustomerService(&stage.window(), contact);
+    popup->fitContent();
+    popup->move(stage.window().mapToGlobal(QPoint(700, 60)));
+    popup->show();
+}
+
 void showToast(Stage &stage)
 {
     Toast::showToast("请先添加文件"_s, 2000, Toast::centred, Toast::centred, &stage.window());
@@ -323,7 +334,7 @@ const QVector<Shot> &allShots()
     static const QVector<Shot> shots = {
         {"home"_s, [](Stage &) {}},
         {"menu"_s, [](Stage &stage) { stage.press("btnMore"); }},
-        {"service"_s, [](Stage &stage) { stage.window().on_btnCService_clicked(); }},
+        {"service"_s, showService},
         {"exit"_s, showDialog<ExitTipsDialog>},
         {"about"_s, showDialog<AboutMeDialog>},
         {"feedback"_s, [](Stage &stage) { showFeedback(stage, QString()); }},
