@@ -198,6 +198,43 @@ private slots:
         check("socket gone", false);
     }
 
+    // Grey of a usual film, told as high range; the output without a graphics card takes it for
+    // nearly white. An editor's filters lie in the film's own pixels, before and after a clearing.
+    void highRangeIsShownAsUsual()
+    {
+        const QString film = m_media.filePath("hlg.mkv"_s);
+        makeMedia("-f lavfi -i color=c=gray:s=1920x1080:r=10:d=20 -vf format=gbrpf32le,"
+                  "zscale=tin=bt709:pin=bt709:min=gbr:rin=full:t=linear:npl=203:p=bt2020,"
+                  "format=gbrpf32le,zscale=tin=linear:pin=bt2020:min=gbr:rin=full:npl=203:"
+                  "t=arib-std-b67:m=bt2020nc:r=limited,format=yuv420p10 -color_trc arib-std-b67 "
+                  "-color_primaries bt2020 -colorspace bt2020nc -c:v libx264 -preset ultrafast @"_s,
+                  {film});
+        CSVideoPlayer player;
+        const QString server = start(player, {}, film);
+        QVERIFY(!server.isEmpty());
+        MpvPeer peer(server);
+        QTRY_COMPARE(peer.property("vf").toArray().size(), 1);
+        const auto levelAt = [&player](double across, double down) {
+            const QImage image = screenPart(*player.videoLabel());
+            return qGray(image.pixel(int(across * image.width()), int(down * image.height())));
+        };
+        // Pressed by the tone curve a little; 190 and more without the conversion.
+        const auto isUsual = [&] { return qAbs(levelAt(0.3, 0.5) - 138) < 15; };
+        QTRY_VERIFY(isUsual());
+
+        const auto showsBox = [&] { return levelAt(0.92, 0.58) < 20 && isUsual(); };
+        // A removal outside a smaller picture would be an error, and the filter gone for good.
+        const QString box = "delogo=x=1500:y=800:w=100:h=80,"
+                            "drawbox=x=1680:y=540:w=192:h=200:t=fill:color=black"_s;
+        QVERIFY(!showsBox());
+        player.videoFilter(FilterOperation::Add, QString(), box);
+        QTRY_VERIFY(showsBox());
+        player.clearVideoFilters();
+        player.videoFilter(FilterOperation::Add, QString(), box);
+        QTRY_COMPARE(peer.property("vf").toArray().size(), 2);
+        QTRY_VERIFY(showsBox());
+    }
+
     void surfaceKeepsTheShape()
     {
         CSVideoPlayer player;
@@ -235,14 +272,15 @@ private slots:
 
 private:
     // Starts in a shown window and waits for the first position; gives the socket's name.
-    QString start(CSVideoPlayer &player, const QStringList &extra = {})
+    QString start(CSVideoPlayer &player, const QStringList &extra = {}, const QString &film = {})
     {
         player.resize(640, 480);
         player.show();
         if (!QTest::qWaitForWindowExposed(&player))
             return {};
         QSignalSpy progress(&player, &CSVideoPlayer::progressChanged);
-        player.start(m_clip, standardPlayerArguments() + QStringList{"--ao=null"_s} + extra);
+        player.start(film.isEmpty() ? m_clip : film,
+                     standardPlayerArguments() + QStringList{"--ao=null"_s} + extra);
         if (!progress.wait(startLimitMs))
             return {};
         return player.findChild<MPVPlayer *>()->ipcServerName();
