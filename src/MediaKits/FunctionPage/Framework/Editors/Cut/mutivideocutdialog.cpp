@@ -2,8 +2,8 @@
 #include "MediaKits/FunctionPage/Framework/Editors/Cut/mutivideocutdialog.h"
 
 #include "MediaKits/FunctionPage/Framework/Editors/Cut/cropedit.h"
-#include "MediaKits/FunctionPage/Framework/Editors/Cut/fragmentpane.h"
 #include "MediaKits/FunctionPage/Framework/Editors/Cut/videofragmentitemwidget.h"
+#include "MediaKits/FunctionPage/Framework/Editors/Fragments/fragmentpane.h"
 #include "MediaKits/FunctionPage/Framework/Editors/timespanbinding.h"
 #include "MediaKits/Player/csvideoplayer.h"
 

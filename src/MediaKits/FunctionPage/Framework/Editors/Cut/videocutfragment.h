@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/Editors/Cut/cutfragment.h"
+#include "MediaKits/FunctionPage/Framework/Editors/Fragments/cutfragment.h"
 
 /// A part of a video that becomes a file of its own.
 struct VideoCutFragment : CutFragment

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/Framework/Editors/Cut/videofragmentitemwidget.h"
 
-#include "MediaKits/FunctionPage/Framework/Editors/Cut/fragmentpane.h"
 #include "MediaKits/FunctionPage/Framework/Editors/Cut/videocutfragment.h"
+#include "MediaKits/FunctionPage/Framework/Editors/Fragments/fragmentpane.h"
 #include "MediaKits/FunctionPage/Framework/Rows/rowcontent.h"
 
 namespace {

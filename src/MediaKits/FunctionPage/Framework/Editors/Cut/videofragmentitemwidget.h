@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/Editors/Cut/fragmentitemwidget.h"
+#include "MediaKits/FunctionPage/Framework/Editors/Fragments/fragmentitemwidget.h"
 
 /// The row of a fragment of a video.
 class VideoFragmentItemWidget : public FragmentItemWidget

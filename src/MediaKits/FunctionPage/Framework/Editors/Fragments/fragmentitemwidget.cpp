@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "MediaKits/FunctionPage/Framework/Editors/Cut/fragmentitemwidget.h"
+#include "MediaKits/FunctionPage/Framework/Editors/Fragments/fragmentitemwidget.h"
 
-#include "MediaKits/FunctionPage/Framework/Editors/Cut/cutfragment.h"
+#include "MediaKits/FunctionPage/Framework/Editors/Fragments/cutfragment.h"
 #include "MediaKits/MediaFormats/mediatexts.h"
 #include "MediaKits/MediaFormats/outputpath.h"
 #include "ui_fragmentitemwidget.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "MediaKits/FunctionPage/Framework/Editors/Cut/fragmentpane.h"
+#include "MediaKits/FunctionPage/Framework/Editors/Fragments/fragmentpane.h"
 
 #include "ui_fragmentpane.h"
 
