@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "cli/textvalues.h"
 
+#include "MediaKits/MediaTasksManager/readylook.h"
+
 #include <QRegularExpression>
 
 #include <cmath>
@@ -51,8 +53,22 @@ const BoolField boolFields[] = {
     {"hflip", &VideoBeautyParam::hflip},
 };
 
+bool setLook(VideoBeautyParam &beauty, const QString &name)
+{
+    const QVector<ReadyLook> &looks = readyLooks();
+    for (int i = 0; i < looks.size(); ++i) {
+        if (looks[i].isEnabled && name == QString::fromUtf8(looks[i].name)) {
+            applyReadyLook(i, beauty);
+            return true;
+        }
+    }
+    return false;
+}
+
 bool setField(VideoBeautyParam &beauty, const QString &key, const QString &value)
 {
+    if (key == QLatin1String("filter"))
+        return setLook(beauty, value);
     bool isNumber = false;
     const double number = value.toDouble(&isNumber);
     if (!isNumber)

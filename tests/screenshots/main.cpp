@@ -30,9 +30,12 @@ int main(int argc, char **argv)
     const QStringList wanted = arguments.mid(3);
     Stage stage(arguments.at(2));
     for (const Shot &shot : allShots()) {
+        const bool isWanted = wanted.isEmpty() || wanted.contains(shot.name);
+        if (!isWanted && shot.standsAlone)
+            continue;
         shot.prepare(stage);
         const QString path = arguments.at(1) + u'/' + shot.name + ".png"_s;
-        if ((wanted.isEmpty() || wanted.contains(shot.name)) && !stage.save(path)) {
+        if (isWanted && !stage.save(path)) {
             std::fprintf(stderr, "%s can't be written\n", qPrintable(path));
             return 1;
         }

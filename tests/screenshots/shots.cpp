@@ -7,15 +7,13 @@
 #include "MediaKits/AppInstance/LocalStore/encparamhistory.h"
 #include "MediaKits/AppInstance/LocalStore/historyrecord.h"
 #include "MediaKits/FunctionPage/AudioConvert/audioconvertfunctionpage.h"
-#include "MediaKits/FunctionPage/AudioConvert/audiocutdialog.h"
 #include "MediaKits/FunctionPage/Framework/Dialogs/failuredetailsdialog.h"
 #include "MediaKits/FunctionPage/Framework/Dialogs/historyrecordcovertdialog.h"
-#include "MediaKits/FunctionPage/Framework/Editors/Cut/mutivideocutdialog.h"
-#include "MediaKits/FunctionPage/Framework/Editors/Cut/videocutdialog.h"
 #include "MediaKits/FunctionPage/Framework/Formats/mediaformatdialog.h"
 #include "MediaKits/FunctionPage/Framework/Formats/mediaformatsettipsdialog.h"
 #include "MediaKits/FunctionPage/Framework/Intake/mediaimportdialog.h"
 #include "MediaKits/FunctionPage/Framework/Rows/convertspeedswitchmenu.h"
+#include "MediaKits/FunctionPage/VideoBeautify/mediabeautifyfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoCompress/compresssettingsdialog.h"
 #include "MediaKits/FunctionPage/VideoCompress/mediacompressfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoConvert/mediaconvertfunctionpage.h"
@@ -27,28 +25,23 @@
 #include "MediaKits/MainWindow/customerservice.h"
 #include "MediaKits/MainWindow/exittipsdialog.h"
 #include "MediaKits/MainWindow/feedbackdialog.h"
-#include "MediaKits/Player/csvideoplayer.h"
 #include "MediaKits/Player/mediapreviewwnd.h"
+#include "screenshots/editorshots.h"
 #include "screenshots/stage.h"
-#include "support/guisupport.h"
+#include "support/utf8.h"
 
 #include <QApplication>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QSignalSpy>
-#include <QSpinBox>
 #include <QTest>
 #include <QThread>
-#include <QTimeEdit>
-#include <QTreeWidget>
 
 #include <algorithm>
 
 namespace {
 
 const int manyRecords = 500;
-const int longName = 60; // letters of a path
 const int doneRows = 3;
 const int convertAtMost = 60000; // ms
 // An import that outlasts the wait for its picture.
@@ -65,19 +58,6 @@ template<class Dialog>
 void showDialog(Stage &stage)
 {
     stage.show(new Dialog(&stage.window()));
-}
-
-template<class Page>
-Page &openPage(Stage &stage, const char *button)
-{
-    stage.press(button);
-    return *stage.window().findChild<Page *>();
-}
-
-template<class Page>
-void fillPage(Stage &stage, const char *button)
-{
-    openPage<Page>(stage, button).addFiles(stage.media());
 }
 
 void showCompressSettings(Stage &stage, bool advanced)
@@ -103,7 +83,7 @@ void showCompressSettings(Stage &stage, bool advanced)
 // The second input has a part of its time and of its picture marked.
 void showCutInputs(Stage &stage)
 {
-    auto &page = openPage<MediaMergeFunctionPage>(stage, "btnMerger");
+    auto &page = stage.open<MediaMergeFunctionPage>("btnMerger");
     const auto rows = page.findChildren<MediaMergeListItemWidget *>();
     if (rows.size() < 2)
         return;
@@ -115,7 +95,7 @@ void showCutInputs(Stage &stage)
 
 void startConverting(Stage &stage)
 {
-    auto &page = openPage<MediaConvertFunctionPage>(stage, "btnConverter");
+    auto &page = stage.open<MediaConvertFunctionPage>("btnConverter");
     page.on_btnConvertAll_clicked();
     // Some rows are done then, while the longest still runs.
     const auto rows = page.findChildren<QPushButton *>("btnOpenDir"_s);
@@ -191,124 +171,15 @@ void showFeedback(Stage &stage, const QString &text)
     Stage::child<QPlainTextEdit>(*dialog, "plainTextEdit").setPlainText(text);
 }
 
-QString longestFilm(const Stage &stage)
-{
-    return stage.media().filter(".avi"_s).value(0);
-}
-
-void awaitPicture(QWidget &window)
-{
-    auto *player = window.findChild<CSVideoPlayer *>();
-    QSignalSpy progress(player, &CSVideoPlayer::progressChanged);
-    for (int i = 0; i < 3; ++i)
-        progress.wait();
-}
-
-// A picture that keeps still: playing, then paused.
-void pausePlayer(QWidget &window)
-{
-    awaitPicture(window);
-    Stage::child<QPushButton>(window, "btnPlay").click();
-}
-
 void showPreview(Stage &stage)
 {
     for (const QString &file : stage.media())
         MediaPreviewWnd::addFinished(file, {});
-    MediaPreviewWnd::showFile(longestFilm(stage), {});
+    MediaPreviewWnd::showFile(stage.longestFilm(), {});
     for (QWidget *window : QApplication::topLevelWidgets()) {
         if (window->inherits("MediaPreviewWnd"))
-            pausePlayer(*window);
+            Stage::pausePlayer(*window);
     }
-}
-
-void showAudioCut(Stage &stage)
-{
-    auto *dialog = new AudioCutDialog(&stage.window());
-    dialog->start(longestFilm(stage), {});
-    dialog->setDuration(cutDurationMs);
-    stage.show(dialog);
-    pausePlayer(*dialog);
-}
-
-template<class Dialog>
-Dialog *showVideoCut(Stage &stage, const QString &file)
-{
-    MediaInfoData info;
-    info.format = QSharedPointer<MediaFormatInfo>::create();
-    info.format->duration = cutDurationMs;
-    info.video = QSharedPointer<VEncParam>::create();
-    info.video->width = 640;
-    info.video->height = 360;
-    info.video->frameRate = 25;
-    auto *dialog = new Dialog(&stage.window());
-    dialog->showMedium(file, info);
-    stage.show(dialog);
-    awaitPicture(*dialog);
-    Stage::child<QSpinBox>(*dialog, "sbX").setValue(120);
-    Stage::child<QSpinBox>(*dialog, "sbY").setValue(60);
-    Stage::child<QSpinBox>(*dialog, "sbW").setValue(400);
-    Stage::child<QSpinBox>(*dialog, "sbH").setValue(240);
-    return dialog;
-}
-
-void showFragments(Stage &stage, const QString &file, int count)
-{
-    auto *dialog = showVideoCut<MutiVideoCutDialog>(stage, file);
-    for (int second = 60; second <= count * 60; second += 60) {
-        Stage::child<QTimeEdit>(*dialog, "tedtEnd").setTime(QTime(0, 0).addSecs(second + 45));
-        Stage::child<QTimeEdit>(*dialog, "tedtStart").setTime(QTime(0, 0).addSecs(second));
-        Stage::child<QPushButton>(*dialog, "btnFragmentAdd").click();
-    }
-    pausePlayer(*dialog);
-}
-
-// More fragments than there is room for, of a file with a long name.
-void showManyFragments(Stage &stage)
-{
-    for (const QString &file : stage.media()) {
-        if (file.size() > longName)
-            showFragments(stage, file, 9);
-    }
-}
-
-// Marks fragments of half a second each, one behind the other, or of the whole.
-void markFragments(QTreeWidget &tree, int source, int count, bool whole)
-{
-    whenModal("MutiVideoCutDialog", [=](QWidget &dialog) {
-        for (int i = 1; i <= count; ++i) {
-            if (!whole) {
-                Stage::child<QTimeEdit>(dialog, "tedtEnd").setTime(QTime(0, 0).addMSecs(i * 500));
-                Stage::child<QTimeEdit>(dialog, "tedtStart")
-                    .setTime(QTime(0, 0).addMSecs((i - 1) * 500));
-                Stage::child<QSpinBox>(dialog, "sbW").setValue(400);
-            }
-            Stage::child<QPushButton>(dialog, "btnFragmentAdd").click();
-        }
-        Stage::child<QPushButton>(dialog, "btnOk").click();
-    });
-    QWidget *row = tree.itemWidget(tree.topLevelItem(source), 0);
-    auto &add = Stage::child<QPushButton>(*row, "btnAddItem");
-    if (!QTest::qWaitFor([&add] { return add.isEnabled(); }))
-        qWarning("the file was not read");
-    add.click();
-}
-
-// Of the fragments one is done, one runs, one waits.
-void showFragmentStates(Stage &stage)
-{
-    auto &page = openPage<MediaCutFunctionPage>(stage, "btnCutter");
-    page.clear();
-    page.addFiles({stage.media().first(), longestFilm(stage)});
-    auto &tree = Stage::child<QTreeWidget>(page, "convertTree");
-    markFragments(tree, 0, 1, false);
-    markFragments(tree, 1, 1, true);
-    page.on_btnConvertAll_clicked();
-    auto &done = Stage::child<QPushButton>(*tree.itemWidget(tree.topLevelItem(0)->child(0), 0),
-                                           "btnOpenDir");
-    if (!QTest::qWaitFor([&done] { return done.isVisibleTo(done.window()); }, convertAtMost))
-        qWarning("the conversion takes too long");
-    markFragments(tree, 0, 1, false);
 }
 
 void showService(Stage &stage)
@@ -331,63 +202,62 @@ void showToast(Stage &stage)
 
 const QVector<Shot> &allShots()
 {
-    static const QVector<Shot> shots = {
-        {"home"_s, [](Stage &) {}},
-        {"menu"_s, [](Stage &stage) { stage.press("btnMore"); }},
-        {"service"_s, showService},
-        {"exit"_s, showDialog<ExitTipsDialog>},
-        {"about"_s, showDialog<AboutMeDialog>},
-        {"feedback"_s, [](Stage &stage) { showFeedback(stage, QString()); }},
-        {"feedback-long"_s, [](Stage &stage) { showFeedback(stage, longText().repeated(3)); }},
-        {"page-to-come"_s, [](Stage &stage) { stage.press("btnBeautifier"); }},
-        {"convert-empty"_s, [](Stage &stage) { stage.press("btnConverter"); }},
-        {"convert-rows"_s,
-         [](Stage &stage) { fillPage<MediaConvertFunctionPage>(stage, "btnConverter"); }},
-        {"compress-empty"_s, [](Stage &stage) { stage.press("btnCompressor"); }},
-        {"compress-rows"_s,
-         [](Stage &stage) { fillPage<MediaCompressFunctionPage>(stage, "btnCompressor"); }},
-        {"compress-settings"_s, [](Stage &stage) { showCompressSettings(stage, false); }},
-        {"compress-settings-own"_s, [](Stage &stage) { showCompressSettings(stage, true); }},
-        {"cut-empty"_s, [](Stage &stage) { stage.press("btnCutter"); }},
-        {"cut-rows"_s, [](Stage &stage) { fillPage<MediaCutFunctionPage>(stage, "btnCutter"); }},
-        {"cut-fragments"_s, [](Stage &stage) { showFragments(stage, longestFilm(stage), 3); }},
-        {"cut-fragments-many"_s, showManyFragments},
-        {"cut-states"_s, showFragmentStates},
-        {"cut-playing"_s,
-         [](Stage &stage) { showVideoCut<VideoCutDialog>(stage, longestFilm(stage)); }},
-        {"merge-empty"_s, [](Stage &stage) { stage.press("btnMerger"); }},
-        {"merge-rows"_s,
-         [](Stage &stage) { fillPage<MediaMergeFunctionPage>(stage, "btnMerger"); }},
-        {"merge-cut"_s, showCutInputs},
-        {"merge-finished"_s,
-         [](Stage &stage) {
-             stage.show(new MediaMergeFinishTipsDialog(
-                 "/home/output/合并视频.mp4"_s, {{"海边的第二天.mkv：比源文件短 15 秒"_s}, {}},
-                 &stage.window()));
-         }},
-        {"audio-rows"_s,
-         [](Stage &stage) { fillPage<AudioConvertFunctionPage>(stage, "btnAudioConverter"); }},
-        {"formats-recent"_s, [](Stage &stage) { showFormats(stage, "btnHistory"); }},
-        {"formats-video"_s, [](Stage &stage) { showFormats(stage, "btnVideo"); }},
-        {"formats-audio"_s, [](Stage &stage) { showFormats(stage, "btnAudio"); }},
-        {"speeds"_s, showSpeeds},
-        {"history-empty"_s, showDialog<HistoryRecordCovertDialog>},
-        {"history-many"_s, showHistory},
-        {"import"_s, showImport},
-        {"message"_s, [](Stage &stage) { showMessage(stage, "文件不存在"_s); }},
-        {"message-long"_s, [](Stage &stage) { showMessage(stage, longText()); }},
-        {"message-format"_s, showDialog<MediaFormatSetTipsDialog>},
-        {"failure"_s, showFailure},
-        {"toast"_s, showToast},
-        {"audio-cut"_s, showAudioCut},
-        {"convert-running"_s, startConverting},
-        {"preview"_s, showPreview},
-        {"home-smallest"_s,
-         [](Stage &stage) {
-             stage.press("btnHome");
-             stage.window().resize(stage.window().minimumSize());
-         }},
-        {"home-largest"_s, [](Stage &stage) { stage.window().showMaximized(); }},
-    };
+    static const QVector<Shot> shots =
+        QVector<Shot>{
+            {"home"_s, [](Stage &) {}},
+            {"menu"_s, [](Stage &stage) { stage.press("btnMore"); }},
+            {"service"_s, showService},
+            {"exit"_s, showDialog<ExitTipsDialog>},
+            {"about"_s, showDialog<AboutMeDialog>},
+            {"feedback"_s, [](Stage &stage) { showFeedback(stage, QString()); }},
+            {"feedback-long"_s, [](Stage &stage) { showFeedback(stage, longText().repeated(3)); }},
+            {"page-to-come"_s, [](Stage &stage) { stage.press("btnDubbing"); }},
+            {"convert-empty"_s, [](Stage &stage) { stage.press("btnConverter"); }},
+            {"convert-rows"_s,
+             [](Stage &stage) { stage.fill<MediaConvertFunctionPage>("btnConverter"); }},
+            {"compress-empty"_s, [](Stage &stage) { stage.press("btnCompressor"); }},
+            {"compress-rows"_s,
+             [](Stage &stage) { stage.fill<MediaCompressFunctionPage>("btnCompressor"); }},
+            {"compress-settings"_s, [](Stage &stage) { showCompressSettings(stage, false); }},
+            {"compress-settings-own"_s, [](Stage &stage) { showCompressSettings(stage, true); }},
+            {"cut-empty"_s, [](Stage &stage) { stage.press("btnCutter"); }},
+            {"cut-rows"_s, [](Stage &stage) { stage.fill<MediaCutFunctionPage>("btnCutter"); }},
+            {"beauty-rows"_s,
+             [](Stage &stage) { stage.fill<MediaBeautifyFunctionPage>("btnBeautifier"); }},
+            {"merge-empty"_s, [](Stage &stage) { stage.press("btnMerger"); }},
+            {"merge-rows"_s, [](Stage &stage) { stage.fill<MediaMergeFunctionPage>("btnMerger"); }},
+            {"merge-cut"_s, showCutInputs},
+            {"merge-finished"_s,
+             [](Stage &stage) {
+                 stage.show(new MediaMergeFinishTipsDialog(
+                     "/home/output/合并视频.mp4"_s, {{"海边的第二天.mkv：比源文件短 15 秒"_s}, {}},
+                     &stage.window()));
+             }},
+            {"audio-rows"_s,
+             [](Stage &stage) { stage.fill<AudioConvertFunctionPage>("btnAudioConverter"); }},
+            {"formats-recent"_s, [](Stage &stage) { showFormats(stage, "btnHistory"); }},
+            {"formats-video"_s, [](Stage &stage) { showFormats(stage, "btnVideo"); }},
+            {"formats-audio"_s, [](Stage &stage) { showFormats(stage, "btnAudio"); }},
+            {"speeds"_s, showSpeeds},
+            {"history-empty"_s, showDialog<HistoryRecordCovertDialog>},
+            {"history-many"_s, showHistory},
+            {"import"_s, showImport},
+            {"message"_s, [](Stage &stage) { showMessage(stage, "文件不存在"_s); }},
+            {"message-long"_s, [](Stage &stage) { showMessage(stage, longText()); }},
+            {"message-format"_s, showDialog<MediaFormatSetTipsDialog>},
+            {"failure"_s, showFailure},
+            {"toast"_s, showToast},
+            {"convert-running"_s, startConverting},
+            {"preview"_s, showPreview},
+        } +
+        editorShots() +
+        QVector<Shot>{
+            {"home-smallest"_s,
+             [](Stage &stage) {
+                 stage.press("btnHome");
+                 stage.window().resize(stage.window().minimumSize());
+             }},
+            {"home-largest"_s, [](Stage &stage) { stage.window().showMaximized(); }},
+        };
     return shots;
 }

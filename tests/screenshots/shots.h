@@ -11,6 +11,8 @@ struct Shot
 {
     QString name;
     void (*prepare)(Stage &stage);
+    /// Whether no later picture needs what it leaves behind.
+    bool standsAlone = false;
 };
 
 /// All pictures, in the order in which they have to be made.

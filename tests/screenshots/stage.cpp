@@ -2,6 +2,8 @@
 #include "screenshots/stage.h"
 
 #include "controls/toast.h"
+#include "MediaKits/Player/csvideoplayer.h"
+#include "support/utf8.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -9,6 +11,7 @@
 #include <QElapsedTimer>
 #include <QPushButton>
 #include <QScreen>
+#include <QSignalSpy>
 #include <QTest>
 
 namespace {
@@ -33,6 +36,24 @@ Stage::Stage(const QString &mediaDir)
     m_window.open();
     for (const QFileInfo &file : QDir(mediaDir).entryInfoList(QDir::Files, QDir::Name))
         m_media += file.absoluteFilePath();
+}
+
+QString Stage::longestFilm() const
+{
+    return m_media.filter(".avi"_s).value(0);
+}
+
+void Stage::awaitPicture(const QWidget &window)
+{
+    QSignalSpy progress(window.findChild<CSVideoPlayer *>(), &CSVideoPlayer::progressChanged);
+    for (int i = 0; i < 3; ++i)
+        progress.wait();
+}
+
+void Stage::pausePlayer(const QWidget &window)
+{
+    awaitPicture(window);
+    child<QPushButton>(window, "btnPlay").click();
 }
 
 void Stage::press(const char *button)

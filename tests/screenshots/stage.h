@@ -27,6 +27,24 @@ public:
         return *found;
     }
     void press(const char *button);
+    /// Goes to a page by its button.
+    template<class Page>
+    Page &open(const char *button)
+    {
+        press(button);
+        return *m_window.findChild<Page *>();
+    }
+    /// The same, and adds the media files.
+    template<class Page>
+    void fill(const char *button)
+    {
+        open<Page>(button).addFiles(m_media);
+    }
+    QString longestFilm() const;
+    /// Waits until the player below the window shows something.
+    static void awaitPicture(const QWidget &window);
+    /// The same, and makes it keep still.
+    static void pausePlayer(const QWidget &window);
     /// Shows a dialog or popup, which is deleted when the next shot begins.
     void show(QWidget *window);
 

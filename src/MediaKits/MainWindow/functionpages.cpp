@@ -3,6 +3,7 @@
 
 #include "MediaKits/AppInstance/LocalStore/mediafunction.h"
 #include "MediaKits/FunctionPage/AudioConvert/audioconvertfunctionpage.h"
+#include "MediaKits/FunctionPage/VideoBeautify/mediabeautifyfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoCompress/mediacompressfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoConvert/mediaconvertfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoCut/mediacutfunctionpage.h"
@@ -40,7 +41,8 @@ const QVector<FunctionPageEntry> &functionPages()
               makePage<MediaCompressFunctionPage>),
         entry(MediaFunction::Cut, "Cutter", "cutter", makePage<MediaCutFunctionPage>),
         entry(MediaFunction::Merge, "Merger", "merger", makePage<MediaMergeFunctionPage>),
-        entry(MediaFunction::Beautify, "Beautifier", "beautifier"),
+        entry(MediaFunction::Beautify, "Beautifier", "beautifier",
+              makePage<MediaBeautifyFunctionPage>),
         entry(MediaFunction::Gif, "Gif", "gif"),
         entry(MediaFunction::Dubbing, "Dubbing", "dubbing"),
         entry(MediaFunction::Shot, "Shot", "shot"),

@@ -4,6 +4,8 @@
 #include <QMetaType>
 #include <QSharedPointer>
 
+#include <tuple>
+
 /// Look, turn, speed and volume of a video, as the beauty editor leaves them.
 struct VideoBeautyParam
 {
@@ -21,5 +23,16 @@ struct VideoBeautyParam
     bool hflip = false;
     int filterIndex = -1; ///< row of the ready-made look, -1 for none
 };
+
+/// Whether two records give the same result, wherever their settings came from.
+inline bool isSameLook(const VideoBeautyParam &one, const VideoBeautyParam &other)
+{
+    const auto settings = [](const VideoBeautyParam &look) {
+        return std::tie(look.contrast, look.brightness, look.saturation, look.red, look.green,
+                        look.blue, look.rotate, look.volume, look.speed, look.reverse, look.vflip,
+                        look.hflip);
+    };
+    return settings(one) == settings(other);
+}
 
 Q_DECLARE_METATYPE(QSharedPointer<VideoBeautyParam>)

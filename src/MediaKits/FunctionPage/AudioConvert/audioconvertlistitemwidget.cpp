@@ -109,6 +109,6 @@ void AudioConvertListItemWidget::on_btnCut_clicked()
         return;
     applyEdited([this, &saved] {
         param().timeRange = *saved;
-        showCutLength();
+        showLength();
     });
 }

@@ -14,6 +14,7 @@
 #include <QAbstractItemView>
 #include <QAbstractSlider>
 #include <QAbstractSpinBox>
+#include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QKeyEvent>
@@ -101,6 +102,19 @@ void EditorDialog::addButtonRow(QWidget *row)
     m_ui->layoutMain->insertWidget(m_ui->layoutMain->indexOf(editorArea()), row);
 }
 
+void EditorDialog::offerForAll()
+{
+    m_forAll = new QCheckBox(tr("应用到全部"), this);
+    m_forAll->setObjectName(QStringLiteral("cbForAll"));
+    m_forAll->setToolTip(tr("列表中尚未开始的文件都采用这些设置"));
+    m_ui->layoutButtons->insertWidget(1, m_forAll);
+}
+
+bool EditorDialog::isForAll() const
+{
+    return m_forAll && m_forAll->isChecked();
+}
+
 void EditorDialog::setSidePane(QWidget *pane, QPushButton *action)
 {
     m_ui->layoutSide->addWidget(pane);
@@ -121,6 +135,8 @@ void EditorDialog::connectPlayer()
     slider->setRangeVisible(false, false);
     connect(player, &CSVideoPlayer::progressChanged, this,
             [this](long position) { onProgress(int(position)); });
+    connect(player, &CSVideoPlayer::finished, this,
+            [this] { showHint(tr("预览已中断，设置仍然可以保存")); });
     connect(slider, &QSlider::sliderPressed, player, [player] { player->blockSignals(true); });
     connect(slider, &QSlider::sliderReleased, player, [player] { player->blockSignals(false); });
     connect(slider, &QSlider::sliderMoved, this, &EditorDialog::seek);

@@ -9,6 +9,7 @@
 
 class CSVideoPlayer;
 class InterceptSlider;
+class QCheckBox;
 class QPushButton;
 struct MediaInfoData;
 struct VEncParam;
@@ -46,6 +47,8 @@ public:
     int duration() const { return m_duration; }
     /// Frames a second, for steps by the keyboard.
     void setFrameRate(double framesPerSecond);
+    /// Whether the user wants the result for all rows of the page.
+    bool isForAll() const;
 
 signals:
     /// The preview stands there now, in ms; by playing it comes in whole seconds.
@@ -74,6 +77,8 @@ protected:
     QPushButton *confirmButton() const;
     /// Adds a row of buttons between the preview's controls and the editor's.
     void addButtonRow(QWidget *row);
+    /// Offers to take the result for all rows of the page.
+    void offerForAll();
     /// Adds a column at the right of the preview.
     /// @param action stands at the column's foot, pointing to it; null for none
     void setSidePane(QWidget *pane, QPushButton *action = nullptr);
@@ -104,6 +109,7 @@ private:
     const std::unique_ptr<Ui::EditorDialog> m_ui;
     int m_duration = 0;
     int m_position = 0;
+    QCheckBox *m_forAll = nullptr;
     bool m_standsAtSought = false; // paused, and sent to the position since
     int m_frameMs;
 };

@@ -6,6 +6,11 @@
 #include <QDir>
 #include <QFileInfo>
 
+namespace {
+// A factor of the playing time that is this small was never set.
+constexpr double leastSpeed = 0.1;
+} // namespace
+
 ConvertRowWidget::ConvertRowWidget(const RowItem &item, const Kind &kind, QWidget *parent)
     : TaskRowWidget(item, kind, parent)
 {
@@ -59,9 +64,11 @@ void ConvertRowWidget::keepSource(const QSharedPointer<MediaInfoData> &info)
     TaskRowWidget::keepSource(info);
 }
 
-void ConvertRowWidget::showCutLength()
+void ConvertRowWidget::showLength()
 {
     const auto range = param().timeRange;
-    const int length = range ? range->end - range->start : param().durationMs;
+    const int used = range ? range->end - range->start : param().durationMs;
+    const double speed = param().beauty ? double(param().beauty->speed) : 1.0;
+    const int length = speed > leastSpeed ? int(used / speed) : used;
     change([&](RowContent &content) { content.out.duration = timeText(length); });
 }

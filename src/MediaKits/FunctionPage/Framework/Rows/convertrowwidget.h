@@ -19,8 +19,8 @@ public:
 protected:
     /// The parameter of the row's task.
     ConvertTaskParam &param() const;
-    /// Tells how long the result will be, after its time was cut.
-    void showCutLength();
+    /// Tells how long the result will be, after its time was cut or its speed was changed.
+    void showLength();
 
     QString outputName() const override;
     void setOutputName(const QString &name) override;

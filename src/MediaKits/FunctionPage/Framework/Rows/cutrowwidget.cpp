@@ -38,7 +38,7 @@ void CutRowWidget::on_btnCut_clicked()
         param().timeRange = saved->timeRange;
         param().cropRect = saved->cropRect;
         showSize();
-        showCutLength();
+        showLength();
         onCut();
     });
 }

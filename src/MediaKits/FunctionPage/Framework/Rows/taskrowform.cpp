@@ -63,6 +63,7 @@ void TaskRowForm::setUpEditor(const Kind &kind)
         m_editor->setObjectName(kind.editorButton);
         m_editor->setProperty("cls", QStringLiteral("rowChoice"));
         m_editor->setToolTip(kind.editorToolTip);
+        m_editor->setIcon(QIcon(kind.editorIcon));
         m_editor->setMinimumHeight(m_ui->btnSettings->minimumHeight());
         // The line of the settings is free where there are none.
         if (kind.settingsButton.size() > 0)

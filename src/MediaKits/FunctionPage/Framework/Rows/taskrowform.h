@@ -34,6 +34,8 @@ public:
         /// Text of that button, which then stands beside the start button; without one it is an
         /// icon over the picture.
         QString editorText;
+        /// Icon beside that text.
+        QString editorIcon;
         /// Object name of the button that opens the choice of speed.
         QLatin1String speedButton = QLatin1String("btnSpeedSwitch");
         /// Texts of the start button by speed; empty for rows without a choice of speed.

@@ -81,6 +81,7 @@ void TaskRowsView::adoptRow(TaskRowWidget *row)
     m_batch.watch(task);
     connect(row, &TaskRowWidget::taskOperationChange, this,
             [this, row](TaskOperation operation) { operate(row, operation); });
+    connect(row, &TaskRowWidget::editedForAll, this, [this, row] { shareEdited(row); });
     const QPointer<TaskRowWidget> alive(row);
     connect(task, &MediaTask::taskStateChanged, this, [this, alive](MediaTask::State state) {
         if (state == MediaTask::DESTORIED)
@@ -111,6 +112,14 @@ void TaskRowsView::operate(TaskRowWidget *row, TaskOperation operation)
     case TaskOperation::Restart:
         m_batch.operate(operation, task);
         break;
+    }
+}
+
+void TaskRowsView::shareEdited(const TaskRowWidget *edited)
+{
+    for (TaskRowWidget *row : rows()) {
+        if (row != edited && TaskBatch::takesChoices(*row->task()))
+            row->adoptEdited(*edited);
     }
 }
 

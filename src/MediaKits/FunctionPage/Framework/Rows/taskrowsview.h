@@ -41,6 +41,7 @@ protected:
 
 private:
     void operate(TaskRowWidget *row, TaskOperation operation);
+    void shareEdited(const TaskRowWidget *edited);
     void start(TaskRowWidget *row);
     void askAndRemove(TaskRowWidget *row);
     void trackStart(const QString &mode) const;

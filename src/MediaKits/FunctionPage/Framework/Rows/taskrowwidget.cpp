@@ -9,6 +9,7 @@
 #include "MediaKits/FunctionPage/Framework/Rows/taskbatch.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
 #include "MediaKits/MediaFormats/outputpath.h"
+#include "MediaKits/MediaInfo/mediainfobase.h"
 #include "MediaKits/MediaTasksManager/mediamovetask.h"
 #include "MediaKits/Player/mediapreviewwnd.h"
 
@@ -77,6 +78,26 @@ void TaskRowWidget::renameResult(const QString &name)
 void TaskRowWidget::keepSource(const QSharedPointer<MediaInfoData> &)
 {
     setShown(&RowContent::editorEnabled, TaskBatch::canStart(task()->state()) && editorAllowed());
+}
+
+bool TaskRowWidget::acceptsSource(const MediaInfoBase &reader)
+{
+    if (!m_kind.needsPicture || reader.mediaKind() != MediaInfoBase::AudioOnly)
+        return true;
+    refuse(tr("该文件没有画面"));
+    return false;
+}
+
+void TaskRowWidget::missSource()
+{
+    if (m_kind.needsPicture && content().hindrance.isEmpty())
+        refuse(tr("无法读取该文件"));
+}
+
+void TaskRowWidget::refuse(const QString &reason)
+{
+    task()->setEnabled(false);
+    setShown(&RowContent::hindrance, reason);
 }
 
 void TaskRowWidget::applyEdited(const std::function<void()> &apply)

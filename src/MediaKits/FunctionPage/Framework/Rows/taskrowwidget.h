@@ -19,6 +19,8 @@ public:
         /// Whether the numbered events hear of failures and their reason.
         bool reportsFailures;
         TaskRowForm::Kind form;
+        /// Whether a source without a picture is refused.
+        bool needsPicture = false;
     };
 
     /// @param item holds path and task already
@@ -35,9 +37,13 @@ public:
     virtual quint32 encParamInfoID() const { return 0; }
     /// Takes the picture of the source that the row belongs to.
     virtual void adoptPicture(const QPixmap &picture) { setPicture(picture); }
+    /// Takes over what was chosen in the editor of another row of the same page.
+    virtual void adoptEdited(const TaskRowWidget & /*edited*/) {}
 
 signals:
     void taskOperationChange(TaskOperation operation);
+    /// What was chosen in this row's editor is to hold for all rows.
+    void editedForAll();
 
 public slots:
     void on_btnDel_clicked() override;
@@ -74,9 +80,12 @@ protected:
     RowForm *createForm() override;
     /// To be called by overrides.
     void keepSource(const QSharedPointer<MediaInfoData> &info) override;
+    bool acceptsSource(const MediaInfoBase &reader) override;
+    void missSource() override;
 
 private:
     void watchTask();
+    void refuse(const QString &reason);
     void onTaskState(MediaTask::State state);
     void onTaskProgress(double progress);
     void onTaskMessage(int type, MediaTask *sender, const QVariant &value);

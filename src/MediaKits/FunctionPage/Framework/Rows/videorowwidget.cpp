@@ -7,6 +7,7 @@
 namespace {
 
 constexpr quint32 audioKind = 2;
+constexpr double quarterTurn = 90.0;
 
 bool isAudio(const EncParam &preset)
 {
@@ -38,16 +39,12 @@ void VideoRowWidget::showSize()
 
 void VideoRowWidget::onSourceProbed(const MediaInfoData &info)
 {
-    showCutLength();
+    showLength();
     const QString size = MediaFacts::sizeInPixels(info.video);
     if (size.isEmpty())
         return;
-    const auto preset = EncParamCatalog::instance().encParam(encParamInfoID());
-    change([&](RowContent &content) {
-        content.in.detail = size;
-        if (content.out.detail.isEmpty() && !(preset && isAudio(*preset)))
-            content.out.detail = size;
-    });
+    change([&](RowContent &content) { content.in.detail = size; });
+    showSize();
 }
 
 void VideoRowWidget::onResultProbed(const MediaInfoData &info)
@@ -55,6 +52,18 @@ void VideoRowWidget::onResultProbed(const MediaInfoData &info)
     const QString size = MediaFacts::sizeInPixels(info.video);
     if (!size.isEmpty())
         change([&](RowContent &content) { content.out.detail = size; });
+}
+
+// The size of the source's picture, turned by what was chosen in an editor.
+QString VideoRowWidget::keptSize() const
+{
+    const auto info = sourceInfo();
+    if (!info || !info->video)
+        return {};
+    const auto turned = QSharedPointer<VEncParam>::create(*info->video);
+    if (param().beauty)
+        turned->rotate += quarterTurn * param().beauty->rotate;
+    return MediaFacts::sizeInPixels(turned);
 }
 
 void VideoRowWidget::applyPreset(const EncParam *preset)
@@ -71,6 +80,6 @@ void VideoRowWidget::applyPreset(const EncParam *preset)
         else if (preset && isAudio(*preset))
             content.out.detail.clear();
         else
-            content.out.detail = given.isEmpty() ? content.in.detail : given;
+            content.out.detail = given.isEmpty() ? keptSize() : given;
     });
 }

@@ -22,4 +22,7 @@ protected:
     void onResultProbed(const MediaInfoData &info) override;
     void applyPreset(const EncParam *preset) override;
     bool editorAllowed() const override;
+
+private:
+    QString keptSize() const;
 };

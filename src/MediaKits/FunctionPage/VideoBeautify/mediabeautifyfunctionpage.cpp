@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/VideoBeautify/mediabeautifyfunctionpage.h"
+
+#include "MediaKits/FunctionPage/VideoBeautify/mediabeautifylistwidget.h"
+#include "MediaKits/MediaFormats/mediaformats.h"
+
+MediaBeautifyFunctionPage::MediaBeautifyFunctionPage(QWidget *parent)
+    : PresetListPage({MediaFunction::Beautify, VideoFormatClass, videoFormats}, parent)
+{
+}
+
+TaskRowsView *MediaBeautifyFunctionPage::createRows(QWidget *parent)
+{
+    return new MediaBeautifyListWidget(parent);
+}

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/VideoBeautify/mediabeautifylistitemwidget.h"
+
+#include "controls/runmodal.h"
+#include "MediaKits/FunctionPage/VideoBeautify/videobeautydialog.h"
+
+#include <QListWidgetItem>
+
+namespace {
+
+TaskRowWidget::Kind beautyRows()
+{
+    TaskRowWidget::Kind kind;
+    kind.function = MediaFunction::Beautify;
+    kind.reportsFailures = true;
+    kind.needsPicture = true;
+    kind.form.ownPreset = false;
+    kind.form.editorButton = QLatin1String("btnBeautySet");
+    kind.form.editorText = MediaBeautifyListItemWidget::tr("美化设置");
+    kind.form.editorIcon = QStringLiteral(":/drawable/row_beauty.png");
+    kind.form.speedButton = QLatin1String("btnSwitchRapid");
+    return kind;
+}
+
+struct Beautified
+{
+    QSharedPointer<VideoBeautyParam> look;
+    bool isForAll;
+};
+
+} // namespace
+
+MediaBeautifyListItemWidget::MediaBeautifyListItemWidget(QListWidgetItem *item, QWidget *parent)
+    : VideoRowWidget(RowItem(item), beautyRows(), parent)
+{
+    probeSource();
+}
+
+void MediaBeautifyListItemWidget::connectForm(TaskRowForm &form)
+{
+    VideoRowWidget::connectForm(form);
+    connect(&form, &TaskRowForm::editorPressed, this,
+            &MediaBeautifyListItemWidget::on_btnBeautySet_clicked);
+}
+
+void MediaBeautifyListItemWidget::on_btnBeautySet_clicked()
+{
+    const auto info = sourceInfo();
+    if (!info)
+        return;
+    auto *dialog = new VideoBeautyDialog(this);
+    dialog->showMedium(sourcePath(), *info);
+    dialog->setParam(param().beauty);
+    const auto saved = runModal(dialog, [](const VideoBeautyDialog &edited) {
+        return Beautified{edited.param(), edited.isForAll()};
+    });
+    if (!saved || !task())
+        return;
+    applyEdited([this, &saved] {
+        setBeauty(saved->look);
+        if (saved->isForAll)
+            emit editedForAll();
+    });
+}
+
+void MediaBeautifyListItemWidget::adoptEdited(const TaskRowWidget &edited)
+{
+    setBeauty(static_cast<const MediaBeautifyListItemWidget &>(edited).param().beauty);
+}
+
+void MediaBeautifyListItemWidget::setBeauty(const QSharedPointer<VideoBeautyParam> &beauty)
+{
+    param().beauty = beauty;
+    showLength();
+    showSize();
+}

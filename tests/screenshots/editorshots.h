@@ -1,0 +1,7 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "screenshots/shots.h"
+
+/// Pictures of the editors; each stands for itself.
+QVector<Shot> editorShots();
