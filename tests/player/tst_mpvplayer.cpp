@@ -4,12 +4,12 @@
 #include "MediaKits/Player/MPVPlayer/mpvplayer.h"
 #include "player/mpvpeer.h"
 #include "support/casename.h"
+#include "support/guisupport.h"
 #include "support/testmedia.h"
 #include "support/toolrun.h"
 #include "support/utf8.h"
 
 #include <QLabel>
-#include <QScreen>
 #include <QtTest>
 
 #include <csignal>
@@ -17,14 +17,6 @@
 namespace {
 
 constexpr int startLimitMs = 15000;
-
-QImage screenPart(const QWidget &widget)
-{
-    const QRect area(widget.mapToGlobal(QPoint()), widget.size());
-    return QGuiApplication::primaryScreen()
-        ->grabWindow(0, area.x(), area.y(), area.width(), area.height())
-        .toImage();
-}
 
 // Windows that the window manager shows.
 QByteArray managedWindows()

@@ -4,6 +4,7 @@
 #include "support/utf8.h"
 
 #include <QApplication>
+#include <QImage>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPushButton>
@@ -66,6 +67,15 @@ inline void shoot(QWidget &window, const char *name)
     const QString folder = qEnvironmentVariable("MORVANE_SHOTS");
     if (!folder.isEmpty())
         window.grab().save(folder + u'/' + QLatin1String(name) + ".png"_s);
+}
+
+/// What the screen shows where a widget is, with what other programs draw there.
+inline QImage screenPart(const QWidget &widget)
+{
+    const QRect area(widget.mapToGlobal(QPoint()), widget.size());
+    return QGuiApplication::primaryScreen()
+        ->grabWindow(0, area.x(), area.y(), area.width(), area.height())
+        .toImage();
 }
 
 /// Runs `act`, which has to open a modal dialog, and answers that by a button.

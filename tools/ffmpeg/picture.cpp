@@ -29,6 +29,18 @@ std::string rateLimit(double measured)
     return std::to_string(int(std::ceil(limit)));
 }
 
+// The frames of a picture that was made faster or slower, again at a steady rate: left to the
+// encoder's end, ffmpeg shows the last of them a few times too many.
+std::string steadyRate(const OutputWords &output, const SourceFacts &facts)
+{
+    if (!output.value("-r").empty())
+        return "fps=" + output.value("-r");
+    if (facts.frameRate <= 0)
+        return {};
+    return "fps=" + (facts.frameRate > highestRate ? rateLimit(facts.frameRate)
+                                                   : std::to_string(facts.frameRate));
+}
+
 std::string shapeFilters(const OutputWords &output, const std::string &encoder)
 {
     if (containerNamed(output.container()).keepsPixelAspect)
@@ -69,8 +81,10 @@ void addFilters(OutputWords *output, StreamGraph *graph, const SourceFacts &fact
     }
     if (!begin.empty())
         graph->addBehindSize(begin);
-    if (!shape.empty())
-        graph->addToPicture(shape);
+    const std::string end =
+        joined(shape, graph->changesSpeed() ? steadyRate(*output, facts) : std::string());
+    if (!end.empty())
+        graph->addToPicture(end);
 }
 
 } // namespace

@@ -59,6 +59,14 @@ GraphLabel StreamGraph::soundEnd() const
     return {};
 }
 
+bool StreamGraph::changesSpeed() const
+{
+    const auto setsTimes = [](const GraphFilter &filter) { return filter.name == "setpts"; };
+    return std::any_of(m_graph.begin(), m_graph.end(), [&](const GraphChain &chain) {
+        return std::any_of(chain.begin(), chain.end(), setsTimes);
+    });
+}
+
 void StreamGraph::addBehindSize(const std::string &filters)
 {
     for (const GraphChain &chain : m_graph) {

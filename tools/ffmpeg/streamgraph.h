@@ -21,6 +21,8 @@ public:
 
     bool givesPicture() const { return !pictureEnd().name.empty(); }
     bool givesSound() const { return !soundEnd().name.empty(); }
+    /// Whether the picture is made faster or slower.
+    bool changesSpeed() const;
 
     /// Adds filters, joined by commas, to the source's picture, behind the filters that crop it and
     /// fit it into a frame: the fewest pixels, and nothing drawn on them yet.

@@ -14,6 +14,7 @@
 #include <QAbstractItemView>
 #include <QAbstractSlider>
 #include <QAbstractSpinBox>
+#include <QButtonGroup>
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
@@ -48,14 +49,23 @@ bool isUselessToField(const QKeyEvent &event)
     return isPlain && (isLetter || event.key() == Qt::Key_Space);
 }
 
+// One of several, which arrows choose from.
+bool isOneOfGroup(const QAbstractButton &button)
+{
+    return button.isCheckable() && button.group() && button.group()->exclusive();
+}
+
 // Whether a key goes to the editor although a control has the focus.
 bool isForEditor(const QObject &control, const QKeyEvent &event)
 {
     const bool isSpace = event.key() == Qt::Key_Space;
     if (qobject_cast<const QAbstractSpinBox *>(&control))
         return isUselessToField(event);
+    const auto *button = qobject_cast<const QAbstractButton *>(&control);
+    if (button && isOneOfGroup(*button))
+        return false;
     // Space presses a button that was reached by the keyboard; arrows move a slider or a choice.
-    return qobject_cast<const QAbstractButton *>(&control) ? !isSpace : isSpace;
+    return button ? !isSpace : isSpace;
 }
 
 } // namespace

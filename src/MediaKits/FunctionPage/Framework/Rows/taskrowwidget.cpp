@@ -82,9 +82,10 @@ void TaskRowWidget::keepSource(const QSharedPointer<MediaInfoData> &)
 
 bool TaskRowWidget::acceptsSource(const MediaInfoBase &reader)
 {
-    if (!m_kind.needsPicture || reader.mediaKind() != MediaInfoBase::AudioOnly)
+    if (!m_kind.needsPicture || reader.mediaKind() == MediaInfoBase::HasVideo)
         return true;
-    refuse(tr("该文件没有画面"));
+    if (reader.mediaKind() == MediaInfoBase::AudioOnly)
+        refuse(tr("该文件没有画面"));
     return false;
 }
 
