@@ -168,12 +168,33 @@ private slots:
             return difference(screenPart(*m_player->videoLabel()), fitted(picture)) <
                    mostDifference;
         };
+        m_player->play(false);
         m_preview->show(look);
         QTRY_VERIFY(shows(made));
         m_preview->setPlain(true);
         QTRY_VERIFY(shows(source));
         m_preview->setPlain(false);
         QTRY_VERIFY(shows(made));
+        m_player->play(true);
+    }
+
+    // While a slider is dragged nothing is seen but the look.
+    void dragsWithoutFlicker()
+    {
+        VideoBeautyParam look = turned(1, false, false);
+        m_preview->show(look);
+        // Of a picture on its side the surface has black bars.
+        const auto hasBars = [this] {
+            const QImage shown = screenPart(*m_player->videoLabel());
+            return qGray(shown.pixel(20, 120)) < 16 && qGray(shown.pixel(620, 120)) < 16;
+        };
+        QTRY_VERIFY(hasBars());
+        for (int i = 0; i < 300; ++i) {
+            look.contrast = 0.8F + float(i % 100) / 200.0F;
+            m_preview->show(look);
+            QCoreApplication::processEvents();
+            QVERIFY2(hasBars(), qPrintable(QString::number(i)));
+        }
     }
 
     // Of many changes in a row the last one counts, also for a player that starts again.

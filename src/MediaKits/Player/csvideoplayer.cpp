@@ -179,6 +179,11 @@ void CSVideoPlayer::audioFilter(FilterOperation operation, const QString &name,
     m_player->audioFilter(operation, name, value);
 }
 
+void CSVideoPlayer::setVideoGraph(const QString &graph)
+{
+    m_player->setVideoGraph(graph);
+}
+
 void CSVideoPlayer::clearVideoFilters()
 {
     m_player->clearVideoFilters();

@@ -56,6 +56,8 @@ public:
     void videoFilter(FilterOperation operation, const QString &name, const QVariant &value);
     void audioFilter(FilterOperation operation, const QString &name, const QVariant &value);
     void clearVideoFilters();
+    /// Shows the picture through a filter graph in place of the last one; empty for none.
+    void setVideoGraph(const QString &graph);
     void clearAudioFilters();
     void sendCommand(const QString &command);
 

@@ -91,7 +91,7 @@ QString filterText(const QString &name, const QVariant &value)
 }
 
 // The player's brackets can't hold a closing one: such a text stands behind its length in bytes.
-QString graph(const QString &text)
+QString lavfi(const QString &text)
 {
     if (!text.contains(QLatin1Char(']')))
         return QLatin1String("lavfi=[") + text + QLatin1Char(']');
@@ -134,7 +134,14 @@ QString filterCommand(FilterOperation operation, const QString &name, const QVar
     } else if (operation != FilterOperation::Clear) {
         text = filterText(name, value);
         if (!text.isEmpty())
-            text = graph(text);
+            text = lavfi(text);
     }
     return operationWord(operation) + QLatin1Char(' ') + quoted(text);
+}
+
+QString labelledGraphCommand(const QString &label, const QString &graph)
+{
+    const QString name = QLatin1Char('@') + label;
+    return graph.isEmpty() ? QLatin1String("remove ") + quoted(name)
+                           : QLatin1String("add ") + quoted(name + QLatin1Char(':') + lavfi(graph));
 }

@@ -18,3 +18,7 @@ enum class FilterOperation {
 /// @param value what the filter is told: a text, a QSize for "letterbox", or for a deletion the
 ///        filter's index
 QString filterCommand(FilterOperation operation, const QString &name, const QVariant &value);
+
+/// The player's words for a filter graph that takes the place of the one before of that label in
+/// one step; an empty graph takes that one away.
+QString labelledGraphCommand(const QString &label, const QString &graph);

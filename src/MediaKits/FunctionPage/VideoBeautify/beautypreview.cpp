@@ -24,16 +24,16 @@ bool isSeen(float shift)
     return std::abs(shift) > leastShift;
 }
 
-QString toneText(const VideoBeautyParam &look)
+QStringList toneFilter(const VideoBeautyParam &look)
 {
     if (qFuzzyCompare(look.contrast, 1.0F) && qFuzzyCompare(look.saturation, 1.0F) &&
         !isSeen(look.brightness))
         return {};
-    return QStringLiteral("contrast=%1:brightness=%2:saturation=%3")
-        .arg(number(look.contrast), number(look.brightness), number(look.saturation));
+    return {QStringLiteral("eq=contrast=%1:brightness=%2:saturation=%3")
+                .arg(number(look.contrast), number(look.brightness), number(look.saturation))};
 }
 
-QString balanceText(const VideoBeautyParam &look)
+QStringList balanceFilter(const VideoBeautyParam &look)
 {
     QStringList parts;
     if (isSeen(look.red))
@@ -42,7 +42,9 @@ QString balanceText(const VideoBeautyParam &look)
         parts += QStringLiteral("gh=%1:gm=%1:gs=%1").arg(number(look.green));
     if (isSeen(look.blue))
         parts += QStringLiteral("bh=%1:bm=%1:bs=%1").arg(number(look.blue));
-    return parts.join(QLatin1Char(':'));
+    return parts.isEmpty()
+               ? parts
+               : QStringList(QLatin1String("colorbalance=") + parts.join(QLatin1Char(':')));
 }
 
 } // namespace
@@ -95,27 +97,21 @@ void BeautyPreview::send()
     sendSound();
 }
 
-// Built anew each time: the chain is short.
+// Whole and in one step: between a clearing and new filters the picture would be seen without.
 void BeautyPreview::sendPicture()
 {
-    m_player->clearVideoFilters();
-    if (m_isPlain)
-        return;
-    const auto add = [this](const char *name, const QString &value) {
-        m_player->videoFilter(FilterOperation::Add, QLatin1String(name), value);
-    };
-    for (int turn = 0; turn < std::abs(m_look.rotate); ++turn)
-        add("transpose", m_look.rotate > 0 ? QStringLiteral("1") : QStringLiteral("2"));
-    const QString tone = toneText(m_look);
-    if (!tone.isEmpty())
-        add("eq", tone);
-    const QString balance = balanceText(m_look);
-    if (!balance.isEmpty())
-        add("colorbalance", balance);
-    if (m_look.vflip)
-        add("vflip", QString());
-    if (m_look.hflip)
-        add("hflip", QString());
+    QStringList filters;
+    if (!m_isPlain) {
+        for (int turn = 0; turn < std::abs(m_look.rotate); ++turn)
+            filters +=
+                m_look.rotate > 0 ? QStringLiteral("transpose=1") : QStringLiteral("transpose=2");
+        filters += toneFilter(m_look) + balanceFilter(m_look);
+        if (m_look.vflip)
+            filters += QStringLiteral("vflip");
+        if (m_look.hflip)
+            filters += QStringLiteral("hflip");
+    }
+    m_player->setVideoGraph(filters.join(QLatin1Char(',')));
 }
 
 // The look's own loudness is a factor on the samples, as in the file. The player's volume is the

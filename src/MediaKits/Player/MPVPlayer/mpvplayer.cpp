@@ -221,6 +221,11 @@ void MPVPlayer::clearVideoFilters()
     sendCommand(QStringLiteral("vf clr  \"\""));
 }
 
+void MPVPlayer::setVideoGraph(const QString &graph)
+{
+    sendCommand(QLatin1String("vf ") + labelledGraphCommand(QStringLiteral("graph"), graph));
+}
+
 void MPVPlayer::clearAudioFilters()
 {
     sendCommand(QStringLiteral("af clr \"\""));

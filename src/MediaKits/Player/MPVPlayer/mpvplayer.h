@@ -52,6 +52,9 @@ public:
     void videoFilter(FilterOperation operation, const QString &name, const QVariant &value);
     void audioFilter(FilterOperation operation, const QString &name, const QVariant &value);
     void clearVideoFilters();
+    /// Shows the picture through a filter graph, which takes the place of the last one in one step:
+    /// nothing is seen without it in between. Empty for none.
+    void setVideoGraph(const QString &graph);
     void clearAudioFilters();
     /// One command in the player's own language.
     void sendCommand(const QString &command);
