@@ -215,19 +215,20 @@ std::optional<CommandLine> parseCommandLine(const QStringList &words, QString &e
 
 QString helpText()
 {
-    return tr(
-        "用法：\n"
-        "  morvane-cli categories [--json]\n"
-        "  morvane-cli presets [--category TITLE] [--json]\n"
-        "  morvane-cli probe FILE… [--reader auto|ffprobe|mediainfo] [--json]\n"
-        "  morvane-cli convert FILE… --preset ID [--out DIR] [--name BASE] [--from T] [--to T]\n"
-        "              [--crop X,Y,W,H] [--speed 0..9] [--beauty key=value,…] [--jobs N]\n"
-        "              [--dry-run] [--strict] [--json]\n"
-        "  morvane-cli merge FILE… --preset ID --name BASE [--out DIR] [--strict] [--json]\n"
-        "\n"
-        "T 为秒数或 hh:mm:ss[.zzz]。--speed 1 最快，9 最慢，0 由编码器决定。\n"
-        "--beauty 的键：contrast brightness saturation red green blue rotate volume speed\n"
-        "reverse vflip hflip。以 - 开头的文件名写在 -- 之后。\n"
-        "成品路径写到标准输出，每行一个。全部完成返回 0，有失败返回 1，用法错误返回 2。\n"
-        "成品与要求不完全相符时，提示写到标准错误；--strict 使提示也返回 1。\n");
+    return tr("用法：\n"
+              "  morvane-cli categories [--json]\n"
+              "  morvane-cli presets [--category TITLE] [--json]\n"
+              "  morvane-cli probe FILE… [--reader auto|ffprobe|mediainfo] [--json]\n"
+              "  morvane-cli convert FILE… --preset ID [--out DIR] [--name BASE] [--from T] [--to "
+              "T]\n"
+              "              [--crop X,Y,W,H] [--speed 0..9] [--beauty key=value,…] [--jobs N]\n"
+              "              [--dry-run] [--strict] [--json]\n"
+              "  morvane-cli merge FILE… --preset ID --name BASE [--out DIR] [--strict] [--json]\n"
+              "\n"
+              "T 为秒数或 hh:mm:ss[.zzz]。--speed 1 最快，9 最慢，0 由编码器决定。\n"
+              "--beauty 的键：contrast brightness saturation red green blue rotate volume speed\n"
+              "reverse vflip hflip；filter 为现成的滤镜：%1。以 - 开头的文件名写在 -- 之后。\n"
+              "成品路径写到标准输出，每行一个。全部完成返回 0，有失败返回 1，用法错误返回 2。\n"
+              "成品与要求不完全相符时，提示写到标准错误；--strict 使提示也返回 1。\n")
+        .arg(readyLookNames().join(QLatin1Char(' ')));
 }

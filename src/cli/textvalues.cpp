@@ -131,3 +131,13 @@ std::optional<VideoBeautyParam> parseBeauty(const QString &text)
     }
     return beauty;
 }
+
+QStringList readyLookNames()
+{
+    QStringList names;
+    for (const ReadyLook &look : readyLooks()) {
+        if (look.isEnabled)
+            names += QString::fromUtf8(look.name);
+    }
+    return names;
+}

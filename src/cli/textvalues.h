@@ -17,4 +17,8 @@ std::optional<CropBox> parseCropBox(const QString &text);
 
 /// "key=value,…" over a neutral record. Keys: contrast, brightness, saturation, red, green, blue,
 /// rotate, volume, speed, reverse, vflip, hflip; the last three take 0 or 1.
+/// "filter" takes the name of a ready-made look, whose settings later keys may change.
 std::optional<VideoBeautyParam> parseBeauty(const QString &text);
+
+/// The names of the ready-made looks that may be chosen.
+QStringList readyLookNames();

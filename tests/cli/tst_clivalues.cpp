@@ -51,6 +51,10 @@ private slots:
         const auto check = [&](const char *caseName, const QString &text, bool valid) {
             const CaseName inCase(caseName);
             QCOMPARE(bool(parseBeauty(text)), valid);
+            if (text.startsWith("filter=怀旧"_s)) {
+                QCOMPARE(parseBeauty(text)->saturation, 0.84F);
+                QCOMPARE(parseBeauty(text)->filterIndex, 1);
+            }
             if (text.startsWith("red"_s)) {
                 const VideoBeautyParam record = *parseBeauty(text);
                 QCOMPARE(record.red, -0.5F);
@@ -60,6 +64,8 @@ private slots:
             }
         };
         check("one", "contrast=1.2"_s, true);
+        check("ready look", "filter=怀旧,rotate=1"_s, true);
+        check("look to come", "filter=敬请期待"_s, false);
         check("all kinds", "red=-0.5,rotate=-3,reverse=1,speed=2"_s, true);
         check("unknown key", "glow=1"_s, false);
         check("no value", "contrast="_s, false);
