@@ -110,7 +110,7 @@ private slots:
         m_player->show();
         QVERIFY(QTest::qWaitForWindowExposed(m_player.get()));
         m_preview = std::make_unique<BeautyPreview>(m_player.get(), nullptr);
-        startPlayer();
+        startPlayer(m_film);
     }
 
     void looksAsTheFile_data()
@@ -148,22 +148,43 @@ private slots:
     void looksAsTheFile()
     {
         QFETCH(VideoBeautyParam, look);
-        const QImage made = converted(look);
-        QVERIFY(!made.isNull());
-        m_preview->show(look);
-        double apart = 1.0;
-        const bool isAlike = QTest::qWaitFor([&] {
-            apart = difference(screenPart(*m_player->videoLabel()), fitted(made));
-            return apart < mostDifference;
-        });
-        QVERIFY2(isAlike, qPrintable(QString::number(apart)));
+        compare(m_film, look);
+    }
+
+    void looksAsTheFileOfATurnedFilm_data()
+    {
+        QTest::addColumn<int>("tag");
+        QTest::addColumn<VideoBeautyParam>("look");
+        for (const int tag : {90, 180, 270}) {
+            for (const int quarters : {0, 1}) {
+                for (const int flips : {1, 2}) {
+                    QTest::addRow("%d, turned %d, flips %d", tag, quarters, flips)
+                        << tag << turned(quarters, flips & 1, flips & 2);
+                }
+            }
+        }
+    }
+
+    void looksAsTheFileOfATurnedFilm()
+    {
+        QFETCH(int, tag);
+        QFETCH(VideoBeautyParam, look);
+        const QString film = m_folder.filePath("tag%1.mp4"_s.arg(tag));
+        m_preview->setUpright(tag != 180);
+        if (!QFile::exists(film)) {
+            makeMedia("-i @ -c copy -metadata:s:v rotate=%1 @"_s.arg(tag), {m_film, film});
+            startPlayer(film);
+        }
+        compare(film, look);
+        m_preview->setUpright(false);
     }
 
     void plainForAWhile()
     {
+        startPlayer(m_film);
         const QImage source = decoded(m_film);
         const VideoBeautyParam look = turned(1, false, false);
-        const QImage made = converted(look);
+        const QImage made = converted(m_film, look);
         const auto shows = [&](const QImage &picture) {
             return difference(screenPart(*m_player->videoLabel()), fitted(picture)) <
                    mostDifference;
@@ -181,6 +202,7 @@ private slots:
     // While a slider is dragged nothing is seen but the look.
     void dragsWithoutFlicker()
     {
+        startPlayer(m_film);
         VideoBeautyParam look = turned(1, false, false);
         m_preview->show(look);
         // Of a picture on its side the surface has black bars.
@@ -211,7 +233,7 @@ private slots:
         QTRY_COMPARE(speed(), 1.5);
         QTRY_COMPARE(sounds(), 1);
         QVERIFY(QJsonDocument(peer().property("af").toArray()).toJson().contains("volume=1.5"));
-        startPlayer();
+        startPlayer(m_film);
         QTRY_COMPARE(speed(), 1.5);
         QTRY_COMPARE(sounds(), 1);
         m_preview->show(VideoBeautyParam());
@@ -262,10 +284,24 @@ private slots:
     void cleanupTestCase() { m_player.reset(); }
 
 private:
-    void startPlayer()
+    void compare(const QString &film, const VideoBeautyParam &look)
+    {
+        const QImage made = converted(film, look);
+        QVERIFY(!made.isNull());
+        m_preview->show(look);
+        double apart = 1.0;
+        const bool isAlike = QTest::qWaitFor([&] {
+            apart = difference(screenPart(*m_player->videoLabel()), fitted(made));
+            return apart < mostDifference;
+        });
+        QVERIFY2(isAlike, qPrintable(QString::number(apart)));
+    }
+
+    void startPlayer(const QString &film)
     {
         QSignalSpy progress(m_player.get(), &CSVideoPlayer::progressChanged);
-        m_player->start(m_film, standardPlayerArguments() + QStringList("--ao=null"_s));
+        m_player->start(film, standardPlayerArguments() +
+                                  QStringList{"--ao=null"_s, "--video-rotate=0"_s});
         QVERIFY(progress.wait(15000));
     }
 
@@ -282,10 +318,10 @@ private:
     }
 
     // The same moment of a file that a conversion makes with the look.
-    QImage converted(const VideoBeautyParam &look) const
+    QImage converted(const QString &film, const VideoBeautyParam &look) const
     {
         const TestFolder folder;
-        ConvertTaskParam *param = folder.convertParam(m_film, "mp4"_s);
+        ConvertTaskParam *param = folder.convertParam(film, "mp4"_s);
         param->beauty = QSharedPointer<VideoBeautyParam>::create(look);
         Watched<ComplexConvertTask> conversion(param);
         return conversion.run() == MediaTask::FINISHED ? decoded(folder.result("mp4"_s)) : QImage();

@@ -106,9 +106,10 @@ void BeautyPreview::sendPicture()
             filters +=
                 m_look.rotate > 0 ? QStringLiteral("transpose=1") : QStringLiteral("transpose=2");
         filters += toneFilter(m_look) + balanceFilter(m_look);
-        if (m_look.vflip)
+        // Turned afterwards, one flip is seen as the other.
+        if (m_isUpright ? m_look.hflip : m_look.vflip)
             filters += QStringLiteral("vflip");
-        if (m_look.hflip)
+        if (m_isUpright ? m_look.vflip : m_look.hflip)
             filters += QStringLiteral("hflip");
     }
     m_player->setVideoGraph(filters.join(QLatin1Char(',')));

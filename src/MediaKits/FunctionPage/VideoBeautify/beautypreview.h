@@ -18,6 +18,10 @@ public:
     /// @param player outlives the preview
     BeautyPreview(CSVideoPlayer *player, QObject *parent);
 
+    /// Whether the film's own tag turns it by an odd number of quarter turns. The player does so
+    /// behind all filters, where a conversion does it before them.
+    void setUpright(bool upright) { m_isUpright = upright; }
+
     void show(const VideoBeautyParam &look);
     /// Shows the picture as it is in the source for as long as it is set; the sound stays.
     void setPlain(bool plain);
@@ -31,6 +35,7 @@ private:
 
     CSVideoPlayer *const m_player;
     VideoBeautyParam m_look;
+    bool m_isUpright = false;
     bool m_isPlain = false;
     bool m_isPending = false; // newer than what the player was told
     QTimer m_pause;

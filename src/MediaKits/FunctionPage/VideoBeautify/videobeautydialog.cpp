@@ -5,6 +5,7 @@
 #include "MediaKits/FunctionPage/VideoBeautify/beautypreview.h"
 #include "MediaKits/FunctionPage/VideoBeautify/filteritemwidget.h"
 #include "MediaKits/MediaInfo/mediainfodata.h"
+#include "MediaKits/MediaInfo/shownpicture.h"
 #include "MediaKits/MediaTasksManager/readylook.h"
 #include "MediaKits/Player/csvideoplayer.h"
 #include "ui_videobeautydialog.h"
@@ -138,8 +139,10 @@ void VideoBeautyDialog::pair(QSlider *slider, QDoubleSpinBox *box)
 // The surface fills its place: what is turned by a quarter has another shape.
 void VideoBeautyDialog::setVideo(const VEncParam *video)
 {
-    if (video)
-        setFrameRate(video->frameRate);
+    if (!video)
+        return;
+    setFrameRate(video->frameRate);
+    m_preview->setUpright(isUpright(*video));
 }
 
 void VideoBeautyDialog::showTab(int id)

@@ -118,34 +118,20 @@ void TaskBatch::onFinal(MediaTask *task)
         Qt::QueuedConnection);
 }
 
-void TaskBatch::operate(TaskOperation operation, MediaTask *task)
+void TaskBatch::pause(MediaTask *task)
 {
-    switch (operation) {
-    case TaskOperation::Start:
+    if (isWaiting(*task))
+        m_manager.removeTask(task);
+    else
+        task->pause();
+}
+
+void TaskBatch::resume(MediaTask *task)
+{
+    if (task->state() == MediaTask::PAUSED)
+        task->resume();
+    else
         start(task);
-        break;
-    case TaskOperation::Pause:
-        if (isWaiting(*task))
-            m_manager.removeTask(task);
-        else
-            task->pause();
-        break;
-    case TaskOperation::Stop:
-        stop(task);
-        break;
-    case TaskOperation::Resume:
-        if (task->state() == MediaTask::PAUSED)
-            task->resume();
-        else
-            start(task);
-        break;
-    case TaskOperation::Restart:
-        restart(task);
-        break;
-    case TaskOperation::OpenFolder:
-    case TaskOperation::Delete:
-        break;
-    }
 }
 
 void TaskBatch::leave(MediaTask *task)

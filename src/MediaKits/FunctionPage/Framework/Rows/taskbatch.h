@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/Rows/taskoperation.h"
 #include "MediaKits/MediaTasksManager/mediatasksmanager.h"
 
 #include <QSet>
@@ -33,9 +32,10 @@ public:
     void stop(MediaTask *task);
     /// A start of its own of a task that may be at work, which is stopped first, or done.
     void restart(MediaTask *task);
-    /// Start, pause, stop, resume and restart; the other operations aren't the batch's. A pause
-    /// takes a task that waits out of the queue, and a resume puts it back.
-    void operate(TaskOperation operation, MediaTask *task);
+    /// Takes a task that waits out of the queue.
+    void pause(MediaTask *task);
+    /// Puts such a task back.
+    void resume(MediaTask *task);
 
     /// Whether a page's new choices still reach the task: it neither waits, works nor is done.
     static bool takesChoices(const MediaTask &task);

@@ -107,10 +107,16 @@ void TaskRowsView::operate(TaskRowWidget *row, TaskOperation operation)
         askAndRemove(row);
         break;
     case TaskOperation::Pause:
+        m_batch.pause(task);
+        break;
     case TaskOperation::Stop:
+        m_batch.stop(task);
+        break;
     case TaskOperation::Resume:
+        m_batch.resume(task);
+        break;
     case TaskOperation::Restart:
-        m_batch.operate(operation, task);
+        m_batch.restart(task);
         break;
     }
 }

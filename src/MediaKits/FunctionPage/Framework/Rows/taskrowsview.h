@@ -2,6 +2,7 @@
 #pragma once
 
 #include "MediaKits/FunctionPage/Framework/Rows/rowsview.h"
+#include "MediaKits/FunctionPage/Framework/Rows/taskoperation.h"
 
 class TaskRowWidget;
 
