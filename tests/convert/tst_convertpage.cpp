@@ -223,11 +223,8 @@ private slots:
         QTRY_COMPARE(test.state(0), MediaTask::PAUSED);
         QCOMPARE(test.startAllText(), "全部转换"_s);
         QCOMPARE(test.statePage(0), 1);
-        // What is held tells no progress.
-        const QList<qint64> tools = processesWith(m_long);
-        QVERIFY(!tools.isEmpty());
-        for (const qint64 tool : tools)
-            QTRY_COMPARE(processState(tool), 'T');
+        // What is held tells no progress; what takes the row's picture may yet be at work.
+        QTRY_VERIFY(areHeld(processesWith(m_long)));
         const QString progress = test.text(0, "lblProgress");
 
         press(*test.row(0), "btnPause");
