@@ -87,16 +87,19 @@ void DialogFrame::setVisible(bool visible)
 {
     if (visible && !isVisible())
         boundToScreen(*this);
+    // While it is being hidden, nothing is active any more.
+    const bool hadKeyboard = !visible && isActiveWindow();
     QDialog::setVisible(visible);
+    if (hadKeyboard)
+        giveKeyboardBack();
 }
 
-// Now and then the window manager gives the keyboard to nobody then, or Qt misses that the window
-// below has it again: it would be dead until a click.
-void DialogFrame::hideEvent(QHideEvent *event)
+// Now and then the window manager gives the keyboard to nobody, or Qt misses that the window below
+// has it again: it would be dead until a click.
+void DialogFrame::giveKeyboardBack()
 {
-    QDialog::hideEvent(event);
     QWidget *below = parentWidget() ? parentWidget()->window() : nullptr;
-    if (below == nullptr || !isActiveWindow())
+    if (below == nullptr)
         return;
     QTimer::singleShot(settleMs, below, [below] {
         if (!below->isVisible() || QApplication::activeWindow() != nullptr)

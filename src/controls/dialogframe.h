@@ -19,7 +19,7 @@ public:
     QString title() const;
     void setTitle(const QString &title);
 
-    /// Never larger than the screen.
+    /// Never larger than the screen; gives the keyboard back to its parent when it goes.
     void setVisible(bool visible) override;
 
 protected:
@@ -35,7 +35,6 @@ protected:
         connectByName();
     }
 
-    void hideEvent(QHideEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 protected slots:
@@ -44,6 +43,7 @@ protected slots:
 private:
     QWidget *makeTitleRow();
     void connectByName();
+    void giveKeyboardBack();
 
     QLabel *m_title = nullptr;
     QPushButton *m_close = nullptr;

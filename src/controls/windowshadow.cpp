@@ -26,6 +26,9 @@ constexpr Qt::WindowStates largeStates = Qt::WindowMaximized | Qt::WindowFullScr
 void correctPlace(QWidget *window)
 {
     const QWindow *handle = window->windowHandle();
+    // A move would make it forget that it is large.
+    if (handle->windowStates() & largeStates)
+        return;
     const auto native = placeOnServer(handle->winId());
     if (!native)
         return;

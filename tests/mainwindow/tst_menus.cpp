@@ -96,15 +96,20 @@ void TestMenus::rowsOpenDialogs()
         window.show();
         QVERIFY(QTest::qWaitForWindowActive(&window));
         QByteArray seen;
-        QTimer::singleShot(0, this, [&] {
+        QTimer looks;
+        connect(&looks, &QTimer::timeout, this, [&] {
             QWidget *top = QApplication::activeModalWidget();
             if (top == nullptr)
                 top = QApplication::activePopupWidget();
+            if (top == nullptr)
+                return;
+            looks.stop();
             QVERIFY(QTest::qWaitForWindowExposed(top));
             seen = top->metaObject()->className();
             QTest::keyClick(top, Qt::Key_Escape);
             QTRY_VERIFY(QApplication::activeModalWidget() != top);
         });
+        looks.start();
         if (row == "btnClose") {
             press(window, "btnClose");
         } else {

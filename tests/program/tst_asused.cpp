@@ -1,28 +1,20 @@
 // SPDX-License-Identifier: MIT
-#include "controls/filechooser.h"
-#include "MediaKits/AppInstance/appinstance.h"
-#include "MediaKits/AppInstance/LocalStore/functionsettings.h"
-#include "MediaKits/MainWindow/mainwindow.h"
 #include "MediaKits/Player/csvideoplayer.h"
 #include "MediaKits/Player/MPVPlayer/mpvplayer.h"
-#include "platform/utf8locale.h"
 #include "player/mpvpeer.h"
-#include "program/screenfilm.h"
+#include "program/programinuse.h"
 #include "support/toolrun.h"
 
 #include <QLabel>
-#include <QListWidget>
 #include <QSpinBox>
 #include <QStackedWidget>
 #include <QTimeEdit>
 #include <QtTest>
-#include <QWindow>
 
 #include <csignal>
 
 namespace {
 
-constexpr int limitMs = 15000;
 constexpr QSize pictureSize(640, 480);
 
 // None of these numbers means more than one process.
@@ -34,50 +26,22 @@ void sendSignal(qint64 process, int signal)
 
 } // namespace
 
-// The whole program on a desktop, by mouse and keyboard: what a user sees on the screen counts.
+// Players inside their windows, and windows above each other.
 class TestAsUsed : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        for (const QLatin1String section :
-             {FunctionSection::converter, FunctionSection::merger, FunctionSection::audioConverter})
-            FunctionSettings::instance().setValue(section, FunctionKey::outPath,
-                                                  m_folder.filePath("out"_s));
-        ScreenFilm::make(m_film);
-        m_window = std::make_unique<MainWindow>();
-        connect(static_cast<QtSingleApplication *>(qApp), &QtSingleApplication::messageReceived,
-                m_window.get(), &MainWindow::sltMessageReceived);
-        m_window->open();
-        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-    }
-
-    // Leaves nothing behind.
-    void cleanupTestCase()
-    {
-        m_window.reset();
-        QVERIFY(processesWith(m_folder.path()).isEmpty());
-    }
-
-    void cleanup()
-    {
-        if (QWidget *window = preview())
-            window->close();
-        const QWidget &page = currentPage();
-        if (auto *list = child<QListWidget>(page, "convertList")) {
-            Desktop::click(*child(page, "btnClear"));
-            QTRY_COMPARE(list->count(), 0);
-        }
-    }
+    void initTestCase() { m_program.open(); }
+    void cleanupTestCase() { m_program.leave(); }
+    void cleanup() { m_program.tidy(); }
 
     void cropFrameLiesAboveTheFilm()
     {
         const QWidget *row = addFilm("btnConverter");
         QVERIFY(row);
         inEditor(*row, "VideoCutDialog", [this](QWidget &dialog) {
-            awaitColour(dialog, ScreenFilm::firstColour);
+            ProgramInUse::awaitColour(dialog, ScreenFilm::firstColour);
             Desktop::key("space");
             const CropFrame frame(dialog);
             auto *width = child<QSpinBox>(dialog, "sbW");
@@ -104,9 +68,9 @@ private slots:
                 Desktop::order("windowactivate", dialog);
                 QTRY_VERIFY(frame.isSeen(ScreenFilm::firstColour));
             }
-            Desktop::order("windowminimize", *m_window);
+            Desktop::order("windowminimize", m_program.window());
             QTRY_VERIFY(frame.isUnseen());
-            Desktop::order("windowactivate", *m_window);
+            Desktop::order("windowactivate", m_program.window());
             QTRY_VERIFY(frame.isSeen(ScreenFilm::firstColour));
             Desktop::drag(frame.inside(), frame.inside() + QPoint(40, 0));
             QTRY_VERIFY(child<QSpinBox>(dialog, "sbX")->value() > 0);
@@ -119,7 +83,7 @@ private slots:
         const QWidget *row = addFilm("btnConverter");
         QVERIFY(row);
         inEditor(*row, "VideoCutDialog", [](QWidget &dialog) {
-            awaitColour(dialog, ScreenFilm::firstColour);
+            ProgramInUse::awaitColour(dialog, ScreenFilm::firstColour);
             auto &player = *dialog.findChild<CSVideoPlayer *>();
             const auto *process = player.findChild<MPVPlayer *>();
             const auto end = [process] { sendSignal(process->processId(), SIGKILL); };
@@ -127,19 +91,19 @@ private slots:
             QTRY_VERIFY(!child<QPushButton>(dialog, "btnPlay")->isChecked());
             constexpr int placeMs = (ScreenFilm::halfSeconds + 2) * 1000;
             player.seek(placeMs);
-            awaitColour(dialog, ScreenFilm::secondColour);
+            ProgramInUse::awaitColour(dialog, ScreenFilm::secondColour);
             const qint64 first = process->processId();
             QSignalSpy ends(&player, &CSVideoPlayer::finished);
             end();
             QTRY_VERIFY(process->processId() != first);
             QSignalSpy progress(&player, &CSVideoPlayer::progressChanged);
-            QTRY_VERIFY_WITH_TIMEOUT(!progress.isEmpty(), limitMs);
-            awaitColour(dialog, ScreenFilm::secondColour);
+            QTRY_VERIFY_WITH_TIMEOUT(!progress.isEmpty(), ProgramInUse::limitMs);
+            ProgramInUse::awaitColour(dialog, ScreenFilm::secondColour);
             QCOMPARE(progress.last()[0].value<long>(), long(placeMs));
             QCOMPARE(ends.count(), 0);
             // A second loss has a cause that another start doesn't mend.
             end();
-            QVERIFY(ends.wait(limitMs));
+            QVERIFY(ends.wait(ProgramInUse::limitMs));
             QVERIFY(!player.isRunning());
         });
     }
@@ -153,7 +117,7 @@ private slots:
         inEditor(*row, "AudioCutDialog", [](QWidget &dialog) {
             auto &player = *dialog.findChild<CSVideoPlayer *>();
             QSignalSpy progress(&player, &CSVideoPlayer::progressChanged);
-            QTRY_VERIFY_WITH_TIMEOUT(!progress.isEmpty(), limitMs);
+            QTRY_VERIFY_WITH_TIMEOUT(!progress.isEmpty(), ProgramInUse::limitMs);
             const qint64 process = player.findChild<MPVPlayer *>()->processId();
             const QRect picture = onScreen(*child(dialog, "lblVideoShow"));
             Desktop::pointTo(picture.center());
@@ -193,9 +157,9 @@ private slots:
             const QWidget *row = addFilm("btnConverter");
             QVERIFY(row);
             Desktop::click(*child(*row, "btnConvert"));
-            QTRY_VERIFY_WITH_TIMEOUT(preview(), limitMs);
-            awaitFilm(*preview());
-            clickToastAway();
+            QTRY_VERIFY_WITH_TIMEOUT(preview(), ProgramInUse::limitMs);
+            ProgramInUse::awaitFilm(*preview());
+            ProgramInUse::clickToastAway();
 
             // For a second the pointer moves where the player's own control bar would come.
             const QRect picture = onScreen(*child(*preview(), "lblVideoShow"));
@@ -234,7 +198,7 @@ private slots:
         QVERIFY(converted && row);
         Desktop::click(*child(*converted, "btnConvert"));
         QList<qint64> converters;
-        QTRY_VERIFY(!(converters = processesWith(m_film)).isEmpty());
+        QTRY_VERIFY(!(converters = processesWith(m_program.film())).isEmpty());
         for (const qint64 process : converters)
             sendSignal(process, SIGSTOP);
         int asked = 0; // for leaving would end it, which the key means without a tray
@@ -242,22 +206,22 @@ private slots:
         Desktop::key("ctrl+q");
         QTRY_COMPARE(asked, 1);
         inEditor(*row, "VideoCutDialog", [&](QWidget &dialog) {
-            awaitFilm(dialog);
+            ProgramInUse::awaitFilm(dialog);
             for (const qint64 process : converters)
                 sendSignal(process, SIGCONT);
             const auto *pages = child<QStackedWidget>(*converted, "swdtState");
-            QTRY_COMPARE_WITH_TIMEOUT(pages->currentIndex(), 2, limitMs);
+            QTRY_COMPARE_WITH_TIMEOUT(pages->currentIndex(), 2, ProgramInUse::limitMs);
             QVERIFY(!preview());
         });
         QTRY_VERIFY(preview());
-        awaitFilm(*preview());
-        clickToastAway();
+        ProgramInUse::awaitFilm(*preview());
+        ProgramInUse::clickToastAway();
         // Out of the row's way.
         const QPoint title = onScreen(*child(*preview(), "lblTitle")).center();
         Desktop::drag(title, title + QPoint(0, 400));
 
         inEditor(*row, "VideoCutDialog", [&](QWidget &dialog) {
-            awaitFilm(dialog);
+            ProgramInUse::awaitFilm(dialog);
             QVERIFY(!child<QPushButton>(*preview(), "btnPlay")->isChecked());
             MpvPeer peer(preview()->findChild<MPVPlayer *>()->ipcServerName());
             QCOMPARE(peer.property("pause"), QJsonValue(true));
@@ -271,10 +235,10 @@ private slots:
     void questionComesBeforeThePreview()
     {
         QVERIFY(addFilm("btnMerger") && addFilm("btnMerger"));
-        Desktop::click(*child(*m_window, "btnMerge"));
+        Desktop::click(*child(m_program.window(), "btnMerge"));
         QWidget *question = nullptr;
         QTRY_VERIFY_WITH_TIMEOUT((question = visibleWindow("MediaMergeFinishTipsDialog")),
-                                 4 * limitMs);
+                                 4 * ProgramInUse::limitMs);
         QTRY_VERIFY(question->isActiveWindow());
         // What is seen there is the question.
         const QPoint title = child(*question, "lblTitle")->geometry().center();
@@ -283,8 +247,8 @@ private slots:
         Desktop::key("Escape");
         QTRY_VERIFY(!visibleWindow("MediaMergeFinishTipsDialog"));
         QTRY_VERIFY(preview());
-        awaitFilm(*preview());
-        clickToastAway();
+        ProgramInUse::awaitFilm(*preview());
+        ProgramInUse::clickToastAway();
         Desktop::click(*child(*preview(), "btnClose"));
         QTRY_VERIFY(!preview());
     }
@@ -292,109 +256,40 @@ private slots:
     void secondStartBringsTheWindowToTheFront()
     {
         const SystemTray tray;
-        m_window->close();
-        QVERIFY(!m_window->isVisible());
+        m_program.window().close();
+        QVERIFY(!m_program.window().isVisible());
         QProcess second;
         second.start(builtProgram("morvane"_s), QStringList());
-        QTRY_COMPARE_WITH_TIMEOUT(second.state(), QProcess::NotRunning, 4 * limitMs);
+        QTRY_COMPARE_WITH_TIMEOUT(second.state(), QProcess::NotRunning, 4 * ProgramInUse::limitMs);
         QCOMPARE(second.exitCode(), 0);
-        QTRY_VERIFY(m_window->isVisible() && m_window->isActiveWindow());
+        QTRY_VERIFY(m_program.window().isVisible() && m_program.window().isActiveWindow());
         // Its keyboard lives.
         bool isAnswered = false;
         whenModal("ExitTipsDialog", [&isAnswered](QWidget &dialog) {
             isAnswered = true;
             press(dialog, "btnClose");
         });
-        QTRY_VERIFY(Desktop::hasKeyboard(*m_window));
+        QTRY_VERIFY(Desktop::hasKeyboard(m_program.window()));
         Desktop::key("ctrl+q");
         QTRY_VERIFY(isAnswered);
     }
 
 private:
-    /// Goes to a page and adds the film to its list; gives the film's row.
-    QWidget *addFilm(const char *pageButton)
-    {
-        auto *button = child<QPushButton>(*m_window, pageButton);
-        Desktop::click(*button);
-        if (!QTest::qWaitFor([button] { return button->isChecked(); }))
-            return nullptr;
-        const QWidget &page = currentPage();
-        auto *list = child<QListWidget>(page, "convertList");
-        const int last = list->count();
-        FileChooser::setNextAnswer({m_film});
-        QWidget *add = child(page, "btnAddFile");
-        if (!QTest::qWaitFor([add] { return add->isVisible(); }))
-            return nullptr;
-        Desktop::click(*add);
-        const bool isRead = QTest::qWaitFor(
-            [&] {
-                if (list->count() <= last)
-                    return false;
-                const QWidget *row = list->itemWidget(list->item(last));
-                const QWidget *editor = child(*row, "btnCut");
-                return editor == nullptr || editor->isEnabled();
-            },
-            limitMs);
-        return isRead ? list->itemWidget(list->item(last)) : nullptr;
-    }
-
-    const QWidget &currentPage() const
-    {
-        return *child<QStackedWidget>(*m_window, "skdWdtFunction")->currentWidget();
-    }
-    // It tells the volume when the preview starts to play.
-    void clickToastAway() const
-    {
-        QTRY_VERIFY(visibleWindow("Toast"));
-        Desktop::click(onScreen(*child(*preview(), "lblDuration")).center());
-        QTRY_VERIFY(!visibleWindow("Toast"));
-    }
-
-    QWidget *preview() const { return visibleWindow("MediaPreviewWnd"); }
-    // Opens an editor by its row's button; it runs modally, as for a user.
+    QWidget *addFilm(const char *pageButton) { return m_program.addFilm(pageButton); }
+    static QWidget *preview() { return ProgramInUse::preview(); }
     template<class Act>
-    void inEditor(const QWidget &row, const char *dialog, Act act)
+    static void inEditor(const QWidget &row, const char *dialog, Act act)
     {
-        bool hasRun = false;
-        whenModal(dialog, [&](QWidget &editor) {
-            act(editor);
-            static_cast<QDialog &>(editor).reject();
-            hasRun = true;
-        });
-        Desktop::click(*child(row, "btnCut"));
-        QTRY_VERIFY_WITH_TIMEOUT(hasRun, 4 * limitMs);
-        QTRY_VERIFY(!QApplication::activeModalWidget());
+        ProgramInUse::inDialog(*child(row, "btnCut"), dialog, act);
     }
 
-    // In the middle of a player's picture, beside the frame's lines.
-    static QColor seenOfFilm(const QWidget &window)
-    {
-        return Desktop::seenAt(onScreen(*child(window, "lblVideoShow")).center() + QPoint(30, 30));
-    }
-
-    static void awaitColour(const QWidget &window, const QColor &colour)
-    {
-        QTRY_VERIFY_WITH_TIMEOUT(Desktop::isLike(seenOfFilm(window), colour), limitMs);
-    }
-
-    static void awaitFilm(const QWidget &window)
-    {
-        QTRY_VERIFY_WITH_TIMEOUT(ScreenFilm::isFilm(seenOfFilm(window)), limitMs);
-    }
-
-    QTemporaryDir m_folder;
-    QString m_film = m_folder.filePath("film.mp4"_s);
-    std::unique_ptr<MainWindow> m_window;
+    ProgramInUse m_program;
 };
 
 int main(int argc, char *argv[])
 {
-    ensureUtf8Locale();
-    AppInstance instance(argc, argv);
-    if (!instance.init())
-        return 1;
     TestAsUsed test;
-    return QTest::qExec(&test, argc, argv);
+    return runInProgram(argc, argv, test);
 }
 
 #include "tst_asused.moc"

@@ -52,6 +52,7 @@ private slots:
     void settingsMerge();
     void persistKeepsWhatItFinds();
     void brokenFileIsSetAside();
+    void loginIsWrittenAtOnce();
     void failedWriteLeavesTheOldFile();
 
 private:
@@ -208,6 +209,17 @@ void TestStores::brokenFileIsSetAside()
         QCOMPARE(content("UserInfo.json.broken"), QByteArray("earlier"));
         QCOMPARE(content("UserInfo.json.broken2"), QByteArray(text));
     }
+}
+
+// A crash loses neither a login nor a logout.
+void TestStores::loginIsWrittenAtOnce()
+{
+    UserInfoStore user;
+    user.setId("17"_s);
+    user.setToken("t"_s);
+    QCOMPARE(content("UserInfo.json"), QByteArray(R"({"userinfo":{"id":"17","token":"t"}})"));
+    user.setToken({});
+    QCOMPARE(content("UserInfo.json"), QByteArray(R"({"userinfo":{"id":"17","token":""}})"));
 }
 
 // A limit on the size of files acts like a disk that is full after a few bytes, for every user.

@@ -5,6 +5,8 @@
 #include <QFile>
 #include <QProcess>
 
+#include <algorithm>
+
 QStringList ToolRun::outLines() const
 {
     return QString::fromUtf8(out).split(u'\n', Qt::SkipEmptyParts);
@@ -66,4 +68,11 @@ QList<qint64> processesWith(const QString &text)
             found += pid;
     }
     return found;
+}
+
+bool areHeld(const QList<qint64> &processes)
+{
+    return !processes.isEmpty() &&
+           std::all_of(processes.begin(), processes.end(),
+                       [](qint64 process) { return processState(process) == 'T'; });
 }

@@ -34,3 +34,6 @@ char processState(qint64 pid);
 
 /// Ids of the living processes whose command line holds `text`.
 QList<qint64> processesWith(const QString &text);
+
+/// Whether there are processes, and all of them are stopped.
+bool areHeld(const QList<qint64> &processes);

@@ -20,39 +20,36 @@ AppMenu::AppMenu(MainWindow *window, const ProductContact &contact)
 
 AppMenu::~AppMenu() = default;
 
-// Hidden at once, since the object lives until the dialog that a row opens has closed.
-void AppMenu::leave()
+// A dialog that ran while the press is still dealt with would leave Qt without knowing what the
+// pointer lies on: what is entered after the dialog, as a card of the home page, is never left.
+void AppMenu::leaveFor(const std::function<void(MainWindow *)> &next)
 {
-    deleteLater();
-    hide();
+    close();
+    const auto run = [window = m_window, next] { next(window); };
+    QMetaObject::invokeMethod(m_window, run, Qt::QueuedConnection);
 }
 
 void AppMenu::on_btnRegister_clicked()
 {
-    leave();
-    runLogin(m_window);
+    leaveFor(runLogin);
 }
 
 void AppMenu::on_btnAboutMe_clicked()
 {
-    leave();
-    AboutMeDialog(m_window).exec();
+    leaveFor([](MainWindow *window) { AboutMeDialog(window).exec(); });
 }
 
 void AppMenu::on_btnToCService_clicked()
 {
-    leave();
-    m_window->on_btnCService_clicked();
+    leaveFor(&MainWindow::on_btnCService_clicked);
 }
 
 void AppMenu::on_btnUpdate_clicked()
 {
-    leave();
-    checkForUpdate(m_window);
+    leaveFor(checkForUpdate);
 }
 
 void AppMenu::on_btnFeedback_clicked()
 {
-    leave();
-    FeedbackDialog(m_window).exec();
+    leaveFor([](MainWindow *window) { FeedbackDialog(window).exec(); });
 }

@@ -4,6 +4,7 @@
 #include "MediaKits/MainWindow/popupwindow.h"
 #include "MediaKits/MainWindow/productcontact.h"
 
+#include <functional>
 #include <memory>
 
 namespace Ui {
@@ -28,7 +29,7 @@ private slots:
     void on_btnFeedback_clicked();
 
 private:
-    void leave();
+    void leaveFor(const std::function<void(MainWindow *)> &next);
 
     std::unique_ptr<Ui::AppMenu> m_ui;
     MainWindow *m_window;

@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MainWindow/popupwindow.h"
 
-#include "controls/widgetbutton.h"
 #include "controls/windowshadow.h"
 #include "platform/compositor.h"
 
-#include <QCoreApplication>
 #include <QKeyEvent>
 
 PopupWindow::PopupWindow(QWidget *parent)
@@ -22,20 +20,6 @@ void PopupWindow::fitContent()
     for (const QWidget *child : findChildren<QWidget *>())
         child->ensurePolished();
     adjustSize();
-}
-
-// A popup takes the pointer: what lies below it hears of no leaving.
-void PopupWindow::hideEvent(QHideEvent *event)
-{
-    QWidget::hideEvent(event);
-    if (parentWidget() == nullptr)
-        return;
-    for (WidgetButton *button : parentWidget()->window()->findChildren<WidgetButton *>()) {
-        if (button->rect().contains(button->mapFromGlobal(QCursor::pos())))
-            continue;
-        QEvent leave(QEvent::Leave);
-        QCoreApplication::sendEvent(button, &leave);
-    }
 }
 
 void PopupWindow::keyPressEvent(QKeyEvent *event)

@@ -16,6 +16,5 @@ public:
     void fitContent();
 
 protected:
-    void hideEvent(QHideEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 };
