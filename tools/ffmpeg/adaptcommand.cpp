@@ -5,6 +5,7 @@
 #include "ffmpeg/filterlabels.h"
 #include "ffmpeg/outputwords.h"
 #include "ffmpeg/picture.h"
+#include "ffmpeg/snapshot.h"
 #include "ffmpeg/sound.h"
 #include "ffmpeg/still.h"
 
@@ -134,6 +135,8 @@ void Adapter::adaptStreams(OutputWords &output, bool isFirst)
     showCover(&output, feeding, m_facts);
     adaptPicture(&output, feeding, m_facts, m_ffmpeg.zscale);
     adaptSound(&output, feeding);
+    if (m_ffmpeg.zscale)
+        adaptSnapshot(&output, m_facts);
     if (m_ffmpeg.zscale && feeding != nullptr && isHighRange(m_facts) &&
         output.videoEncoder() != nullptr)
         note("the picture's high dynamic range is mapped to BT.709", output);
