@@ -51,7 +51,7 @@ private slots:
               "cut-sound.aiff", "cut-sound.au", "cut-sound.mka", "cut-sound.wma"})
             QTest::newRow(name) << shorter << true;
         // Their headers tell one length for all, which the sound alone may not have.
-        for (const char *name : {"cut-film.wmv", "cut-film.flv"})
+        for (const char *name : {"cut-film.wmv", "cut-film.flv", "cut-film.rm"})
             QTest::newRow(name) << shorter + "|源文件不完整"_s << true;
         for (const char *name : {"damaged.aac", "damaged.ogg"})
             QTest::newRow(name) << damaged << true;
@@ -207,6 +207,7 @@ private:
             {"film.avi", "-i @ -c:v mpeg4 -c:a mp3"},
             {"film.wmv", "-i @ -c:v wmv2 -c:a wmav2"},
             {"film.flv", "-i @ -c copy"},
+            {"film.rm", "-i @ -c:v rv20 -c:a ac3"},
             {"film.mpg", "-i @ -c:v mpeg2video -c:a mp2"},
             {"film.ts", "-i @ -c copy"},
             {"film.ogv", "-i @ -c:v libtheora -c:a libvorbis"},
@@ -230,6 +231,7 @@ private:
             {"sound.wav", "-i @ -vn"},
             {"sound.aac", "-i @ -vn -c copy"},
             {"sound.m4a", "-i @ -vn -c copy -movflags +faststart"},
+            {"book.m4b", "-i @ -vn -c copy"},
             {"sound.mp3", "-i @ -vn"},
             {"noise.mp3", "-f lavfi -i anoisesrc=d=6 -q:a 4"},
             {"noindex.mp3", "-f lavfi -i anoisesrc=d=6 -q:a 4 -write_xing 0"},
@@ -297,7 +299,7 @@ private:
         makeDamagedCover("m4a"_s, "\x89PNG", 40);
         makeDamagedCover("flac"_s, "IDAT", 20);
         for (const char *name :
-             {"film.mp4", "film.mov", "film.webm", "film.avi", "film.wmv", "film.flv", "sound.wav",
+             {"film.mp4", "film.mov", "film.webm", "film.avi", "film.wmv", "film.flv", "film.rm", "sound.wav",
               "sound.m4a", "sound.mp3", "noise.mp3", "sound.flac", "sound.aiff", "sound.au",
               "sound.wma", "sound.mka", "fragments.mp4", "base.mkv"}) {
             const QString whole = QString::fromLatin1(name);

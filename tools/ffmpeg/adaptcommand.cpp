@@ -73,6 +73,10 @@ void Adapter::adaptOutput(const CommandOutput &place, bool isFirst)
 {
     OutputWords output(&m_arguments, place);
     const std::string container = output.container();
+    // An audio book, for which ffmpeg takes a picture as well.
+    if (container == "m4b" && !output.hasFlag("-vn") &&
+        output.namedEncoder(StreamKind::Picture).empty())
+        output.insertFlag("-vn");
     if (container == "swf" || container == "flv")
         standInForFlash(output, container);
     if (container == "3gp" || container == "3g2") {
