@@ -299,9 +299,9 @@ private:
         makeDamagedCover("m4a"_s, "\x89PNG", 40);
         makeDamagedCover("flac"_s, "IDAT", 20);
         for (const char *name :
-             {"film.mp4", "film.mov", "film.webm", "film.avi", "film.wmv", "film.flv", "film.rm", "sound.wav",
-              "sound.m4a", "sound.mp3", "noise.mp3", "sound.flac", "sound.aiff", "sound.au",
-              "sound.wma", "sound.mka", "fragments.mp4", "base.mkv"}) {
+             {"film.mp4", "film.mov", "film.webm", "film.avi", "film.wmv", "film.flv", "film.rm",
+              "sound.wav", "sound.m4a", "sound.mp3", "noise.mp3", "sound.flac", "sound.aiff",
+              "sound.au", "sound.wma", "sound.mka", "fragments.mp4", "base.mkv"}) {
             const QString whole = QString::fromLatin1(name);
             makeCut(whole, "cut-"_s + whole);
         }
