@@ -107,7 +107,9 @@ qint64 realMediaSize(const QByteArray &head)
     const qint64 begin = qFromBigEndian<quint32>(head.constData() + dataAt);
     if (begin + 2 * numberSize > head.size() || head.mid(int(begin), 4) != "DATA")
         return 0;
-    return begin + qFromBigEndian<quint32>(head.constData() + begin + numberSize);
+    // Ffmpeg counts some bytes of the chunk's head twice.
+    constexpr qint64 chunkHead = 18;
+    return begin + qFromBigEndian<quint32>(head.constData() + begin + numberSize) - chunkHead;
 }
 
 } // namespace
