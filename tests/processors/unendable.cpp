@@ -15,6 +15,7 @@ namespace {
 
 int hold(pid_t tool, int ready, const char *file)
 {
+    setpgid(0, 0); // it isn't the tool's own
     for (int channel = 0; channel <= STDERR_FILENO; ++channel)
         close(channel);
     const bool isHeld = ptrace(PTRACE_SEIZE, tool, nullptr, nullptr) == 0;
