@@ -54,28 +54,6 @@ private slots:
         QCOMPARE(managedWindows(), windows);
     }
 
-    // A half grey of a high range, whose numbers would look white if they were taken for usual
-    // ones.
-    void highRangeIsConverted()
-    {
-        const QString film = m_media.filePath("hlg.mkv"_s);
-        makeMedia("-f lavfi -i color=black:s=320x240:r=10:d=20,format=yuv420p10,"
-                  "geq=lum=502:cb=512:cr=512 -c:v libx265 -x265-params log-level=none -preset "
-                  "ultrafast -colorspace bt2020nc -color_primaries bt2020 -color_trc "
-                  "arib-std-b67 @"_s,
-                  {film});
-        CSVideoPlayer player;
-        player.resize(640, 480);
-        player.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&player));
-        player.start(film, standardPlayerArguments() + QStringList{"--ao=null"_s});
-        const auto seen = [&player] {
-            const QImage picture = screenPart(*player.videoLabel());
-            return picture.pixelColor(picture.rect().center()).green();
-        };
-        QTRY_VERIFY_WITH_TIMEOUT(seen() > 64 && seen() < 192, startLimitMs);
-    }
-
     void commandsReachThePlayer()
     {
         CSVideoPlayer player;
