@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MediaTasksManager/complexconverttask.h"
 
+#include "MediaKits/MediaFormats/mediaformats.h"
 #include "MediaKits/MediaFormats/toolquoting.h"
 #include "MediaKits/MediaTasksManager/converttask.h"
 #include "MediaKits/MediaTasksManager/inputcheck.h"
@@ -12,6 +13,7 @@
 #include "MediaKits/MediaTasksManager/stepmapping.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 namespace {
 
@@ -43,6 +45,9 @@ QString ComplexConvertTask::problem() const
     const QString input = inputProblem(m_param->inputFile);
     if (!input.isEmpty())
         return input;
+    const MediaInfoData *source = m_param->sourceInfo.data();
+    if (isGifFormat(m_param->format) && source && !source->video && !source->hasCover)
+        return tr("文件中没有画面，无法转成 GIF");
     const bool pastEnd = m_param->timeRange && m_param->durationMs > 0 &&
                          m_param->timeRange->start >= m_param->durationMs;
     return pastEnd ? tr("截取的开始时间超出了片长") : outputProblem(finalPath());
@@ -63,6 +68,10 @@ ConvertTaskParam ComplexConvertTask::convertStep(const ConvertTaskParam &param,
 void ComplexConvertTask::replaceOddNames(ConvertTaskParam &step)
 {
     step.inputFile = m_aliases.forInput(step.inputFile);
+    if (!step.paletteFile.isEmpty()) {
+        const QFileInfo palette(step.paletteFile);
+        step.paletteFile = QDir(m_aliases.forFilter(palette.path())).filePath(palette.fileName());
+    }
     const QString imageKey = QStringLiteral("imagefile");
     for (QVariant &entry : step.videoFilters) {
         QVariantMap overlay = entry.toMap();
@@ -125,6 +134,15 @@ QString ComplexConvertTask::addSourceSteps(QVector<TaskItem> &items, const QStri
                           dir.absoluteFilePath(QStringLiteral("flv.ts")));
 }
 
+ConvertTask *ComplexConvertTask::addConversion(QVector<TaskItem> &items, const QString &name,
+                                               const ConvertTaskParam &step)
+{
+    auto *convert = new ConvertTask(name, QString());
+    convert->setParam(new ConvertTaskParam(step));
+    items.append({convert, convertWeight});
+    return convert;
+}
+
 GroupMediaTask *ComplexConvertTask::buildGroup()
 {
     m_aliases.clear();
@@ -137,9 +155,9 @@ GroupMediaTask *ComplexConvertTask::buildGroup()
     const QString source = addSourceSteps(items, workDir);
     ConvertTaskParam step = convertStep(*m_param, source, workDir);
     replaceOddNames(step);
-    auto *convert = new ConvertTask(QStringLiteral("ConvertTask"), QString());
-    convert->setParam(new ConvertTaskParam(step));
-    items.append({convert, convertWeight});
+    if (step.palette == GifPalette::Used)
+        addConversion(items, QStringLiteral("PaletteTask"), paletteStep(step));
+    const ConvertTask *convert = addConversion(items, QStringLiteral("ConvertTask"), step);
 
     QString result = dir.absoluteFilePath(step.outputName + QLatin1Char('.') + step.format);
     if (isApe(m_param->format)) {

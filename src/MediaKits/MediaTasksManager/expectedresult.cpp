@@ -30,11 +30,6 @@ bool keepsSoundShape(const QString &format)
     return formats.contains(format.toLower());
 }
 
-bool holdsSound(const QString &format)
-{
-    return format.compare(QLatin1String("gif"), Qt::CaseInsensitive) != 0;
-}
-
 bool hasTimeRange(const ConvertTaskParam &param)
 {
     return param.timeRange && param.timeRange->end > 0;
@@ -107,7 +102,7 @@ ExpectedResult expectedResult(const ConvertTaskParam &param)
     const bool isForSound = preset.audio && !preset.video;
     expected.hasPicture = isShown && !isForSound && !isAudioFormat(param.format);
     expected.hasSound = (!param.sourceInfo->audios.isEmpty() || !param.audioFilters.isEmpty()) &&
-                        holdsSound(param.format);
+                        !isGifFormat(param.format);
     if (expected.hasPicture && preset.video)
         expected.pictureSize = QSize(preset.video->width / 2 * 2, preset.video->height / 2 * 2);
     if (expected.hasSound && preset.audio && keepsSoundShape(param.format)) {
