@@ -6,6 +6,7 @@
 #include "MediaKits/FunctionPage/VideoCompress/mediacompressfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoConvert/mediaconvertfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoCut/mediacutfunctionpage.h"
+#include "MediaKits/FunctionPage/VideoGif/mediagiffunctionpage.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergefunctionpage.h"
 #include "MediaKits/MainWindow/emptypage.h"
 #include "MediaKits/MainWindow/homepage.h"
@@ -41,7 +42,7 @@ const QVector<FunctionPageEntry> &functionPages()
         entry(MediaFunction::Cut, "Cutter", "cutter", makePage<MediaCutFunctionPage>),
         entry(MediaFunction::Merge, "Merger", "merger", makePage<MediaMergeFunctionPage>),
         entry(MediaFunction::Beautify, "Beautifier", "beautifier"),
-        entry(MediaFunction::Gif, "Gif", "gif"),
+        entry(MediaFunction::Gif, "Gif", "gif", makePage<MediaGifFunctionPage>),
         entry(MediaFunction::Dubbing, "Dubbing", "dubbing"),
         entry(MediaFunction::Shot, "Shot", "shot"),
         entry(MediaFunction::Watermark, "Watermark", "watermark"),
