@@ -20,6 +20,8 @@
 #include "MediaKits/FunctionPage/VideoCompress/mediacompressfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoConvert/mediaconvertfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoCut/mediacutfunctionpage.h"
+#include "MediaKits/FunctionPage/VideoGif/mediagiffunctionpage.h"
+#include "MediaKits/FunctionPage/VideoGif/mutigifcutdialog.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergefinishtipsdialog.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergefunctionpage.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergelistitemwidget.h"
@@ -232,7 +234,7 @@ void showAudioCut(Stage &stage)
 }
 
 template<class Dialog>
-Dialog *showVideoCut(Stage &stage, const QString &file)
+Dialog *showEditor(Stage &stage, const QString &file)
 {
     MediaInfoData info;
     info.format = QSharedPointer<MediaFormatInfo>::create();
@@ -245,6 +247,13 @@ Dialog *showVideoCut(Stage &stage, const QString &file)
     dialog->showMedium(file, info);
     stage.show(dialog);
     awaitPicture(*dialog);
+    return dialog;
+}
+
+template<class Dialog>
+Dialog *showVideoCut(Stage &stage, const QString &file)
+{
+    auto *dialog = showEditor<Dialog>(stage, file);
     Stage::child<QSpinBox>(*dialog, "sbX").setValue(120);
     Stage::child<QSpinBox>(*dialog, "sbY").setValue(60);
     Stage::child<QSpinBox>(*dialog, "sbW").setValue(400);
@@ -272,10 +281,28 @@ void showManyFragments(Stage &stage)
     }
 }
 
-// Marks fragments of half a second each, one behind the other, or of the whole.
-void markFragments(QTreeWidget &tree, int source, int count, bool whole)
+// Marks three GIFs of different sizes, the last of them in the fields.
+void showGifs(Stage &stage, const QString &file)
 {
-    whenModal("MutiVideoCutDialog", [=](QWidget &dialog) {
+    auto *dialog = showEditor<MutiGifCutDialog>(stage, file);
+    for (int second = 60; second <= 180; second += 60) {
+        Stage::child<QTimeEdit>(*dialog, "tedtEnd").setTime(QTime(0, 0).addSecs(second + 5));
+        Stage::child<QTimeEdit>(*dialog, "tedtStart").setTime(QTime(0, 0).addSecs(second));
+        if (second > 60)
+            Stage::child<QSpinBox>(*dialog, "sbW").setValue(second * 2);
+        Stage::child<QPushButton>(*dialog, "btnFragmentAdd").click();
+    }
+    auto &bytes = Stage::child<QLabel>(*dialog, "lblGifBytes");
+    if (!QTest::qWaitFor([&bytes] { return bytes.text().startsWith("约"_s); }, convertAtMost))
+        qWarning("the size was not estimated");
+    pausePlayer(*dialog);
+}
+
+// Marks fragments of half a second each, one behind the other, or of the whole.
+void markFragments(QTreeWidget &tree, int source, int count, bool whole,
+                   const char *editor = "MutiVideoCutDialog")
+{
+    whenModal(editor, [=](QWidget &dialog) {
         for (int i = 1; i <= count; ++i) {
             if (!whole) {
                 Stage::child<QTimeEdit>(dialog, "tedtEnd").setTime(QTime(0, 0).addMSecs(i * 500));
@@ -295,20 +322,21 @@ void markFragments(QTreeWidget &tree, int source, int count, bool whole)
 }
 
 // Of the fragments one is done, one runs, one waits.
-void showFragmentStates(Stage &stage)
+template<class Page>
+void showFragmentStates(Stage &stage, const char *button, const char *editor)
 {
-    auto &page = openPage<MediaCutFunctionPage>(stage, "btnCutter");
+    auto &page = openPage<Page>(stage, button);
     page.clear();
     page.addFiles({stage.media().first(), longestFilm(stage)});
     auto &tree = Stage::child<QTreeWidget>(page, "convertTree");
-    markFragments(tree, 0, 1, false);
-    markFragments(tree, 1, 1, true);
+    markFragments(tree, 0, 1, false, editor);
+    markFragments(tree, 1, 1, true, editor);
     page.on_btnConvertAll_clicked();
     auto &done = Stage::child<QPushButton>(*tree.itemWidget(tree.topLevelItem(0)->child(0), 0),
                                            "btnOpenDir");
     if (!QTest::qWaitFor([&done] { return done.isVisibleTo(done.window()); }, convertAtMost))
         qWarning("the conversion takes too long");
-    markFragments(tree, 0, 1, false);
+    markFragments(tree, 0, 1, false, editor);
 }
 
 void showService(Stage &stage)
@@ -352,9 +380,21 @@ const QVector<Shot> &allShots()
         {"cut-rows"_s, [](Stage &stage) { fillPage<MediaCutFunctionPage>(stage, "btnCutter"); }},
         {"cut-fragments"_s, [](Stage &stage) { showFragments(stage, longestFilm(stage), 3); }},
         {"cut-fragments-many"_s, showManyFragments},
-        {"cut-states"_s, showFragmentStates},
+        {"cut-states"_s,
+         [](Stage &stage) {
+             showFragmentStates<MediaCutFunctionPage>(stage, "btnCutter", "MutiVideoCutDialog");
+         }},
         {"cut-playing"_s,
          [](Stage &stage) { showVideoCut<VideoCutDialog>(stage, longestFilm(stage)); }},
+        {"gif-empty"_s, [](Stage &stage) { stage.press("btnGif"); }},
+        {"gif-rows"_s, [](Stage &stage) { fillPage<MediaGifFunctionPage>(stage, "btnGif"); }},
+        {"gif-fragments"_s, [](Stage &stage) { showGifs(stage, longestFilm(stage)); }},
+        {"gif-playing"_s,
+         [](Stage &stage) { showEditor<MutiGifCutDialog>(stage, longestFilm(stage)); }},
+        {"gif-states"_s,
+         [](Stage &stage) {
+             showFragmentStates<MediaGifFunctionPage>(stage, "btnGif", "MutiGifCutDialog");
+         }},
         {"merge-empty"_s, [](Stage &stage) { stage.press("btnMerger"); }},
         {"merge-rows"_s,
          [](Stage &stage) { fillPage<MediaMergeFunctionPage>(stage, "btnMerger"); }},

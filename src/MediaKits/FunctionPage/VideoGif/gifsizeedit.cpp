@@ -9,6 +9,8 @@
 
 #include <QSignalBlocker>
 
+#include <algorithm>
+
 namespace {
 
 struct Speed
@@ -22,6 +24,7 @@ constexpr Speed speeds[] = {
     {QT_TRANSLATE_NOOP("GifSizeEdit", "低"), 5},
 };
 constexpr int usualSpeed = 1;
+constexpr int visibleBars = 6; // pixels, on both sides together
 constexpr double wholePercent = 100.0;
 // What chats and forums hardly take any more.
 constexpr qint64 largeGif = 20LL * 1024 * 1024;
@@ -121,7 +124,8 @@ void GifSizeEdit::showSize()
     QStringList notes;
     if (!asked)
         notes += tr("预设大小");
-    if (picture != made)
+    const QSize bars = made - picture;
+    if (std::max(bars.width(), bars.height()) >= visibleBars)
         notes += tr("留黑边");
     QString text = MediaFacts::sizeInPixels(made.width(), made.height());
     if (!notes.isEmpty())

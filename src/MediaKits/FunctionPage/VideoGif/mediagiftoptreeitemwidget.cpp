@@ -4,6 +4,7 @@
 MediaGifTopTreeItemWidget::MediaGifTopTreeItemWidget(QTreeWidgetItem *item, QWidget *parent)
     : SourceRowWidget(item, QLatin1String("lstItemwdtMediaGif"), parent)
 {
+    probeSource();
 }
 
 void MediaGifTopTreeItemWidget::onSourceProbed(const MediaInfoData &info)
