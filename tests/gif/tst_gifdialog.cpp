@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "controls/elidedlabel.h"
 #include "controls/interceptslider.h"
 #include "cut/cutfields.h"
 #include "MediaKits/AppInstance/LocalStore/appdirs.h"
@@ -40,10 +41,20 @@ QString shown(const QWidget &dialog, const char *label)
     return child<QLabel>(dialog, label)->text();
 }
 
+QString hint(const QWidget &dialog)
+{
+    return child<ElidedLabel>(dialog, "lblHint")->fullText();
+}
+
 // Work folders of estimates, whose names are plain ids.
+QString sampleRoot()
+{
+    return tempDir() + "/~~MRVN_Temp~~"_s;
+}
+
 QStringList sampleFolders()
 {
-    return entriesOf(tempDir() + "/~~MRVN_Temp~~"_s);
+    return entriesOf(sampleRoot());
 }
 
 } // namespace
@@ -86,13 +97,13 @@ private slots:
         QCOMPARE(player->scale(), 0.33);
         set("sbSZScale", 100, {320, 240}, 100);
         // Beyond a box's range it holds the other end; the picture's proportions are gone then.
-        QVERIFY(shown(dialog, "lblHint").isEmpty());
+        QVERIFY(hint(dialog).isEmpty());
         set("sbSZScale", 500, {1600, 1200}, 500);
         set("sbW", 4000, {4000, 3000}, 500);
         set("sbW", 10, {10, 10}, 10);
-        QVERIFY(shown(dialog, "lblHint").contains("10"_s));
+        QVERIFY(hint(dialog).contains("10"_s));
         set("sbW", 320, {320, 240}, 100);
-        QVERIFY(shown(dialog, "lblHint").isEmpty());
+        QVERIFY(hint(dialog).isEmpty());
         // Only the surface has changed.
         QCOMPARE(dialog.findChild<InterceptSlider *>()->value(), 0);
     }
@@ -103,7 +114,7 @@ private slots:
         dialog.showMedium(m_film, infoOf({1000, 2000}));
         spinBox(dialog, "sbW")->setValue(4000);
         QCOMPARE(boxes(dialog), QSize(4000, 4000));
-        QVERIFY(shown(dialog, "lblHint").contains("4000"_s));
+        QVERIFY(hint(dialog).contains("4000"_s));
         // Wide pixels become square ones.
         dialog.showMedium(m_film, infoOf({720, 576}, clipMs, 16.0 / 15.0));
         QCOMPARE(boxes(dialog), QSize(768, 576));
@@ -247,9 +258,8 @@ private slots:
             auto dialog = std::make_unique<MutiGifCutDialog>();
             dialog->showMedium(m_large, infoOf({1920, 1080}));
             dialog->show();
-            const auto conversions = [] { return processesWith("~~MRVN_Temp~~"_s); };
+            const auto conversions = [] { return processesWith(sampleRoot()); };
             QTRY_VERIFY_WITH_TIMEOUT(!conversions().isEmpty(), estimateLimitMs);
-            const auto first = conversions();
             if (QLatin1String(way) == "change"_s) {
                 spinBox(*dialog, "sbW")->setValue(3000);
                 QVERIFY(conversions().isEmpty());
