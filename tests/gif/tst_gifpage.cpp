@@ -196,6 +196,38 @@ private slots:
         QVERIFY(GifPage().quality()->isChecked());
     }
 
+    // Also of a picture of which little moves, and so little is in all GIFs' pictures but the
+    // first.
+    void estimateComesTrue()
+    {
+        const QString still = media("still.mp4"_s);
+        makeMedia("-f lavfi -i mandelbrot=s=320x240 -vf "
+                  "trim=end_frame=1,loop=-1:1,fps=25,drawbox=mod(t*40\\,300):20:20:20:red:fill "
+                  "-t 6 -pix_fmt yuv420p @"_s,
+                  {still});
+        for (const QString &film : {m_film, still}) {
+            GifPage test;
+            test.addSources({film});
+            QString told;
+            test.edit(0, "MutiGifCutDialog", [&told](QWidget &dialog) {
+                ::mark(dialog, 500, 5500);
+                spinBox(dialog, "sbW")->setValue(240);
+                QTRY_VERIFY_WITH_TIMEOUT(
+                    child<QLabel>(dialog, "lblGifBytes")->text().startsWith("约"_s), endLimitMs);
+                told = child<QLabel>(dialog, "lblGifBytes")->text();
+                press(dialog, "btnFragmentAdd");
+                press(dialog, "btnOk");
+            });
+            press(*test.fragment(0, 0), "btnConvert");
+            QTRY_COMPARE_WITH_TIMEOUT(test.state(0, 0), MediaTask::FINISHED, endLimitMs);
+            const double made = double(QFileInfo(test.fragment(0, 0)->outputPath()).size());
+            const double estimated =
+                told.section(u' ', 1, 1).toDouble() * (told.endsWith("MB"_s) ? 1024 * 1024 : 1024);
+            QVERIFY2(made > estimated / 1.5 && made < estimated * 1.5,
+                     qPrintable("%1 of %2"_s.arg(made).arg(estimated)));
+        }
+    }
+
     void otherSources()
     {
         const auto check = [&](const char *caseName, const QString &file, const QSize &size,
