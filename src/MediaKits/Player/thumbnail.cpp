@@ -38,7 +38,7 @@ void requestThumbnail(const QString &path, QObject *context,
                       const std::function<void(const QPixmap &)> &callback, int atMs)
 {
     const QFileInfo file(path);
-    if (!file.exists() || !isVideoFormat(file.suffix())) {
+    if (!file.exists() || !(isVideoFormat(file.suffix()) || isGifFormat(file.suffix()))) {
         callback({});
         return;
     }
