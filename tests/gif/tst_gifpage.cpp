@@ -258,6 +258,65 @@ private slots:
         check("one frame", "frame.mp4"_s, {160, 120}, 1);
     }
 
+    void fourHours()
+    {
+        const QString film = media("four hours.avi"_s);
+        makeMedia("-f lavfi -i testsrc2=s=64x48:r=2 -t 14400 -c:v mpeg4 -g 20 @"_s, {film});
+        GifPage test;
+        test.addSources({film});
+        test.mark(0, {{14390000, 14394000, 160, 2}});
+        QCOMPARE(test.text(0, 0, "lblInDuration"), "04:00:00"_s);
+        QCOMPARE(test.text(0, 0, "lblOutDuration"), "00:00:04"_s);
+        press(*test.fragment(0, 0), "btnConvert");
+        QTRY_COMPARE_WITH_TIMEOUT(test.state(0, 0), MediaTask::FINISHED, endLimitMs);
+        const GifFile gif = probeGif(test.fragment(0, 0)->outputPath());
+        QCOMPARE(gif.size, QSize(160, 120));
+        QVERIFY2(std::abs(gif.seconds - 4.0) <= 1.0, qPrintable(QString::number(gif.seconds)));
+    }
+
+    void byKeyboardAlone()
+    {
+        GifPage test;
+        test.addSources({m_film});
+        const auto key = [](int code) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key(code));
+        };
+        const auto tabTo = [&key](const QWidget &window, const char *name) {
+            QTRY_VERIFY(window.isActiveWindow() && QApplication::focusWidget());
+            for (int i = 0; i < 40 && QApplication::focusWidget() != child(window, name); ++i)
+                key(Qt::Key_Tab);
+            QCOMPARE(QApplication::focusWidget(), child(window, name));
+        };
+        whenModal("MutiGifCutDialog", [&](QWidget &dialog) {
+            QTRY_VERIFY(QApplication::focusWidget());
+            key(Qt::Key_Space); // stands still
+            key(Qt::Key_Right);
+            key(Qt::Key_I);
+            key(Qt::Key_Right);
+            key(Qt::Key_Right);
+            key(Qt::Key_O);
+            tabTo(dialog, "sbW");
+            spinBox(dialog, "sbW")->selectAll();
+            QTest::keyClicks(QApplication::focusWidget(), "200"_s);
+            tabTo(dialog, "cbSpeed");
+            key(Qt::Key_Down);
+            tabTo(dialog, "btnFragmentAdd");
+            key(Qt::Key_Space);
+            tabTo(dialog, "btnOk");
+            key(Qt::Key_Space);
+        });
+        test.sourceRow(0)->setFocus();
+        tabTo(*test.page, "btnAddItem");
+        key(Qt::Key_Space);
+        QCOMPARE(test.source(0)->childCount(), 1);
+        QVERIFY(*test.param(0, 0).timeRange == (TimeSpan{1000, 3000}));
+        QCOMPARE(test.param(0, 0).encParam->video->width, 200);
+        QCOMPARE(test.param(0, 0).encParam->video->frameRate, 5.0);
+        tabTo(*test.page, "chkHighQuality");
+        key(Qt::Key_Space);
+        QVERIFY(test.quality()->isChecked());
+    }
+
     void noPicture()
     {
         GifPage test;

@@ -176,6 +176,7 @@ ConvertTaskParam paletteStep(const ConvertTaskParam &step)
     choice.outputName = file.completeBaseName();
     choice.format = file.suffix();
     choice.palette = GifPalette::Chosen;
+    choice.speed = 0; // is that of video encoders
     return choice;
 }
 

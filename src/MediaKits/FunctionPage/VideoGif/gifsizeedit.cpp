@@ -74,6 +74,7 @@ void GifSizeEdit::setVideoSize(const QSize &size)
     setEnabled(!size.isEmpty());
     setSilently(m_ui->sbW, size.width());
     setSilently(m_ui->sbH, size.height());
+    m_untouched = shown();
     showSize();
 }
 
@@ -99,9 +100,13 @@ void GifSizeEdit::follow(const QSpinBox *edited, double scale)
 
 QSharedPointer<QSize> GifSizeEdit::size() const
 {
-    const QSize shown(m_ui->sbW->value(), m_ui->sbH->value());
-    return m_videoSize.isEmpty() || shown == m_videoSize ? QSharedPointer<QSize>()
-                                                         : QSharedPointer<QSize>::create(shown);
+    return m_videoSize.isEmpty() || shown() == m_untouched ? QSharedPointer<QSize>()
+                                                           : QSharedPointer<QSize>::create(shown());
+}
+
+QSize GifSizeEdit::shown() const
+{
+    return {m_ui->sbW->value(), m_ui->sbH->value()};
 }
 
 int GifSizeEdit::frameRate() const

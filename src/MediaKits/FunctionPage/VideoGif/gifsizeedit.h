@@ -45,9 +45,11 @@ signals:
 
 private:
     void follow(const QSpinBox *edited, double scale);
+    QSize shown() const;
     void showSize();
     void showEstimate(const QString &text, bool warns);
 
     const std::unique_ptr<Ui::GifSizeEdit> m_ui;
     QSize m_videoSize;
+    QSize m_untouched; // what the boxes can show of it
 };
