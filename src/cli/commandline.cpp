@@ -23,6 +23,7 @@ const CommandRow commandRows[] = {
     {"probe", Command::Probe, "json reader"},
     {"convert", Command::Convert,
      "json preset out name from to crop speed beauty jobs dry-run strict"},
+    {"gif", Command::Gif, "json out name from to size fps quality jobs dry-run strict"},
     {"merge", Command::Merge, "json preset out name strict"},
 };
 
@@ -34,7 +35,7 @@ QString tr(const char *text)
 QList<QCommandLineOption> optionsOf(const CommandRow &row)
 {
     static const QStringList flags{QStringLiteral("json"), QStringLiteral("dry-run"),
-                                   QStringLiteral("strict")};
+                                   QStringLiteral("strict"), QStringLiteral("quality")};
     QList<QCommandLineOption> options;
     const QStringList names = QString(QLatin1String(row.options)).split(QLatin1Char(' '));
     for (const QString &name : names) {
@@ -92,10 +93,21 @@ private:
     QString m_error;
 };
 
+bool makesFiles(Command command)
+{
+    return command == Command::Convert || command == Command::Gif || command == Command::Merge;
+}
+
+MediaFunction functionOf(Command command)
+{
+    if (command == Command::Gif)
+        return MediaFunction::Gif;
+    return command == Command::Merge ? MediaFunction::Merge : MediaFunction::Convert;
+}
+
 void readFiles(CommandLine &line, const QStringList &words, ValueReader &values)
 {
-    const bool takesFiles = line.command == Command::Probe || line.command == Command::Convert ||
-                            line.command == Command::Merge;
+    const bool takesFiles = line.command == Command::Probe || makesFiles(line.command);
     if (takesFiles && words.isEmpty())
         values.refuse(tr("没有给出文件"));
     if (!takesFiles && !words.isEmpty())
@@ -131,40 +143,56 @@ void readReader(CommandLine &line, ValueReader &values)
         values.refuse(tr("--reader 的值无效：%1").arg(word));
 }
 
-void readTarget(CommandLine &line, ValueReader &values)
+void readPreset(CommandLine &line, ValueReader &values)
 {
     if (!values.isSet("preset"))
         values.refuse(tr("没有给出预设：--preset ID"));
     line.presetId = values.text("preset").toUInt();
     if (!EncParamCatalog::instance().hasEncParam(line.presetId))
         values.refuse(tr("未知的预设：%1").arg(values.text("preset")));
-    const bool merges = line.command == Command::Merge;
-    line.outputDir = values.isSet("out")
-                         ? QDir::current().absoluteFilePath(values.text("out"))
-                         : defaultOutputDir(merges ? MediaFunction::Merge : MediaFunction::Convert);
+}
+
+void readTarget(CommandLine &line, ValueReader &values)
+{
+    line.outputDir = values.isSet("out") ? QDir::current().absoluteFilePath(values.text("out"))
+                                         : defaultOutputDir(functionOf(line.command));
     if (values.isSet("out") && values.text("out").isEmpty())
         values.refuse(tr("输出目录为空"));
     line.strict = values.isSet("strict");
     line.name = values.text("name");
     const bool named = values.isSet("name");
-    if (merges && !named)
+    if (line.command == Command::Merge && !named)
         values.refuse(tr("没有给出合并结果的名称：--name BASE"));
     if (named && (line.name.isEmpty() || line.name.contains(QLatin1Char('/'))))
         values.refuse(tr("--name 的值无效：%1").arg(line.name));
 }
 
-void readConversion(CommandLine &line, ValueReader &values)
+void readRun(CommandLine &line, ValueReader &values)
 {
     constexpr int maxJobs = 64;
     line.fromMs = values.value<int>("from", parseTimeMs);
     line.toMs = values.value<int>("to", parseTimeMs);
     if (line.toMs && *line.toMs <= line.fromMs.value_or(0))
         values.refuse(tr("--to 必须晚于 --from"));
+    line.jobs = values.number("jobs", 1, 1, maxJobs);
+    line.dryRun = values.isSet("dry-run");
+}
+
+void readConversion(CommandLine &line, ValueReader &values)
+{
     line.crop = values.value<CropBox>("crop", parseCropBox);
     line.beauty = values.value<VideoBeautyParam>("beauty", parseBeauty);
     line.speed = values.number("speed", 0, 0, 9);
-    line.jobs = values.number("jobs", 1, 1, maxJobs);
-    line.dryRun = values.isSet("dry-run");
+}
+
+void readGif(CommandLine &line, ValueReader &values)
+{
+    // A GIF counts the time of a frame in hundredths of a second, and players slow one of them
+    // down.
+    constexpr int mostFrames = 50;
+    line.gifSize = values.value<QSize>("size", parseGifSize).value_or(QSize());
+    line.gifRate = values.number("fps", line.gifRate, 1, mostFrames);
+    line.gifQuality = values.isSet("quality");
 }
 
 } // namespace
@@ -206,9 +234,15 @@ std::optional<CommandLine> parseCommandLine(const QStringList &words, QString &e
     if (line.command == Command::Probe)
         readReader(line, values);
     if (line.command == Command::Convert || line.command == Command::Merge)
+        readPreset(line, values);
+    if (makesFiles(line.command))
         readTarget(line, values);
+    if (line.command == Command::Convert || line.command == Command::Gif)
+        readRun(line, values);
     if (line.command == Command::Convert)
         readConversion(line, values);
+    if (line.command == Command::Gif)
+        readGif(line, values);
     error = values.error();
     return error.isEmpty() ? std::make_optional(line) : std::nullopt;
 }
@@ -223,11 +257,15 @@ QString helpText()
               "T]\n"
               "              [--crop X,Y,W,H] [--speed 0..9] [--beauty key=value,…] [--jobs N]\n"
               "              [--dry-run] [--strict] [--json]\n"
+              "  morvane-cli gif FILE… [--size WxH] [--fps N] [--quality] [--from T] [--to T]\n"
+              "              [--out DIR] [--name BASE] [--jobs N] [--dry-run] [--strict] [--json]\n"
               "  morvane-cli merge FILE… --preset ID --name BASE [--out DIR] [--strict] [--json]\n"
               "\n"
               "T 为秒数或 hh:mm:ss[.zzz]。--speed 1 最快，9 最慢，0 由编码器决定。\n"
               "--beauty 的键：contrast brightness saturation red green blue rotate volume speed\n"
-              "reverse vflip hflip；filter 为现成的滤镜：%1。以 - 开头的文件名写在 -- 之后。\n"
+              "reverse vflip hflip；filter 为现成的滤镜：%1。\n"
+              "gif 默认 240x160、每秒 10 帧；--quality 为每个 GIF 单独取色。以 - "
+              "开头的文件名写在 -- 之后。\n"
               "成品路径写到标准输出，每行一个。全部完成返回 0，有失败返回 1，用法错误返回 2。\n"
               "成品与要求不完全相符时，提示写到标准错误；--strict 使提示也返回 1。\n")
         .arg(readyLookNames().join(QLatin1Char(' ')));

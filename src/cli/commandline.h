@@ -4,11 +4,12 @@
 #include "MediaKits/MediaTasksManager/mediaselection.h"
 #include "MediaKits/MediaTasksManager/videobeautyparam.h"
 
+#include <QSize>
 #include <QStringList>
 
 #include <optional>
 
-enum class Command { Help, Categories, Presets, Probe, Convert, Merge };
+enum class Command { Help, Categories, Presets, Probe, Convert, Gif, Merge };
 
 enum class ProbeReader { Auto, FFProbe, MediaInfo };
 
@@ -27,6 +28,9 @@ struct CommandLine
     std::optional<CropBox> crop;
     std::optional<VideoBeautyParam> beauty;
     int speed = 0;
+    QSize gifSize;           ///< pixels, empty for the preset's own
+    int gifRate = 10;        ///< frames a second
+    bool gifQuality = false; ///< colours chosen for each picture
     int jobs = 1;
     bool dryRun = false;
     bool json = false;

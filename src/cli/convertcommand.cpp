@@ -8,8 +8,10 @@
 #include "MediaKits/MediaTasksManager/complexconverttask.h"
 #include "MediaKits/MediaTasksManager/concattask.h"
 #include "MediaKits/MediaTasksManager/converttask.h"
+#include "MediaKits/MediaTasksManager/gifpreset.h"
 #include "MediaKits/MediaTasksManager/grouptaskfactory.h"
 #include "MediaKits/MediaTasksManager/inputcheck.h"
+#include "MediaKits/MediaTasksManager/stepmapping.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -57,8 +59,12 @@ ConvertTaskParam convertParam(const CommandLine &line, const QString &file, cons
     param.inputFormat = source.suffix().toLower();
     param.outputName = line.name.isEmpty() ? baseName(source) : line.name;
     param.outputDir = line.outputDir;
-    param.encParam = EncParamCatalog::instance().encParam(line.presetId);
+    param.encParam = line.command == Command::Gif
+                         ? gifPreset(line.gifSize, line.gifRate)
+                         : EncParamCatalog::instance().encParam(line.presetId);
     param.format = EncParamCatalog::instance().suffixOf(*param.encParam);
+    if (line.gifQuality)
+        param.palette = GifPalette::Own;
     param.durationMs = durationMs(info);
     param.speed = line.speed;
     param.sourceInfo = info;
@@ -118,12 +124,21 @@ MediaTask *mergeTask(const CommandLine &line, const QVector<Info> &infos)
     return task;
 }
 
-QString dryRunText(const ConvertTaskParam &param)
+QString commandOf(const ConvertTaskParam &step)
+{
+    return FFmpegExTask::commandText(ConvertTask::buildOptionTree(step));
+}
+
+// In the order in which they would run.
+QStringList dryRunTexts(const ConvertTaskParam &param)
 {
     const QString workDir =
         QDir(tempMarkerPath(param.outputDir)).absoluteFilePath(QUuid::createUuid().toString());
     const ConvertTaskParam step = ComplexConvertTask::convertStep(param, param.inputFile, workDir);
-    return FFmpegExTask::commandText(ConvertTask::buildOptionTree(step));
+    QStringList commands{commandOf(step)};
+    if (step.palette == GifPalette::Used)
+        commands.prepend(commandOf(paletteStep(step)));
+    return commands;
 }
 
 void printDryLine(const CommandLine &line, const QString &file, const QString &command)
@@ -171,8 +186,9 @@ void printDryRun(const CommandLine &line, QObject *owner, const std::function<vo
         for (int i = 0; i < line.files.size(); ++i) {
             const QString problem = inputProblem(line.files[i]);
             if (problem.isEmpty()) {
-                printDryLine(line, line.files[i],
-                             dryRunText(convertParam(line, line.files[i], infos->at(i))));
+                const auto param = convertParam(line, line.files[i], infos->at(i));
+                for (const QString &command : dryRunTexts(param))
+                    printDryLine(line, line.files[i], command);
             } else {
                 printMessage(line.files[i] + QStringLiteral("：") + problem);
                 exitCode = 1;

@@ -11,6 +11,7 @@ std::vector<CliJob> convertJobs(const CommandLine &line, QObject *owner);
 /// The one job that merges all files of the command line.
 std::vector<CliJob> mergeJobs(const CommandLine &line, QObject *owner);
 
-/// Prints, for each file, the argument text of the convert step, and runs nothing.
+/// Prints, for each file, the argument text of the convert step, ahead of
+/// it that of the step that chooses its palette where there is one, and runs nothing.
 /// @param done called with the exit code, maybe before this returns
 void printDryRun(const CommandLine &line, QObject *owner, const std::function<void(int)> &done);

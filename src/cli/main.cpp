@@ -47,6 +47,7 @@ int run(const CommandLine &line)
     case Command::Probe:
         return probeFiles(line);
     case Command::Convert:
+    case Command::Gif:
         return line.dryRun ? runDry(line) : runJobs(convertJobs(line, &owner), line);
     case Command::Merge:
         return runJobs(mergeJobs(line, &owner), line);

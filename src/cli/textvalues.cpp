@@ -5,6 +5,7 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -118,6 +119,18 @@ std::optional<CropBox> parseCropBox(const QString &text)
     if (!match.hasMatch() || crop.width == 0 || crop.height == 0)
         return std::nullopt;
     return crop;
+}
+
+std::optional<QSize> parseGifSize(const QString &text)
+{
+    constexpr int leastSide = 10;
+    constexpr int mostSide = 4000;
+    static const QRegularExpression sides(QStringLiteral("^(\\d{1,5})x(\\d{1,5})$"));
+    const QRegularExpressionMatch match = sides.match(text);
+    const QSize size(match.captured(1).toInt(), match.captured(2).toInt());
+    const bool fits = std::min(size.width(), size.height()) >= leastSide &&
+                      std::max(size.width(), size.height()) <= mostSide;
+    return match.hasMatch() && fits ? std::make_optional(size) : std::nullopt;
 }
 
 std::optional<VideoBeautyParam> parseBeauty(const QString &text)

@@ -4,6 +4,8 @@
 #include "MediaKits/MediaTasksManager/mediaselection.h"
 #include "MediaKits/MediaTasksManager/videobeautyparam.h"
 
+#include <QSize>
+
 #include <optional>
 
 // Values that a user types on the command line; nothing comes back for text that isn't one.
@@ -14,6 +16,9 @@ std::optional<int> parseTimeMs(const QString &text);
 
 /// "X,Y,W,H" in picture pixels; the box must not be empty.
 std::optional<CropBox> parseCropBox(const QString &text);
+
+/// "WxH" in pixels, each side as a GIF's on its page.
+std::optional<QSize> parseGifSize(const QString &text);
 
 /// "key=value,…" over a neutral record. Keys: contrast, brightness, saturation, red, green, blue,
 /// rotate, volume, speed, reverse, vflip, hflip; the last three take 0 or 1.

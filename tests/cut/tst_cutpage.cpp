@@ -5,11 +5,10 @@
 #include "MediaKits/FunctionPage/Framework/Rows/taskrowform.h"
 #include "MediaKits/FunctionPage/VideoCut/mediacutfunctionpage.h"
 #include "support/casename.h"
-#include "support/pagetest.h"
+#include "support/treepagetest.h"
 
 #include <QDialog>
 #include <QScrollBar>
-#include <QTreeWidget>
 #include <QtTest>
 
 namespace {
@@ -32,53 +31,26 @@ struct Part
     QRect box; // empty for the whole picture
 };
 
-class CutPage : public PageTest<MediaCutFunctionPage>
+class CutPage : public TreePageTest<MediaCutFunctionPage>
 {
 public:
-    explicit CutPage(quint32 preset = mp4AsSource) : PageTest(FunctionSection::cutter, preset) {}
+    explicit CutPage(quint32 preset = mp4AsSource) : TreePageTest(FunctionSection::cutter, preset)
+    {
+    }
 
-    QTreeWidget *tree() const { return child<QTreeWidget>(*page, "convertTree"); }
-    QTreeWidgetItem *source(int index) const { return tree()->topLevelItem(index); }
-    QWidget *sourceRow(int index) const { return tree()->itemWidget(source(index), 0); }
-    TaskRowWidget *fragment(int index, int part) const
-    {
-        return qobject_cast<TaskRowWidget *>(tree()->itemWidget(source(index)->child(part), 0));
-    }
-    MediaTask::State state(int index, int part) const
-    {
-        return fragment(index, part)->task()->state();
-    }
-    QString text(int index, int part, const char *label) const
-    {
-        return child<QLabel>(*fragment(index, part), label)->text();
-    }
-    QString hint(int index) const { return child<QLabel>(*sourceRow(index), "lblHint")->toolTip(); }
-
-    void addSources(const QStringList &files)
-    {
-        const int before = tree() ? tree()->topLevelItemCount() : 0;
-        add(files);
-        QTRY_COMPARE(tree()->topLevelItemCount(), before + files.size());
-        for (int i = before; i < tree()->topLevelItemCount(); ++i)
-            QTRY_VERIFY(child(*sourceRow(i), "btnAddItem")->isEnabled());
-    }
     /// Adds fragments by the source's button.
     void mark(int index, const QVector<Part> &parts, bool accept = true)
     {
-        bool marked = false;
-        whenModal("MutiVideoCutDialog", [&](QWidget &dialog) {
+        edit(index, "MutiVideoCutDialog", [&](QWidget &dialog) {
             for (const Part &part : parts) {
                 ::mark(dialog, part.start, part.end, part.box);
                 press(dialog, "btnFragmentAdd");
             }
-            marked = true;
             if (accept)
                 press(dialog, "btnOk");
             else
                 qobject_cast<QDialog *>(&dialog)->done(QDialog::Rejected);
         });
-        press(*sourceRow(index), "btnAddItem");
-        QVERIFY(marked);
     }
 };
 
@@ -212,7 +184,7 @@ private slots:
         cut({1000, 4000, {10, 20, 100, 50}});
         QCOMPARE(test.text(0, 0, "lblOutDuration"), "00:00:03"_s);
         QCOMPARE(test.text(0, 0, "lblOutRes"), "100x50"_s);
-        const auto *param = static_cast<ConvertTaskParam *>(test.fragment(0, 0)->task()->param());
+        const auto *param = &test.param(0, 0);
         QVERIFY(param->timeRange && param->timeRange->start == 1000 &&
                 param->timeRange->end == 4000);
         QVERIFY(param->cropRect && param->cropRect->y == 20 && param->cropRect->width == 100);

@@ -239,6 +239,13 @@ private slots:
         QTRY_COMPARE(player.videoLabel()->size(), QSize(400, 300));
         player.setScale(0.5);
         QCOMPARE(player.videoLabel()->size(), QSize(400, 150));
+        // Enlarged, it shows its middle, and the widget keeps its size.
+        player.setScale(2.0);
+        QCOMPARE(player.videoLabel()->geometry(), QRect(-400, -150, 1600, 600));
+        player.setScale(1000.0);
+        QVERIFY(player.videoLabel()->width() < 5000);
+        QApplication::processEvents();
+        QCOMPARE(player.size(), QSize(800, 300));
     }
 
     void slaveModePlayer()

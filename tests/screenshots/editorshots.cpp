@@ -6,10 +6,13 @@
 #include "MediaKits/FunctionPage/Framework/Editors/Cut/videocutdialog.h"
 #include "MediaKits/FunctionPage/VideoBeautify/videobeautydialog.h"
 #include "MediaKits/FunctionPage/VideoCut/mediacutfunctionpage.h"
+#include "MediaKits/FunctionPage/VideoGif/mediagiffunctionpage.h"
+#include "MediaKits/FunctionPage/VideoGif/mutigifcutdialog.h"
 #include "MediaKits/MediaInfo/mediainfodata.h"
 #include "screenshots/stage.h"
 #include "support/guisupport.h"
 
+#include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
 #include <QSpinBox>
@@ -97,10 +100,28 @@ void showManyFragments(Stage &stage)
     }
 }
 
-// Marks fragments of half a second each, one behind the other, or of the whole.
-void markFragments(QTreeWidget &tree, int source, int count, bool whole)
+// Marks three GIFs of different sizes, the last of them in the fields.
+void showGifs(Stage &stage, const QString &file)
 {
-    whenModal("MutiVideoCutDialog", [=](QWidget &dialog) {
+    auto *dialog = showEditor<MutiGifCutDialog>(stage, file);
+    for (int second = 60; second <= 180; second += 60) {
+        Stage::child<QTimeEdit>(*dialog, "tedtEnd").setTime(QTime(0, 0).addSecs(second + 5));
+        Stage::child<QTimeEdit>(*dialog, "tedtStart").setTime(QTime(0, 0).addSecs(second));
+        if (second > 60)
+            Stage::child<QSpinBox>(*dialog, "sbW").setValue(second * 2);
+        Stage::child<QPushButton>(*dialog, "btnFragmentAdd").click();
+    }
+    auto &bytes = Stage::child<QLabel>(*dialog, "lblGifBytes");
+    if (!QTest::qWaitFor([&bytes] { return bytes.text().startsWith("约"_s); }, convertAtMost))
+        qWarning("the size was not estimated");
+    Stage::pausePlayer(*dialog);
+}
+
+// Marks fragments of half a second each, one behind the other, or of the whole.
+void markFragments(QTreeWidget &tree, int source, int count, bool whole,
+                   const char *editor = "MutiVideoCutDialog")
+{
+    whenModal(editor, [=](QWidget &dialog) {
         for (int i = 1; i <= count; ++i) {
             if (!whole) {
                 Stage::child<QTimeEdit>(dialog, "tedtEnd").setTime(QTime(0, 0).addMSecs(i * 500));
@@ -120,20 +141,21 @@ void markFragments(QTreeWidget &tree, int source, int count, bool whole)
 }
 
 // Of the fragments one is done, one runs, one waits.
-void showFragmentStates(Stage &stage)
+template<class Page>
+void showFragmentStates(Stage &stage, const char *button, const char *editor)
 {
-    auto &page = stage.open<MediaCutFunctionPage>("btnCutter");
+    auto &page = stage.open<Page>(button);
     page.clear();
     page.addFiles({stage.media().first(), stage.longestFilm()});
     auto &tree = Stage::child<QTreeWidget>(page, "convertTree");
-    markFragments(tree, 0, 1, false);
-    markFragments(tree, 1, 1, true);
+    markFragments(tree, 0, 1, false, editor);
+    markFragments(tree, 1, 1, true, editor);
     page.on_btnConvertAll_clicked();
     auto &done = Stage::child<QPushButton>(*tree.itemWidget(tree.topLevelItem(0)->child(0), 0),
                                            "btnOpenDir");
     if (!QTest::qWaitFor([&done] { return done.isVisibleTo(done.window()); }, convertAtMost))
         qWarning("the conversion takes too long");
-    markFragments(tree, 0, 1, false);
+    markFragments(tree, 0, 1, false, editor);
 }
 
 } // namespace
@@ -143,7 +165,17 @@ QVector<Shot> editorShots()
     QVector<Shot> shots = {
         {"cut-fragments"_s, [](Stage &stage) { showFragments(stage, stage.longestFilm(), 3); }},
         {"cut-fragments-many"_s, showManyFragments},
-        {"cut-states"_s, showFragmentStates},
+        {"cut-states"_s,
+         [](Stage &stage) {
+             showFragmentStates<MediaCutFunctionPage>(stage, "btnCutter", "MutiVideoCutDialog");
+         }},
+        {"gif-fragments"_s, [](Stage &stage) { showGifs(stage, stage.longestFilm()); }},
+        {"gif-playing"_s,
+         [](Stage &stage) { showEditor<MutiGifCutDialog>(stage, stage.longestFilm()); }},
+        {"gif-states"_s,
+         [](Stage &stage) {
+             showFragmentStates<MediaGifFunctionPage>(stage, "btnGif", "MutiGifCutDialog");
+         }},
         {"cut-playing"_s,
          [](Stage &stage) { showVideoCut<VideoCutDialog>(stage, stage.longestFilm()); }},
         {"audio-cut"_s, showAudioCut},

@@ -18,6 +18,7 @@
 #include "MediaKits/FunctionPage/VideoCompress/mediacompressfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoConvert/mediaconvertfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoCut/mediacutfunctionpage.h"
+#include "MediaKits/FunctionPage/VideoGif/mediagiffunctionpage.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergefinishtipsdialog.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergefunctionpage.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergelistitemwidget.h"
@@ -224,6 +225,7 @@ const QVector<Shot> &allShots()
             {"cut-rows"_s, [](Stage &stage) { stage.fill<MediaCutFunctionPage>("btnCutter"); }},
             {"beauty-rows"_s,
              [](Stage &stage) { stage.fill<MediaBeautifyFunctionPage>("btnBeautifier"); }},
+            {"gif-rows"_s, [](Stage &stage) { stage.fill<MediaGifFunctionPage>("btnGif"); }},
             {"merge-empty"_s, [](Stage &stage) { stage.press("btnMerger"); }},
             {"merge-rows"_s, [](Stage &stage) { stage.fill<MediaMergeFunctionPage>("btnMerger"); }},
             {"merge-cut"_s, showCutInputs},

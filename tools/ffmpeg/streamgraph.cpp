@@ -19,7 +19,7 @@ bool begins(const GraphLabel &label, std::string_view prefix)
 
 bool fitsPicture(const GraphFilter &filter)
 {
-    const std::string_view names[] = {"crop", "scale", "setsar", "pad"};
+    const std::string_view names[] = {"fps", "crop", "scale", "setsar", "pad"};
     return std::find(std::begin(names), std::end(names), filter.name) != std::end(names);
 }
 

@@ -121,6 +121,11 @@ bool isVideoFormat(const QString &suffix)
     return videoAndSpecialFormats().contains(suffix.toLower());
 }
 
+bool isGifFormat(const QString &suffix)
+{
+    return suffix.compare(QLatin1String("gif"), Qt::CaseInsensitive) == 0;
+}
+
 MediaClass mediaClassOf(const QString &suffix)
 {
     if (isAudioFormat(suffix))

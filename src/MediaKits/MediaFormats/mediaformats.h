@@ -34,6 +34,8 @@ bool isSpecialFormat(const QString &suffix);
 bool isAudioFormat(const QString &suffix);
 /// Special formats count as video.
 bool isVideoFormat(const QString &suffix);
+/// One of pictures that move without a sound.
+bool isGifFormat(const QString &suffix);
 /// A suffix that is both, were there one, counts as audio.
 MediaClass mediaClassOf(const QString &suffix);
 

@@ -13,6 +13,7 @@
 #include "MediaKits/MediaTasksManager/stepmapping.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 namespace {
 
@@ -44,6 +45,9 @@ QString ComplexConvertTask::problem() const
     const QString input = inputProblem(m_param->inputFile);
     if (!input.isEmpty())
         return input;
+    const MediaInfoData *source = m_param->sourceInfo.data();
+    if (isGifFormat(m_param->format) && source && !source->video && !source->hasCover)
+        return tr("文件中没有画面，无法转成 GIF");
     const bool pastEnd = m_param->timeRange && m_param->durationMs > 0 &&
                          m_param->timeRange->start >= m_param->durationMs;
     if (pastEnd)
@@ -69,6 +73,10 @@ ConvertTaskParam ComplexConvertTask::convertStep(const ConvertTaskParam &param,
 void ComplexConvertTask::replaceOddNames(ConvertTaskParam &step)
 {
     step.inputFile = m_aliases.forInput(step.inputFile);
+    if (!step.paletteFile.isEmpty()) {
+        const QFileInfo palette(step.paletteFile);
+        step.paletteFile = QDir(m_aliases.forFilter(palette.path())).filePath(palette.fileName());
+    }
     const QString imageKey = QStringLiteral("imagefile");
     for (QVariant &entry : step.videoFilters) {
         QVariantMap overlay = entry.toMap();
@@ -131,6 +139,15 @@ QString ComplexConvertTask::addSourceSteps(QVector<TaskItem> &items, const QStri
                           dir.absoluteFilePath(QStringLiteral("flv.ts")));
 }
 
+ConvertTask *ComplexConvertTask::addConversion(QVector<TaskItem> &items, const QString &name,
+                                               const ConvertTaskParam &step)
+{
+    auto *convert = new ConvertTask(name, QString());
+    convert->setParam(new ConvertTaskParam(step));
+    items.append({convert, convertWeight});
+    return convert;
+}
+
 GroupMediaTask *ComplexConvertTask::buildGroup()
 {
     m_aliases.clear();
@@ -143,9 +160,9 @@ GroupMediaTask *ComplexConvertTask::buildGroup()
     const QString source = addSourceSteps(items, workDir);
     ConvertTaskParam step = convertStep(*m_param, source, workDir);
     replaceOddNames(step);
-    auto *convert = new ConvertTask(QStringLiteral("ConvertTask"), QString());
-    convert->setParam(new ConvertTaskParam(step));
-    items.append({convert, convertWeight});
+    if (step.palette == GifPalette::Used)
+        addConversion(items, QStringLiteral("PaletteTask"), paletteStep(step));
+    const ConvertTask *convert = addConversion(items, QStringLiteral("ConvertTask"), step);
 
     QString result = dir.absoluteFilePath(step.outputName + QLatin1Char('.') + step.format);
     if (isApe(m_param->format)) {

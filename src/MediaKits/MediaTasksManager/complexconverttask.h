@@ -6,6 +6,8 @@
 #include "MediaKits/MediaTasksManager/filealiases.h"
 #include "MediaKits/MediaTasksManager/paramtask.h"
 
+class ConvertTask;
+
 /// One output of a page: makes a private work folder inside the output folder, turns special
 /// sources into something that ffmpeg reads, converts, moves the result into place under a free
 /// name and removes the work folder whatever happens.
@@ -32,6 +34,8 @@ private:
     QString addSourceSteps(QVector<TaskItem> &items, const QString &workDir);
     QString addRewrapSteps(QVector<TaskItem> &items, MediaTask *rewrap, const QString &command,
                            const QString &from, const QString &to) const;
+    static ConvertTask *addConversion(QVector<TaskItem> &items, const QString &name,
+                                      const ConvertTaskParam &step);
     void replaceOddNames(ConvertTaskParam &step);
     QString finalPath() const;
 

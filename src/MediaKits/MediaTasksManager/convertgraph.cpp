@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MediaTasksManager/convertgraph.h"
 
+#include "MediaKits/MediaTasksManager/converttask.h"
 #include "MediaKits/MediaTasksManager/filterescape.h"
 #include "MediaKits/MediaTasksManager/neutralvalue.h"
+#include "MediaKits/MediaTasksManager/palettegraph.h"
 #include "MediaKits/MediaTasksManager/streamgraph.h"
 
 #include <QColor>
@@ -14,6 +16,7 @@
 namespace {
 
 constexpr double usualFrameRate = 25.0;
+constexpr double secondMs = 1000.0;
 
 bool isSilent(const ConvertTaskParam &param)
 {
@@ -31,6 +34,19 @@ void appendCrop(StreamGraph &graph, const CropBox &box)
                                                               {QStringLiteral("h"), box.height},
                                                               {QStringLiteral("x"), box.x},
                                                               {QStringLiteral("y"), box.y}}));
+}
+
+// Frames that don't stay need no size.
+void appendRate(StreamGraph &graph, const ConvertTaskParam &param)
+{
+    const double rate =
+        param.encParam && param.encParam->video ? param.encParam->video->frameRate : 0.0;
+    if (rate <= 0)
+        return;
+    // Of less than half a frame, the filter would make none.
+    const bool isShort = ConvertTask::outputDuration(param) * rate < secondMs;
+    graph.append("fps", QString::number(rate, 'g', 6) +
+                            (isShort ? QStringLiteral(":eof_action=pass") : QString()));
 }
 
 // Fits the picture into the preset's frame, with black bars to its full size.
@@ -51,7 +67,8 @@ void appendSize(StreamGraph &graph, const ConvertTaskParam &param)
     const QString h = QString::number(height);
     graph.append(
         "scale",
-        QStringLiteral("'trunc(min(%1,%2*dar)/2)*2':'trunc(min(%1/dar,%2)/2)*2'").arg(w, h));
+        QStringLiteral("'trunc(min(%1,%2*dar)/2)*2':'trunc(min(%1/dar,%2)/2)*2'").arg(w, h) +
+            (hasOwnPalette(param) ? QStringLiteral(":flags=lanczos") : QString()));
     graph.append("setsar", QStringLiteral("1:1"));
     graph.append("pad", QStringLiteral("%1:%2:trunc((%1-iw)/2):trunc((%2-ih)/2):black").arg(w, h));
 }
@@ -263,6 +280,8 @@ QString videoGraphText(const ConvertTaskParam &param)
     }
     if (black)
         appendBlack(graph, param);
+    if (hasOwnPalette(param))
+        appendRate(graph, param);
     appendSize(graph, param);
     if (param.beauty)
         appendLook(graph, *param.beauty);
@@ -270,6 +289,7 @@ QString videoGraphText(const ConvertTaskParam &param)
     if (param.picture == ResultPicture::OwnChain && graph.isPlain())
         graph.append("null", QString());
     graph.flush();
+    appendPalette(graph, param);
     if (silence)
         appendSilence(graph);
     return graph.text();

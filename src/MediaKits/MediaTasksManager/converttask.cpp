@@ -86,13 +86,30 @@ void addAudioOptions(OptionList &options, const AEncParam &audio, const QString 
     options.addIfPositive("-b:a", audio.bitrate, "k");
 }
 
-QVariantList outputOptions(const ConvertTaskParam &param)
+// The last picture of the graph stays; passed on as they come, none is missed.
+void addPaletteOptions(OptionList &options)
 {
-    OptionList options;
+    options.add("-c:v", QStringLiteral("png"));
+    options.add("-s", QStringLiteral("16x16"));
+    options.add("-vsync", QStringLiteral("0"));
+    options.add("-update", QStringLiteral("1"));
+}
+
+void addPresetOptions(OptionList &options, const ConvertTaskParam &param)
+{
     if (param.encParam && param.encParam->video)
         addVideoOptions(options, *param.encParam->video);
     if (param.encParam && param.encParam->audio)
         addAudioOptions(options, *param.encParam->audio, param.format);
+}
+
+QVariantList outputOptions(const ConvertTaskParam &param)
+{
+    OptionList options;
+    if (param.palette == GifPalette::Chosen)
+        addPaletteOptions(options);
+    else
+        addPresetOptions(options, param);
     const QString graph = ConvertTask::buildFilterText(param);
     if (!graph.isEmpty())
         options.add("-filter_complex", QLatin1Char('"') + graph + QLatin1Char('"'));

@@ -17,6 +17,14 @@ enum class ResultPicture {
     None,     ///< nowhere: sound alone is wanted
 };
 
+/// How a GIF comes to its 256 colours.
+enum class GifPalette {
+    Fixed,  ///< the encoder's own, the same for every picture
+    Own,    ///< wanted: chosen for this picture
+    Chosen, ///< the step that chooses them: its result is `paletteFile`
+    Used,   ///< the step that takes them from `paletteFile`
+};
+
 /// One wanted conversion: a record with value semantics; copies share what the pointers hold.
 struct ConvertTaskParam : MediaTaskParam
 {
@@ -38,6 +46,9 @@ struct ConvertTaskParam : MediaTaskParam
     /// The preset's frame lies across while the picture is fitted into it, as a look turns both by
     /// an odd number of quarter turns afterwards.
     bool turnsFrame = false;
+    /// Of results that are GIFs.
+    GifPalette palette = GifPalette::Fixed;
+    QString paletteFile;
     QSharedPointer<EncParam> encParam;
     QSharedPointer<TimeSpan> timeRange;
     QSharedPointer<CropBox> cropRect;

@@ -30,11 +30,6 @@ bool keepsSoundShape(const QString &format)
     return formats.contains(format.toLower());
 }
 
-bool holdsSound(const QString &format)
-{
-    return format.compare(QLatin1String("gif"), Qt::CaseInsensitive) != 0;
-}
-
 bool hasTimeRange(const ConvertTaskParam &param)
 {
     return param.timeRange && param.timeRange->end > 0;
@@ -117,7 +112,7 @@ ExpectedResult expectedResult(const ConvertTaskParam &param)
     const bool isForSound = preset.audio && !preset.video;
     expected.hasPicture = isShown && !isForSound && !isAudioFormat(param.format);
     expected.hasSound =
-        holdsSound(param.format) &&
+        !isGifFormat(param.format) &&
         (!param.sourceInfo->audios.isEmpty() ||
          std::any_of(param.audioFilters.begin(), param.audioFilters.end(), bringsSound));
     if (expected.hasPicture && preset.video)

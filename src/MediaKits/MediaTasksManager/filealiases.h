@@ -13,7 +13,7 @@ public:
     ~FileAliases();
     Q_DISABLE_COPY(FileAliases)
 
-    /// @param path an existing file
+    /// @param path a file, or a folder that may come into being later
     /// @return `path` itself when a filter's "movie" takes it, else a link to it; `path` again when
     ///         no link can be made
     QString forFilter(const QString &path);

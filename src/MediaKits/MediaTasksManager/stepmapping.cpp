@@ -7,9 +7,12 @@
 #include "MediaKits/MediaTasksManager/neutralvalue.h"
 #include "MediaKits/MediaTasksManager/picturemap.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QFont>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -22,6 +25,7 @@ const QString endKey = QStringLiteral("endTime");
 constexpr float leastLook = 0.0001F;
 // A size below gives no filter, or the picture's own size.
 constexpr int leastSide = 2;
+constexpr double secondMs = 1000.0;
 
 bool hasSize(const QSharedPointer<VEncParam> &video)
 {
@@ -147,11 +151,50 @@ bool isForSound(const ConvertTaskParam &step)
     return isAudioFormat(step.format) || namesSoundAlone;
 }
 
+void usePalette(ConvertTaskParam &step)
+{
+    step.palette = GifPalette::Used;
+    step.paletteFile = QDir(step.outputDir).filePath(QStringLiteral("palette.png"));
+}
+
+// A part between two frames of the source would have none.
+void holdFrame(ConvertTaskParam &step)
+{
+    const auto video = step.sourceInfo ? step.sourceInfo->video : nullptr;
+    if (!step.timeRange || !video || video->frameRate <= 0.0)
+        return;
+    const int frameMs = int(std::ceil(secondMs / video->frameRate));
+    if (step.timeRange->end <= 0 || step.timeRange->end - step.timeRange->start >= frameMs)
+        return;
+    step.timeRange = QSharedPointer<TimeSpan>::create(*step.timeRange);
+    TimeSpan &span = *step.timeRange;
+    if (step.durationMs > 0)
+        span.start = std::clamp(span.start, 0, std::max(step.durationMs - frameMs, 0));
+    span.end = span.start + frameMs;
+}
+
 } // namespace
+
+ConvertTaskParam paletteStep(const ConvertTaskParam &step)
+{
+    ConvertTaskParam choice = step;
+    const QFileInfo file(step.paletteFile);
+    choice.outputDir = file.path();
+    choice.outputName = file.completeBaseName();
+    choice.format = file.suffix();
+    choice.palette = GifPalette::Chosen;
+    choice.speed = 0; // is that of video encoders
+    return choice;
+}
 
 ConvertTaskParam mappedStep(const ConvertTaskParam &param)
 {
     ConvertTaskParam step = param;
+    if (isGifFormat(step.format)) {
+        holdFrame(step);
+        if (step.palette == GifPalette::Own && !(step.sourceInfo && !step.sourceInfo->video))
+            usePalette(step);
+    }
     if (isForSound(step)) {
         step.picture = ResultPicture::None;
         return step;

@@ -12,3 +12,7 @@
 /// preview shows it, turned first and flipped then.
 /// @param param as the user asked; what its pointers hold stays as it is
 ConvertTaskParam mappedStep(const ConvertTaskParam &param);
+
+/// The step ahead of a GIF's convert step that chooses its palette from the same frames.
+/// @param step takes its palette from a file, which becomes this step's result
+ConvertTaskParam paletteStep(const ConvertTaskParam &step);

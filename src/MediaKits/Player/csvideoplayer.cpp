@@ -7,11 +7,14 @@
 #include <QPointer>
 #include <QResizeEvent>
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace {
 
 constexpr int msOfSecond = 1000;
+// Pixels that the player draws for nothing, when the surface is enlarged; a window has its limit.
+constexpr int largestSide = 4096;
 
 QPointer<CSVideoPlayer> thePlaying;
 
@@ -205,10 +208,15 @@ void CSVideoPlayer::setScale(double scale)
     setSurfaceSize(m_ui->wdtVideoContainer->size());
 }
 
+// An enlarged surface shows its middle.
 void CSVideoPlayer::setSurfaceSize(const QSize &size)
 {
-    m_ui->lblVideoShow->setFixedSize(qRound(size.width() * m_scale),
-                                     qRound(size.height() * m_scale));
+    const int side = std::max({size.width(), size.height(), 1});
+    const double scale = std::min(m_scale, double(largestSide) / side);
+    QLabel *surface = m_ui->lblVideoShow;
+    surface->setFixedSize(qRound(size.width() * scale), qRound(size.height() * scale));
+    const QSize margin = m_ui->wdtVideoContainer->size() - surface->size();
+    surface->move(margin.width() / 2, margin.height() / 2);
 }
 
 bool CSVideoPlayer::eventFilter(QObject *watched, QEvent *event)

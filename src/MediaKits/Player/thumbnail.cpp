@@ -39,7 +39,7 @@ void requestThumbnail(const QString &path, QObject *context,
                       const QSharedPointer<MediaInfoData> &source)
 {
     const QFileInfo file(path);
-    if (!file.exists() || !isVideoFormat(file.suffix())) {
+    if (!file.exists() || !(isVideoFormat(file.suffix()) || isGifFormat(file.suffix()))) {
         callback({});
         return;
     }

@@ -31,6 +31,8 @@ inline const QLatin1String outPath{"outPath"};
 inline const QLatin1String compressRate{"compressRate"};
 /// Base name of the result, in the section of the merger.
 inline const QLatin1String outName{"outName"};
+/// Whether colours are chosen for each result, in the section of the GIFs; not there for no.
+inline const QLatin1String highQuality{"highQuality"};
 } // namespace FunctionKey
 
 /// The user's settings of each function in SFunction.json: read by the constructor, which adds

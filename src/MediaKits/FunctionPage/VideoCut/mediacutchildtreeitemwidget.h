@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/Rows/cutrowwidget.h"
+#include "MediaKits/FunctionPage/Framework/Tree/fragmentrowwidget.h"
 
 /// One fragment of a file.
-class MediaCutChildTreeItemWidget : public CutRowWidget
+class MediaCutChildTreeItemWidget : public FragmentRowWidget
 {
     Q_OBJECT
 
@@ -12,13 +12,6 @@ public:
     /// @param item holds the facts of the source and the task already
     MediaCutChildTreeItemWidget(QTreeWidgetItem *item, QWidget *parent);
 
-    /// Only a fragment from the beginning looks like its source.
-    void adoptPicture(const QPixmap &picture) override;
-
 protected:
     QString fixedSize() const override;
-    void onCut() override;
-
-private:
-    int startMs() const;
 };

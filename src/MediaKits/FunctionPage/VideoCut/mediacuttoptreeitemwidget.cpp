@@ -4,4 +4,5 @@
 MediaCutTopTreeItemWidget::MediaCutTopTreeItemWidget(QTreeWidgetItem *item, QWidget *parent)
     : SourceRowWidget(item, QLatin1String("lstItemwdtMediaCut"), parent)
 {
+    probeSource();
 }

@@ -5,6 +5,7 @@
 #include "controls/repolish.h"
 #include "MediaKits/FunctionPage/Framework/Rows/rowform.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
+#include "MediaKits/MediaInfo/FFMediaInfo/ffmediainfo.h"
 #include "MediaKits/MediaInfo/mediainfo.h"
 #include "MediaKits/Player/thumbnail.h"
 
@@ -166,10 +167,19 @@ void MediaRowWidget::showPicture()
     setShown(&RowContent::picture, m_item.data(PictureRole).value<QPixmap>());
 }
 
+// The library takes GIFs for still pictures, which have no length.
+MediaInfoBase *MediaRowWidget::createReader(const QString &path)
+{
+    const QString suffix = QFileInfo(path).suffix();
+    if (isGifFormat(suffix))
+        return new FFMediaInfo(path, this);
+    return createMediaInfo(suffix.toUpper(), path, this);
+}
+
 void MediaRowWidget::probe(const QString &path,
                            const std::function<void(const MediaInfoData &)> &take)
 {
-    MediaInfoBase *reader = createMediaInfo(QFileInfo(path).suffix().toUpper(), path, this);
+    MediaInfoBase *reader = createReader(path);
     const auto miss = [this, reader, path] {
         if (path == sourcePath())
             missSource();

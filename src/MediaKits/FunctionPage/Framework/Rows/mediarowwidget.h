@@ -92,6 +92,7 @@ protected:
     static constexpr int noProgress = -1;
 
 private:
+    MediaInfoBase *createReader(const QString &path);
     void makeForm();
     QVector<QWidget *> tabStops();
     void tabIntoForm();

@@ -15,9 +15,9 @@ class TaskRowWidget : public MediaRowWidget
 public:
     struct Kind
     {
-        MediaFunction function;
+        MediaFunction function = MediaFunction::Home;
         /// Whether the numbered events hear of failures and their reason.
-        bool reportsFailures;
+        bool reportsFailures = false;
         TaskRowForm::Kind form;
         /// Whether a source without a picture is refused.
         bool needsPicture = false;

@@ -9,7 +9,6 @@ SourceRowWidget::SourceRowWidget(QTreeWidgetItem *item, QLatin1String name, QWid
     : MediaRowWidget(RowItem(item), parent), m_name(name)
 {
     setShown(&RowContent::editorEnabled, false);
-    probeSource();
 }
 
 RowForm *SourceRowWidget::createForm()

@@ -4,7 +4,8 @@
 #include "MediaKits/FunctionPage/Framework/Rows/mediarowwidget.h"
 #include "MediaKits/FunctionPage/Framework/Tree/itemoperation.h"
 
-/// The row of a source file, above those of its fragments. It has no task.
+/// Base of the rows of source files, each above those of its fragments. They have no task. The
+/// subclass's constructor starts the probe.
 class SourceRowWidget : public MediaRowWidget
 {
     Q_OBJECT

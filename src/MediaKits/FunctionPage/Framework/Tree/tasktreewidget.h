@@ -34,11 +34,14 @@ protected:
     virtual void markFragments(SourceRowWidget *source) = 0;
 
     /// Runs an editor of fragments on a source.
+    /// @param setUp of the editor, ahead of its run
     /// @return none when the user cancelled, or the source went meanwhile
     template<class Dialog>
-    static auto mark(SourceRowWidget *source)
+    static auto mark(
+        SourceRowWidget *source, const std::function<void(Dialog &)> &setUp = [](Dialog &) {})
     {
         auto *dialog = new Dialog(source);
+        setUp(*dialog);
         dialog->showMedium(source->sourcePath(), *source->sourceInfo());
         const auto marked = runModal(dialog, [](const Dialog &saved) { return saved.fragments(); });
         using Fragments = decltype(dialog->fragments());

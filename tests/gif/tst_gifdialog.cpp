@@ -1,0 +1,320 @@
+// SPDX-License-Identifier: MIT
+#include "controls/elidedlabel.h"
+#include "controls/interceptslider.h"
+#include "cut/cutfields.h"
+#include "MediaKits/AppInstance/LocalStore/appdirs.h"
+#include "MediaKits/FunctionPage/VideoGif/gifpictures.h"
+#include "MediaKits/FunctionPage/VideoGif/mutigifcutdialog.h"
+#include "MediaKits/MediaInfo/mediainfodata.h"
+#include "MediaKits/Player/csvideoplayer.h"
+#include "support/casename.h"
+#include "support/pagetest.h"
+
+#include <QComboBox>
+#include <QtTest>
+
+namespace {
+
+constexpr int clipMs = 4000;
+constexpr int estimateLimitMs = 60000;
+
+MediaInfoData infoOf(const QSize &size, int ms = clipMs, double pixelAspect = 1.0)
+{
+    MediaInfoData info;
+    info.format = QSharedPointer<MediaFormatInfo>::create();
+    info.format->duration = ms;
+    info.video = QSharedPointer<VEncParam>::create();
+    info.video->width = size.width();
+    info.video->height = size.height();
+    info.video->frameRate = 25;
+    info.video->pixelAspect = pixelAspect;
+    return info;
+}
+
+QSize boxes(const QWidget &dialog)
+{
+    return {spinBox(dialog, "sbW")->value(), spinBox(dialog, "sbH")->value()};
+}
+
+QString shown(const QWidget &dialog, const char *label)
+{
+    return child<QLabel>(dialog, label)->text();
+}
+
+QString hint(const QWidget &dialog)
+{
+    return child<ElidedLabel>(dialog, "lblHint")->fullText();
+}
+
+// Work folders of estimates, whose names are plain ids.
+QString sampleRoot()
+{
+    return tempDir() + "/~~MRVN_Temp~~"_s;
+}
+
+QStringList sampleFolders()
+{
+    return entriesOf(sampleRoot());
+}
+
+} // namespace
+
+class TestGifDialog : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        preparePages();
+        makeMedia("-f lavfi -i testsrc2=s=320x240:r=25:d=4 -pix_fmt yuv420p @"_s, {m_film});
+        // Slow to convert, with a picture that is hard to code.
+        makeMedia(
+            "-f lavfi -i mandelbrot=s=480x270:r=25 -vf scale=1920:1080 -t 4 -c:v mpeg4 -q:v 2 @"_s,
+            {m_large});
+    }
+
+    void cleanup()
+    {
+        QTRY_VERIFY(processesWith(m_media.path()).isEmpty());
+        QTRY_COMPARE(sampleFolders(), QStringList());
+    }
+
+    void sizesFollowEachOther()
+    {
+        MutiGifCutDialog dialog;
+        dialog.showMedium(m_film, infoOf({320, 240}));
+        QCOMPARE(boxes(dialog), QSize(320, 240));
+        const auto *player = dialog.findChild<CSVideoPlayer *>();
+        const auto set = [&](const char *box, int value, const QSize &size, int percent) {
+            const CaseName inCase(box);
+            spinBox(dialog, box)->setValue(value);
+            QCOMPARE(boxes(dialog), size);
+            QCOMPARE(spinBox(dialog, "sbSZScale")->value(), percent);
+        };
+        set("sbW", 401, {401, 300}, 125);
+        QCOMPARE(player->scale(), 401 / 320.0);
+        set("sbH", 100, {133, 100}, 41);
+        set("sbSZScale", 33, {105, 79}, 33);
+        QCOMPARE(player->scale(), 0.33);
+        set("sbSZScale", 100, {320, 240}, 100);
+        // Beyond a box's range it holds the other end; the picture's proportions are gone then.
+        QVERIFY(hint(dialog).isEmpty());
+        set("sbSZScale", 500, {1600, 1200}, 500);
+        set("sbW", 4000, {4000, 3000}, 500);
+        set("sbW", 10, {10, 10}, 10);
+        QVERIFY(hint(dialog).contains("10"_s));
+        set("sbW", 320, {320, 240}, 100);
+        QVERIFY(hint(dialog).isEmpty());
+        // Only the surface has changed.
+        QCOMPARE(dialog.findChild<InterceptSlider *>()->value(), 0);
+    }
+
+    void tallPictures()
+    {
+        MutiGifCutDialog dialog;
+        dialog.showMedium(m_film, infoOf({1000, 2000}));
+        spinBox(dialog, "sbW")->setValue(4000);
+        QCOMPARE(boxes(dialog), QSize(4000, 4000));
+        QVERIFY(hint(dialog).contains("4000"_s));
+        // More than the boxes can show is no size that was chosen.
+        dialog.showMedium(m_film, infoOf({7680, 4320}));
+        QCOMPARE(shown(dialog, "lblGifSize"), "240x160（预设大小，留黑边）"_s);
+        spinBox(dialog, "sbSZScale")->setValue(50);
+        QCOMPARE(shown(dialog, "lblGifSize"), "3840x2160"_s);
+        // Wide pixels become square ones.
+        dialog.showMedium(m_film, infoOf({720, 576}, clipMs, 16.0 / 15.0));
+        QCOMPARE(boxes(dialog), QSize(768, 576));
+        MediaInfoData turned = infoOf({1920, 1080});
+        turned.video->rotate = 270;
+        dialog.showMedium(m_film, turned);
+        QCOMPARE(boxes(dialog), QSize(1080, 1920));
+    }
+
+    // What stands there is what the file will have.
+    void tellsTheSize()
+    {
+        MutiGifCutDialog dialog;
+        dialog.showMedium(m_film, infoOf({320, 240}));
+        QCOMPARE(shown(dialog, "lblGifSize"), "240x160（预设大小，留黑边）"_s);
+        spinBox(dialog, "sbW")->setValue(401);
+        QCOMPARE(shown(dialog, "lblGifSize"), "400x300"_s);
+        dialog.showMedium(m_film, infoOf({720, 480}));
+        QCOMPARE(shown(dialog, "lblGifSize"), "240x160（预设大小）"_s);
+    }
+
+    void fragmentsKeepWhatTheyWereAddedWith()
+    {
+        MutiGifCutDialog dialog;
+        dialog.showMedium(m_film, infoOf({320, 240}));
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        auto *speed = child<QComboBox>(dialog, "cbSpeed");
+        QCOMPARE(speed->currentText(), "中"_s);
+        press(dialog, "btnClr");
+        press(dialog, "btnFragmentAdd");
+        mark(dialog, 1000, 3000);
+        spinBox(dialog, "sbW")->setValue(400);
+        speed->setCurrentIndex(0);
+        press(dialog, "btnFragmentAdd");
+        spinBox(dialog, "sbSZScale")->setValue(100);
+        speed->setCurrentIndex(2);
+        press(dialog, "btnFragmentAdd");
+        spinBox(dialog, "sbSZScale")->setValue(50);
+        auto *list = child<QListWidget>(dialog, "listWidget");
+        const auto row = [list](int index) { return list->itemWidget(list->item(index)); };
+        QCOMPARE(shown(*row(0), "lblFromTo") + shown(*row(0), "lblCrop"), QString());
+        QCOMPARE(shown(*row(1), "lblFromTo"), "00:00:01-00:00:03"_s);
+        QCOMPARE(shown(*row(1), "lblCrop"), "400x300"_s);
+        QCOMPARE(shown(*row(2), "lblCrop"), QString());
+        press(dialog, "btnOk");
+        const auto fragments = dialog.fragments();
+        QCOMPARE(fragments.size(), 3);
+        QCOMPARE(fragments[0]->name, "film.v1"_s);
+        QVERIFY(!fragments[0]->timeRange && !fragments[0]->size);
+        QCOMPARE(fragments[0]->frameRate, 10);
+        QCOMPARE(fragments[1]->name, "film.v1(000001-000003)"_s);
+        QVERIFY(*fragments[1]->timeRange == (TimeSpan{1000, 3000}));
+        QCOMPARE(*fragments[1]->size, QSize(400, 300));
+        QCOMPARE(fragments[1]->frameRate, 15);
+        QVERIFY(fragments[2]->timeRange && !fragments[2]->size);
+        QCOMPARE(fragments[2]->frameRate, 5);
+        press(dialog, "btnClr");
+        press(dialog, "btnOk");
+        QVERIFY(dialog.fragments().isEmpty());
+    }
+
+    void changesAreNotLostUnasked()
+    {
+        const auto check = [this](const char *caseName, const auto &change, bool asks) {
+            const CaseName inCase(caseName);
+            MutiGifCutDialog dialog;
+            dialog.showMedium(m_film, infoOf({320, 240}));
+            dialog.show();
+            QVERIFY(QTest::qWaitForWindowActive(&dialog));
+            change(dialog);
+            const auto escape = [&dialog] { QTest::keyClick(&dialog, Qt::Key_Escape); };
+            if (asks)
+                QVERIFY(!askedBy(escape, "btnOK").isEmpty());
+            else
+                escape();
+            QVERIFY(!dialog.isVisible());
+        };
+        check(
+            "nothing", [](QWidget &) {}, false);
+        check(
+            "size", [](QWidget &dialog) { spinBox(dialog, "sbH")->setValue(100); }, true);
+        check(
+            "speed",
+            [](QWidget &dialog) { child<QComboBox>(dialog, "cbSpeed")->setCurrentIndex(2); }, true);
+    }
+
+    void keepsTheWindowsSize()
+    {
+        MutiGifCutDialog dialog;
+        dialog.showMedium(m_film, infoOf({64, 48}));
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+        const QSize before = dialog.size();
+        for (const int width : {4000, 10, 300}) {
+            spinBox(dialog, "sbW")->setValue(width);
+            QApplication::processEvents();
+            QCOMPARE(dialog.size(), before);
+            const auto *surface = child<QLabel>(dialog, "lblVideoShow");
+            QVERIFY((surface->geometry().center() - surface->parentWidget()->rect().center())
+                        .manhattanLength() <= 2);
+        }
+    }
+
+    void estimates()
+    {
+        const auto estimated = [this](const QSize &size, const TimeSpan &span, GifPalette palette) {
+            MutiGifCutDialog dialog;
+            dialog.setConversion({}, palette);
+            dialog.showMedium(m_film, infoOf({320, 240}, 3600 * clipMs));
+            spinBox(dialog, "sbW")->setValue(size.width());
+            mark(dialog, span.start, span.end);
+            const auto text = [&dialog] { return shown(dialog, "lblGifBytes"); };
+            const auto isDone = [&text] { return !text().startsWith("正在"_s); };
+            return QTest::qWaitFor(isDone, estimateLimitMs) ? text() : QString();
+        };
+        // A second and a half of the four that there are.
+        const QString part = estimated({160, 120}, {1000, 2500}, GifPalette::Fixed);
+        QVERIFY2(part.startsWith("约"_s) && part.endsWith("KB"_s), qPrintable(part));
+        // Nothing can be read in the middle of four hours that aren't there.
+        QCOMPARE(estimated({160, 120}, {0, 3600 * clipMs}, GifPalette::Fixed), "无法估算"_s);
+        const QString own = estimated({160, 120}, {1000, 2500}, GifPalette::Own);
+        QVERIFY2(own.startsWith("约"_s) && own != part, qPrintable(own));
+    }
+
+    void warnsOfLargeFiles()
+    {
+        MutiGifCutDialog dialog;
+        dialog.showMedium(m_large, infoOf({1920, 1080}));
+        spinBox(dialog, "sbW")->setValue(1900);
+        child<QComboBox>(dialog, "cbSpeed")->setCurrentIndex(0);
+        QTRY_VERIFY_WITH_TIMEOUT(shown(dialog, "lblGifBytes").contains("超过 20 MB"_s),
+                                 estimateLimitMs);
+    }
+
+    // Whatever the way out, neither a conversion nor a folder stays.
+    void leavesNothingBehind()
+    {
+        for (const char *way : {"btnCancel", "btnOk", "change"}) {
+            const CaseName inCase(way);
+            auto dialog = std::make_unique<MutiGifCutDialog>();
+            dialog->showMedium(m_large, infoOf({1920, 1080}));
+            dialog->show();
+            const auto conversions = [] { return processesWith(sampleRoot()); };
+            QTRY_VERIFY_WITH_TIMEOUT(!conversions().isEmpty(), estimateLimitMs);
+            if (QLatin1String(way) == "change"_s) {
+                spinBox(*dialog, "sbW")->setValue(3000);
+                QTRY_VERIFY(conversions().isEmpty());
+                QTRY_VERIFY_WITH_TIMEOUT(!conversions().isEmpty(), estimateLimitMs);
+            } else {
+                press(*dialog, way);
+            }
+            dialog.reset();
+            QTRY_VERIFY(conversions().isEmpty());
+            QTRY_COMPARE(sampleFolders(), QStringList());
+        }
+    }
+
+    void noPicture()
+    {
+        MediaInfoData info = infoOf({0, 0});
+        info.video.reset();
+        MutiGifCutDialog dialog;
+        dialog.showMedium(m_film, info);
+        QVERIFY(!spinBox(dialog, "sbW")->isEnabled());
+        press(dialog, "btnFragmentAdd");
+        press(dialog, "btnOk");
+        QVERIFY(!dialog.fragments().value(0)->size);
+    }
+
+    void partsOfAGif()
+    {
+        const QString file = m_media.filePath("parts.gif"_s);
+        makeMedia("-i @ -r 5 -t 2 @"_s, {m_film, file});
+        const GifBytes bytes = gifBytes(file);
+        QCOMPARE(bytes.pictures, 10);
+        QCOMPARE(bytes.all, QFileInfo(file).size());
+        const QString first = m_media.filePath("first.gif"_s);
+        makeMedia("-i @ -r 5 -frames:v 1 @"_s, {m_film, first});
+        // What closes a file.
+        QCOMPARE(bytes.first, QFileInfo(first).size() - 1);
+        const QByteArray content = contentOf(file);
+        for (const int size : {0, 5, 20, 2000}) {
+            writeTestFile(first, content.left(size));
+            QCOMPARE(gifBytes(first).pictures, size < 2000 ? 0 : 1);
+        }
+    }
+
+private:
+    QTemporaryDir m_media;
+    QString m_film = m_media.filePath("film.v1.mp4"_s);
+    QString m_large = m_media.filePath("large.avi"_s);
+};
+
+QTEST_MAIN(TestGifDialog)
+#include "tst_gifdialog.moc"
