@@ -52,14 +52,14 @@ private slots:
     {
         ConvertTaskParam param = gifParam("/in.mp4"_s, "/out"_s, {401, 300}, 15);
         param.timeRange = QSharedPointer<TimeSpan>::create(TimeSpan{1000, 3000});
-        const auto step = ComplexConvertTask::convertStep(param, param.inputFile, "/work"_s);
+        const auto step = ComplexConvertTask::convertStep(param, param.inputFile, "/w"_s);
         QCOMPARE(
             FFmpegExTask::commandText(ConvertTask::buildOptionTree(step)),
             "-hide_banner -y -ss 1 -t 2.001 -i \"/in.mp4\" -c:v gif -s 400x300 -b:v 128k -r 15 "
             "-filter_complex \"[0:v]scale='trunc(min(400,300*dar)/2)*2':"
             "'trunc(min(400/dar,300)/2)*2',setsar=1:1,"
             "pad=400:300:trunc((400-iw)/2):trunc((300-ih)/2):black[vrt0]\" "
-            "-max_muxing_queue_size 34500 \"/work/convert.GIF\""_s);
+            "-max_muxing_queue_size 34500 \"/w/convert.GIF\""_s);
     }
 
     void ownPalette()

@@ -70,6 +70,7 @@ constexpr VideoEncoder videoEncoders[] = {
     {"mpeg4", "yuv420p", steadyQuality},
     {"msmpeg4", "yuv420p", steadyQuality},
     {"msmpeg4v2", "yuv420p", steadyQuality},
+    // Palettes of GIFs, whose pictures have to be mapped like those of the GIFs.
     {"png", "", ""},
     {"wmv1", "yuv420p", steadyQuality},
     {"wmv2", "yuv420p", steadyQuality},

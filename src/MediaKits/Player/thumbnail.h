@@ -11,8 +11,8 @@ struct MediaInfoData;
 class QObject;
 
 /// Hands a small picture of a video, of its first frame from a time on, to `callback`: null at once
-/// for a file that is missing or no video or GIF by its name, otherwise later, and null when no picture
-/// can be had. Pictures are made one after the other.
+/// for a file that is missing or no video or GIF by its name, otherwise later, and null when no
+/// picture can be had. Pictures are made one after the other.
 /// @param context the callback isn't called any more once it is gone
 /// @param atMs of the video's time
 /// @param source the probed video where it is known; otherwise it is read once more

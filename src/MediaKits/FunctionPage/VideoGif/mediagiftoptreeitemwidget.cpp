@@ -13,7 +13,7 @@ void MediaGifTopTreeItemWidget::onSourceProbed(const MediaInfoData &info)
     if (info.video)
         return;
     change([](RowContent &content) {
-        content.hindrance = tr("文件中没有画面，无法转成 GIF");
+        content.hindrance = tr("文件中没有画面");
         content.editorEnabled = false;
     });
 }
