@@ -5,6 +5,7 @@
 #include "MediaKits/MediaTasksManager/videobeautyparam.h"
 
 #include <QStringList>
+#include <QVariantMap>
 
 #include <optional>
 
@@ -26,6 +27,8 @@ struct CommandLine
     std::optional<int> toMs;
     std::optional<CropBox> crop;
     std::optional<VideoBeautyParam> beauty;
+    /// A dubbing of the conversion; empty for none.
+    QVariantMap dubbing;
     int speed = 0;
     int jobs = 1;
     bool dryRun = false;

@@ -3,6 +3,7 @@
 
 #include "MediaKits/MediaFormats/toolquoting.h"
 #include "MediaKits/MediaTasksManager/converttask.h"
+#include "MediaKits/MediaTasksManager/dubbingmix.h"
 #include "MediaKits/MediaTasksManager/inputcheck.h"
 #include "MediaKits/MediaTasksManager/kuxtask.h"
 #include "MediaKits/MediaTasksManager/mactask.h"
@@ -12,6 +13,7 @@
 #include "MediaKits/MediaTasksManager/stepmapping.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 namespace {
 
@@ -43,6 +45,11 @@ QString ComplexConvertTask::problem() const
     const QString input = inputProblem(m_param->inputFile);
     if (!input.isEmpty())
         return input;
+    for (const QString &music : musicFiles(*m_param)) {
+        const QString musicProblem = inputProblem(music);
+        if (!musicProblem.isEmpty())
+            return tr("配乐%1：%2").arg(QFileInfo(music).fileName(), musicProblem);
+    }
     const bool pastEnd = m_param->timeRange && m_param->durationMs > 0 &&
                          m_param->timeRange->start >= m_param->durationMs;
     return pastEnd ? tr("截取的开始时间超出了片长") : outputProblem(finalPath());

@@ -2,6 +2,7 @@
 #include "MediaKits/MediaTasksManager/expectedresult.h"
 
 #include "MediaKits/MediaFormats/mediaformats.h"
+#include "MediaKits/MediaTasksManager/dubbingmix.h"
 #include "MediaKits/MediaTasksManager/neutralvalue.h"
 
 #include <QCoreApplication>
@@ -106,8 +107,8 @@ ExpectedResult expectedResult(const ConvertTaskParam &param)
                          (param.picture != ResultPicture::None && param.sourceInfo->video);
     const bool isForSound = preset.audio && !preset.video;
     expected.hasPicture = isShown && !isForSound && !isAudioFormat(param.format);
-    expected.hasSound = (!param.sourceInfo->audios.isEmpty() || !param.audioFilters.isEmpty()) &&
-                        holdsSound(param.format);
+    expected.hasSound =
+        (!param.sourceInfo->audios.isEmpty() || hasMusic(param)) && holdsSound(param.format);
     if (expected.hasPicture && preset.video)
         expected.pictureSize = QSize(preset.video->width / 2 * 2, preset.video->height / 2 * 2);
     if (expected.hasSound && preset.audio && keepsSoundShape(param.format)) {
