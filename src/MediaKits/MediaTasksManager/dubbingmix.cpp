@@ -17,7 +17,7 @@ const QString fadeKey = QStringLiteral("fade");
 constexpr int secondMs = 1000;
 constexpr int longestFadeMs = 2000;
 // A short film keeps most of its music as it is.
-constexpr int fadeShare = 20;
+constexpr int fadeShare = 40;
 // Music isn't brought below that for a film whose sound has less.
 constexpr int leastSampleRate = 44100;
 

@@ -37,7 +37,7 @@ void MixPreview::start(const ConvertTaskParam &param, int fromMs)
     excerpt->outputDir = m_folder->path();
     excerpt->outputName = mixName;
     m_span = *excerpt->timeRange;
-    m_hasOwnSound = !param.sourceInfo || !param.sourceInfo->audios.isEmpty();
+    m_ownSounds = param.sourceInfo ? param.sourceInfo->audios.size() : 1;
     m_task.reset(createGroupTask(ComplexConvertKind));
     m_task->setParam(excerpt);
     connect(m_task.get(), &MediaTask::taskStateChanged, this, &MixPreview::onTaskState,
@@ -63,19 +63,19 @@ void MixPreview::onTaskState(MediaTask::State taskState)
 void MixPreview::play()
 {
     const QString file = m_folder->filePath(mixName + QLatin1String(".wav"));
-    m_hasBegun = false;
     setState(Playing);
     m_player->sendCommand(QStringLiteral("audio-add %1 select").arg(quoted(file)));
     m_player->sendCommand(QStringLiteral("set audio-delay %1").arg(m_span.start / 1000));
     emit begins(m_span.start);
+    m_hasBegun = false;
 }
 
 void MixPreview::stop()
 {
     if (m_state == Playing) {
-        m_player->sendCommand(QStringLiteral("audio-remove"));
+        m_player->sendCommand(QStringLiteral("audio-remove %1").arg(m_ownSounds + 1));
         m_player->sendCommand(QStringLiteral("set audio-delay 0"));
-        if (m_hasOwnSound)
+        if (m_ownSounds > 0)
             m_player->sendCommand(QStringLiteral("set aid 1"));
     }
     if (m_task) {

@@ -52,8 +52,8 @@ private:
 
     CSVideoPlayer *const m_player;
     State m_state = Off;
-    TimeSpan m_span; // of the excerpt
-    bool m_hasOwnSound = false;
+    TimeSpan m_span;         // of the excerpt
+    int m_ownSounds = 0;     // which the player counts from 1
     bool m_hasBegun = false; // reports from before the jump come late
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<MediaTask> m_task;

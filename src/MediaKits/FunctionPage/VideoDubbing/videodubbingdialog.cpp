@@ -26,7 +26,7 @@ constexpr float percent = 100.0F;
 constexpr int mostVolume = 200;
 constexpr int usualVolume = 100;
 constexpr int rowHeight = 68;
-constexpr int labelWidth = 98;
+constexpr int labelWidth = 96;
 constexpr int rowSpacing = 4;
 constexpr QSize volumeSize(72, 32);
 constexpr QSize usualSize(1036, 640);
@@ -95,6 +95,7 @@ void VideoDubbingDialog::setUpControls()
 {
     timeSection().title()->setText(tr("设置配置"));
     timeSection().setStartName(tr("配音开始时间："));
+    timeSection().startName()->setMinimumWidth(labelWidth);
     m_audioVolume = addVolumeRow(tr("声音音量："), "sbAudioVolume");
     m_videoVolume = addVolumeRow(tr("视频音量："), "sbVideoVolume");
     addSection(m_mode);
