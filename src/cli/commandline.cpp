@@ -2,6 +2,7 @@
 #include "cli/commandline.h"
 
 #include "catalogue/encparamcatalog.h"
+#include "cli/dubvalue.h"
 #include "cli/textvalues.h"
 #include "MediaKits/AppInstance/LocalStore/mediafunction.h"
 
@@ -22,7 +23,8 @@ const CommandRow commandRows[] = {
     {"presets", Command::Presets, "json category"},
     {"probe", Command::Probe, "json reader"},
     {"convert", Command::Convert,
-     "json preset out name from to crop speed beauty jobs dry-run strict"},
+     "json preset out name from to crop speed beauty dub film-volume mute-film jobs dry-run "
+     "strict"},
     {"gif", Command::Gif, "json out name from to size fps quality jobs dry-run strict"},
     {"merge", Command::Merge, "json preset out name strict"},
 };
@@ -35,7 +37,8 @@ QString tr(const char *text)
 QList<QCommandLineOption> optionsOf(const CommandRow &row)
 {
     static const QStringList flags{QStringLiteral("json"), QStringLiteral("dry-run"),
-                                   QStringLiteral("strict"), QStringLiteral("quality")};
+                                   QStringLiteral("strict"), QStringLiteral("quality"),
+                                   QStringLiteral("mute-film")};
     QList<QCommandLineOption> options;
     const QStringList names = QString(QLatin1String(row.options)).split(QLatin1Char(' '));
     for (const QString &name : names) {
@@ -59,13 +62,19 @@ public:
     template<class T, class Parse>
     std::optional<T> value(const char *name, Parse parse)
     {
-        if (!isSet(name))
-            return std::nullopt;
-        const std::optional<T> result = parse(text(name));
-        if (!result) {
-            refuse(tr("--%1 的值无效：%2").arg(QLatin1String(name), text(name)));
+        return isSet(name) ? read<T>(name, text(name), parse) : std::nullopt;
+    }
+
+    /// Of an option that may be given several times.
+    template<class T, class Parse>
+    QVector<T> values(const char *name, Parse parse)
+    {
+        QVector<T> results;
+        for (const QString &given : m_parser.values(QLatin1String(name))) {
+            if (const std::optional<T> result = read<T>(name, given, parse))
+                results += *result;
         }
-        return result;
+        return results;
     }
 
     int number(const char *name, int fallback, int min, int max)
@@ -84,11 +93,20 @@ public:
     void refuse(const QString &message)
     {
         if (m_error.isEmpty())
-            m_error = message;
+            m_error = QString(message).replace(QLatin1Char('\n'), QLatin1Char(' '));
     }
     QString error() const { return m_error; }
 
 private:
+    template<class T, class Parse>
+    std::optional<T> read(const char *name, const QString &given, Parse parse)
+    {
+        const std::optional<T> result = parse(given);
+        if (!result)
+            refuse(tr("--%1 的值无效：%2").arg(QLatin1String(name), given));
+        return result;
+    }
+
     const QCommandLineParser &m_parser;
     QString m_error;
 };
@@ -167,6 +185,21 @@ void readTarget(CommandLine &line, ValueReader &values)
         values.refuse(tr("--name 的值无效：%1").arg(line.name));
 }
 
+void readDubbing(CommandLine &line, ValueReader &values)
+{
+    QVariantList musics;
+    for (const QVariantMap &music : values.values<QVariantMap>("dub", parseDub))
+        musics += music;
+    const auto factor = values.value<float>("film-volume", parseFactor);
+    const bool isMuted = values.isSet("mute-film");
+    if (musics.isEmpty() && !factor && !isMuted)
+        return;
+    line.dubbing = {{QStringLiteral("filter"), QStringLiteral("dubbing")},
+                    {QStringLiteral("musics"), musics},
+                    {QStringLiteral("videoVolume"), factor.value_or(1.0F)},
+                    {QStringLiteral("isMax"), !isMuted}};
+}
+
 void readRun(CommandLine &line, ValueReader &values)
 {
     constexpr int maxJobs = 64;
@@ -182,6 +215,7 @@ void readConversion(CommandLine &line, ValueReader &values)
 {
     line.crop = values.value<CropBox>("crop", parseCropBox);
     line.beauty = values.value<VideoBeautyParam>("beauty", parseBeauty);
+    readDubbing(line, values);
     line.speed = values.number("speed", 0, 0, 9);
 }
 
@@ -255,8 +289,9 @@ QString helpText()
               "  morvane-cli probe FILE… [--reader auto|ffprobe|mediainfo] [--json]\n"
               "  morvane-cli convert FILE… --preset ID [--out DIR] [--name BASE] [--from T] [--to "
               "T]\n"
-              "              [--crop X,Y,W,H] [--speed 0..9] [--beauty key=value,…] [--jobs N]\n"
-              "              [--dry-run] [--strict] [--json]\n"
+              "              [--crop X,Y,W,H] [--speed 0..9] [--beauty key=value,…]\n"
+              "              [--dub JSON]… [--film-volume 0..2] [--mute-film]\n"
+              "              [--jobs N] [--dry-run] [--strict] [--json]\n"
               "  morvane-cli gif FILE… [--size WxH] [--fps N] [--quality] [--from T] [--to T]\n"
               "              [--out DIR] [--name BASE] [--jobs N] [--dry-run] [--strict] [--json]\n"
               "  morvane-cli merge FILE… --preset ID --name BASE [--out DIR] [--strict] [--json]\n"
@@ -264,6 +299,9 @@ QString helpText()
               "T 为秒数或 hh:mm:ss[.zzz]。--speed 1 最快，9 最慢，0 由编码器决定。\n"
               "--beauty 的键：contrast brightness saturation red green blue rotate volume speed\n"
               "reverse vflip hflip；filter 为现成的滤镜：%1。\n"
+              "--dub 加一段配乐：{\"file\":\"song.mp3\",\"start\":3.5,\"volume\":0.8}，start "
+              "为影片中的秒数，\n"
+              "volume 为 0 到 2；--mute-film 去掉原声。\n"
               "gif 默认 240x160、每秒 10 帧；--quality 为每个 GIF 单独取色。以 - "
               "开头的文件名写在 -- 之后。\n"
               "成品路径写到标准输出，每行一个。全部完成返回 0，有失败返回 1，用法错误返回 2。\n"

@@ -6,6 +6,7 @@
 
 #include <QSize>
 #include <QStringList>
+#include <QVariantMap>
 
 #include <optional>
 
@@ -27,6 +28,8 @@ struct CommandLine
     std::optional<int> toMs;
     std::optional<CropBox> crop;
     std::optional<VideoBeautyParam> beauty;
+    /// A dubbing of the conversion; empty for none.
+    QVariantMap dubbing;
     int speed = 0;
     QSize gifSize;           ///< pixels, empty for the preset's own
     int gifRate = 10;        ///< frames a second

@@ -73,6 +73,8 @@ ConvertTaskParam convertParam(const CommandLine &line, const QString &file, cons
         param.cropRect = QSharedPointer<CropBox>::create(*line.crop);
     if (line.beauty)
         param.beauty = QSharedPointer<VideoBeautyParam>::create(*line.beauty);
+    if (!line.dubbing.isEmpty())
+        param.audioFilters = {line.dubbing};
     return param;
 }
 
@@ -110,6 +112,30 @@ void probeAll(const QStringList &files, QObject *owner, const QSharedPointer<QVe
     });
 }
 
+// Finds out how long each piece of music is, which decides whether it has to fade out.
+void probeMusics(const CommandLine &line, QObject *owner,
+                 const std::function<void(const CommandLine &)> &ready)
+{
+    const QString musicsKey = QStringLiteral("musics");
+    const QVariantList musics = line.dubbing.value(musicsKey).toList();
+    QStringList files;
+    for (const QVariant &music : musics)
+        files += music.toMap().value(QStringLiteral("filePath")).toString();
+    const auto infos = QSharedPointer<QVector<Info>>::create();
+    probeAll(files, owner, infos, [=] {
+        QVariantList told;
+        for (int i = 0; i < musics.size(); ++i) {
+            QVariantMap music = musics[i].toMap();
+            music.insert(QStringLiteral("duration"), durationMs(infos->at(i)));
+            told += music;
+        }
+        CommandLine known = line;
+        if (!told.isEmpty())
+            known.dubbing[musicsKey] = told;
+        ready(known);
+    });
+}
+
 MediaTask *mergeTask(const CommandLine &line, const QVector<Info> &infos)
 {
     auto *param = new ConcatTaskParam;
@@ -121,6 +147,13 @@ MediaTask *mergeTask(const CommandLine &line, const QVector<Info> &infos)
     param->format = EncParamCatalog::instance().suffixOf(*param->encParam);
     MediaTask *task = createGroupTask(ConcatKind);
     task->setParam(param);
+    return task;
+}
+
+MediaTask *convertTask(const CommandLine &line, const QString &file, const Info &info)
+{
+    MediaTask *task = createGroupTask(ComplexConvertKind);
+    task->setParam(new ConvertTaskParam(convertParam(line, file, info)));
     return task;
 }
 
@@ -157,10 +190,9 @@ std::vector<CliJob> convertJobs(const CommandLine &line, QObject *owner)
     for (const QString &file : line.files) {
         jobs.push_back({file, [=](const CliJob::Ready &ready) {
                             probeSource(file, owner, [=](const Info &info) {
-                                MediaTask *task = createGroupTask(ComplexConvertKind);
-                                task->setParam(
-                                    new ConvertTaskParam(convertParam(line, file, info)));
-                                ready(task);
+                                probeMusics(line, owner, [=](const CommandLine &known) {
+                                    ready(convertTask(known, file, info));
+                                });
                             });
                         }});
     }
@@ -181,19 +213,21 @@ std::vector<CliJob> mergeJobs(const CommandLine &line, QObject *owner)
 void printDryRun(const CommandLine &line, QObject *owner, const std::function<void(int)> &done)
 {
     const auto infos = QSharedPointer<QVector<Info>>::create();
-    probeAll(line.files, owner, infos, [=] {
+    const auto print = [=](const CommandLine &known) {
         int exitCode = 0;
-        for (int i = 0; i < line.files.size(); ++i) {
-            const QString problem = inputProblem(line.files[i]);
+        for (int i = 0; i < known.files.size(); ++i) {
+            const QString &file = known.files[i];
+            const QString problem = inputProblem(file);
             if (problem.isEmpty()) {
-                const auto param = convertParam(line, line.files[i], infos->at(i));
+                const auto param = convertParam(known, file, infos->at(i));
                 for (const QString &command : dryRunTexts(param))
-                    printDryLine(line, line.files[i], command);
+                    printDryLine(known, file, command);
             } else {
-                printMessage(line.files[i] + QStringLiteral("：") + problem);
+                printMessage(file + QStringLiteral("：") + problem);
                 exitCode = 1;
             }
         }
         done(exitCode);
-    });
+    };
+    probeAll(line.files, owner, infos, [=] { probeMusics(line, owner, print); });
 }

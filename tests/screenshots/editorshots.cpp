@@ -6,6 +6,8 @@
 #include "MediaKits/FunctionPage/Framework/Editors/Cut/videocutdialog.h"
 #include "MediaKits/FunctionPage/VideoBeautify/videobeautydialog.h"
 #include "MediaKits/FunctionPage/VideoCut/mediacutfunctionpage.h"
+#include "MediaKits/FunctionPage/VideoDubbing/mediadubbingfunctionpage.h"
+#include "MediaKits/FunctionPage/VideoDubbing/videodubbingdialog.h"
 #include "MediaKits/FunctionPage/VideoGif/mediagiffunctionpage.h"
 #include "MediaKits/FunctionPage/VideoGif/mutigifcutdialog.h"
 #include "MediaKits/MediaInfo/mediainfodata.h"
@@ -14,6 +16,7 @@
 
 #include <QLabel>
 #include <QListWidget>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTest>
@@ -78,6 +81,30 @@ void showBeautyDetails(Stage &stage)
 {
     VideoBeautyDialog *dialog = showBeauty(stage, "btnFilter");
     Stage::child<QPushButton>(*dialog, "btnHFilter").click();
+}
+
+// Music for a film, each a minute behind the last.
+void showDubbing(Stage &stage, int count)
+{
+    auto *dialog = showEditor<VideoDubbingDialog>(stage, stage.longestFilm());
+    ConvertTaskParam conversion;
+    conversion.inputFile = stage.longestFilm();
+    dialog->setConversion(conversion);
+    QVariantList musics;
+    for (int i = 0; i < count; ++i) {
+        const QString &file = stage.media()[i % stage.media().size()];
+        musics += QVariant::fromValue(
+            QSharedPointer<QVariantMap>::create(QVariantMap{{"filePath"_s, file},
+                                                            {"duration"_s, 95000},
+                                                            {"startTime"_s, 60000 * i},
+                                                            {"volume"_s, 0.8F}}));
+    }
+    if (count > 0)
+        dialog->setSettings({{"musics"_s, musics}, {"videoVolume"_s, 0.5F}, {"isMax"_s, true}});
+    auto *bar = dialog->findChild<QProgressBar *>("pbVideo"_s);
+    if (!QTest::qWaitFor([bar] { return bar->format().endsWith("dB"_s); }, convertAtMost))
+        qWarning("the film was not measured");
+    Stage::pausePlayer(*dialog);
 }
 
 void showFragments(Stage &stage, const QString &file, int count)
@@ -182,6 +209,11 @@ QVector<Shot> editorShots()
         {"beauty-video"_s, [](Stage &stage) { showBeauty(stage, "btnVideo"); }},
         {"beauty-looks"_s, [](Stage &stage) { showBeauty(stage, "btnFilter"); }},
         {"beauty-details"_s, showBeautyDetails},
+        {"dubbing-empty"_s, [](Stage &stage) { showDubbing(stage, 0); }},
+        {"dubbing"_s, [](Stage &stage) { showDubbing(stage, 2); }},
+        {"dubbing-many"_s, [](Stage &stage) { showDubbing(stage, 9); }},
+        {"dubbing-page"_s,
+         [](Stage &stage) { stage.fill<MediaDubbingFunctionPage>("btnDubbing"); }},
     };
     for (Shot &shot : shots)
         shot.standsAlone = true;

@@ -212,7 +212,7 @@ const QVector<Shot> &allShots()
             {"about"_s, showDialog<AboutMeDialog>},
             {"feedback"_s, [](Stage &stage) { showFeedback(stage, QString()); }},
             {"feedback-long"_s, [](Stage &stage) { showFeedback(stage, longText().repeated(3)); }},
-            {"page-to-come"_s, [](Stage &stage) { stage.press("btnDubbing"); }},
+            {"page-to-come"_s, [](Stage &stage) { stage.press("btnScreencap"); }},
             {"convert-empty"_s, [](Stage &stage) { stage.press("btnConverter"); }},
             {"convert-rows"_s,
              [](Stage &stage) { stage.fill<MediaConvertFunctionPage>("btnConverter"); }},

@@ -131,6 +131,39 @@ private slots:
         QCOMPARE(times(2), qMakePair(5000, 0));
     }
 
+    // Music's times are the film's: what a part begins in the middle of is begun there, what isn't
+    // heard in it is left out.
+    void mapsMusic()
+    {
+        Wanted wanted;
+        wanted.timeRange.reset(new TimeSpan{4000, 8000});
+        wanted.beauty->speed = 2.0F;
+        const auto piece = [](const char *file, int start, int duration) {
+            return QVariantMap{{"filePath"_s, QLatin1String(file)},
+                               {"startTime"_s, start},
+                               {"duration"_s, duration},
+                               {"volume"_s, 1.0F}};
+        };
+        wanted.audioFilters += QVariantMap{
+            {"filter"_s, "dubbing"_s},
+            {"musics"_s, QVariantList{piece("over", 1000, 1000), piece("begun", 1000, 3000),
+                                      piece("long", 6000, 0), piece("after", 8000, 5000)}}};
+        const QVariantList heard =
+            mappedStep(wanted).audioFilters.value(0).toMap().value("musics"_s).toList();
+        QCOMPARE(heard.size(), 2);
+        const auto value = [&heard](int i, const char *key) {
+            return heard[i].toMap().value(QLatin1String(key));
+        };
+        QCOMPARE(value(0, "filePath").toString(), "begun"_s);
+        QCOMPARE(value(0, "skip").toInt(), 1500);
+        QCOMPARE(value(0, "startTime").toInt(), 0);
+        QVERIFY(!value(0, "fadeAt").isValid());
+        QCOMPARE(value(1, "skip").toInt(), 0);
+        QCOMPARE(value(1, "startTime").toInt(), 1000);
+        QCOMPARE(value(1, "fadeAt").toInt(), 1950);
+        QCOMPARE(value(1, "fade").toInt(), 50);
+    }
+
     void keepsPicturesOutOfSounds()
     {
         Wanted wanted;

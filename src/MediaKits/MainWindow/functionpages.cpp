@@ -7,6 +7,7 @@
 #include "MediaKits/FunctionPage/VideoCompress/mediacompressfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoConvert/mediaconvertfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoCut/mediacutfunctionpage.h"
+#include "MediaKits/FunctionPage/VideoDubbing/mediadubbingfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoGif/mediagiffunctionpage.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergefunctionpage.h"
 #include "MediaKits/MainWindow/emptypage.h"
@@ -45,7 +46,7 @@ const QVector<FunctionPageEntry> &functionPages()
         entry(MediaFunction::Beautify, "Beautifier", "beautifier",
               makePage<MediaBeautifyFunctionPage>),
         entry(MediaFunction::Gif, "Gif", "gif", makePage<MediaGifFunctionPage>),
-        entry(MediaFunction::Dubbing, "Dubbing", "dubbing"),
+        entry(MediaFunction::Dubbing, "Dubbing", "dubbing", makePage<MediaDubbingFunctionPage>),
         entry(MediaFunction::Shot, "Shot", "shot"),
         entry(MediaFunction::Watermark, "Watermark", "watermark"),
         entry(MediaFunction::AudioConvert, "AudioConverter", "audio",

@@ -4,6 +4,7 @@
 #include "MediaKits/MediaFormats/mediaformats.h"
 #include "MediaKits/MediaFormats/toolquoting.h"
 #include "MediaKits/MediaTasksManager/converttask.h"
+#include "MediaKits/MediaTasksManager/dubbingmix.h"
 #include "MediaKits/MediaTasksManager/inputcheck.h"
 #include "MediaKits/MediaTasksManager/kuxtask.h"
 #include "MediaKits/MediaTasksManager/mactask.h"
@@ -48,6 +49,11 @@ QString ComplexConvertTask::problem() const
     const MediaInfoData *source = m_param->sourceInfo.data();
     if (isGifFormat(m_param->format) && source && !source->video && !source->hasCover)
         return tr("文件中没有画面，无法转成 GIF");
+    for (const QString &music : musicFiles(*m_param)) {
+        const QString musicProblem = inputProblem(music);
+        if (!musicProblem.isEmpty())
+            return tr("配乐%1：%2").arg(QFileInfo(music).fileName(), musicProblem);
+    }
     const bool pastEnd = m_param->timeRange && m_param->durationMs > 0 &&
                          m_param->timeRange->start >= m_param->durationMs;
     if (pastEnd)

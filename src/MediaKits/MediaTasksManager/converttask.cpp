@@ -117,6 +117,8 @@ QVariantList outputOptions(const ConvertTaskParam &param)
         options.add("-preset", QString(QLatin1String(speedNames[param.speed])));
     if (isAudioFormat(param.format))
         options.add("-vn");
+    if (param.endsWithPicture)
+        options.add("-shortest");
     options.add("-max_muxing_queue_size", muxingQueueSize);
     return options.list();
 }

@@ -25,6 +25,14 @@ enum class GifPalette {
     Used,   ///< the step that takes them from `paletteFile`
 };
 
+/// How the sounds of a dubbed video come together.
+struct SoundMix
+{
+    int lengthMs = 0; ///< of the result, 0 when unknown
+    int channels = 2;
+    int sampleRate = 0; ///< Hz, 0 for that of the music
+};
+
 /// One wanted conversion: a record with value semantics; copies share what the pointers hold.
 struct ConvertTaskParam : MediaTaskParam
 {
@@ -49,6 +57,8 @@ struct ConvertTaskParam : MediaTaskParam
     /// Of results that are GIFs.
     GifPalette palette = GifPalette::Fixed;
     QString paletteFile;
+    /// The sound, which alone would run on, ends with the picture.
+    bool endsWithPicture = false;
     QSharedPointer<EncParam> encParam;
     QSharedPointer<TimeSpan> timeRange;
     QSharedPointer<CropBox> cropRect;
@@ -59,6 +69,11 @@ struct ConvertTaskParam : MediaTaskParam
     /// "font", "fontcolor", "opacity", "text", "imagefile" as the kind needs them.
     QVariantList videoFilters;
     /// Dubbings: maps with "filter" ("dubbing"), "musics" (maps of "filePath", "volume" as a
-    /// factor, "startTime" in ms), "videoVolume" (factor) and "isMax" (false silences the video).
+    /// factor, "startTime" in ms, "duration" of the file in ms where it is known), "videoVolume"
+    /// (factor) and "isMax" (false silences the video).
     QVariantList audioFilters;
+    /// Null for the plain way, in which sounds get quieter the more of them there are. With it,
+    /// maps of "musics" may have "skip" (ms at the beginning of the file that are left out),
+    /// "fadeAt" (ms of the result where the music begins to fade out) and "fade" (ms it takes).
+    QSharedPointer<SoundMix> soundMix;
 };

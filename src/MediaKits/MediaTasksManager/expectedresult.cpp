@@ -2,6 +2,7 @@
 #include "MediaKits/MediaTasksManager/expectedresult.h"
 
 #include "MediaKits/MediaFormats/mediaformats.h"
+#include "MediaKits/MediaTasksManager/dubbingmix.h"
 #include "MediaKits/MediaTasksManager/neutralvalue.h"
 
 #include <QCoreApplication>
@@ -39,14 +40,6 @@ double speedOf(const ConvertTaskParam &param)
 {
     const double speed = param.beauty ? double(param.beauty->speed) : 1.0;
     return isNeutral(speed) ? 1.0 : speed;
-}
-
-// Only a dubbing with music makes a sound where the source has none.
-bool bringsSound(const QVariant &entry)
-{
-    const QVariantMap dubbing = entry.toMap();
-    return dubbing.value(QStringLiteral("filter")).toString() == QLatin1String("dubbing") &&
-           !dubbing.value(QStringLiteral("musics")).toList().isEmpty();
 }
 
 // Where something that ends at a time of the source ends in the result; 0 for an unknown time.
@@ -112,9 +105,7 @@ ExpectedResult expectedResult(const ConvertTaskParam &param)
     const bool isForSound = preset.audio && !preset.video;
     expected.hasPicture = isShown && !isForSound && !isAudioFormat(param.format);
     expected.hasSound =
-        !isGifFormat(param.format) &&
-        (!param.sourceInfo->audios.isEmpty() ||
-         std::any_of(param.audioFilters.begin(), param.audioFilters.end(), bringsSound));
+        (!param.sourceInfo->audios.isEmpty() || hasMusic(param)) && !isGifFormat(param.format);
     if (expected.hasPicture && preset.video)
         expected.pictureSize = QSize(preset.video->width / 2 * 2, preset.video->height / 2 * 2);
     if (expected.hasSound && preset.audio && keepsSoundShape(param.format)) {

@@ -63,6 +63,19 @@ bool says(const QStringList &report, const QString &words)
     });
 }
 
+// The file that a filter could not read sound from, as the report writes it; empty for none.
+QString unreadMusic(const QStringList &report)
+{
+    static const QRegularExpression filter(
+        QStringLiteral("Error initializing filter 'amovie' with args '(.*)'$"));
+    for (const QString &line : report) {
+        const QRegularExpressionMatch match = filter.match(line);
+        if (match.hasMatch())
+            return match.captured(1).section(QLatin1Char('/'), -1).remove(QLatin1Char('\\'));
+    }
+    return {};
+}
+
 } // namespace
 
 QString tellingLine(const QStringList &report)
@@ -84,6 +97,9 @@ QString failureCause(const QStringList &report)
     const auto told = [](const char *text) {
         return QCoreApplication::translate("failureCause", text);
     };
+    const QString music = unreadMusic(report);
+    if (!music.isEmpty())
+        return told(QT_TRANSLATE_NOOP("failureCause", "配乐中没有可用的声音：%1")).arg(music);
     for (const KnownReason &reason : knownReasons) {
         if (says(report, QLatin1String(reason.said)))
             return told(reason.meaning);

@@ -4,6 +4,7 @@
 #include "MediaKits/MediaFormats/mediaformats.h"
 #include "MediaKits/MediaTasksManager/convertgraph.h"
 #include "MediaKits/MediaTasksManager/converttask.h"
+#include "MediaKits/MediaTasksManager/dubbingmix.h"
 #include "MediaKits/MediaTasksManager/neutralvalue.h"
 #include "MediaKits/MediaTasksManager/picturemap.h"
 
@@ -140,7 +141,9 @@ void mapOverlays(ConvertTaskParam &step)
 // goes through a graph alone.
 bool needsOwnChain(const ConvertTaskParam &step)
 {
-    return step.picture == ResultPicture::AsSource && step.sourceInfo && step.sourceInfo->video &&
+    // But only apart from each other can one of them end the other.
+    return !step.endsWithPicture && step.picture == ResultPicture::AsSource && step.sourceInfo &&
+           step.sourceInfo->video &&
            !audioGraphText(step, ConvertTask::outputDuration(step)).isEmpty();
 }
 
@@ -190,6 +193,7 @@ ConvertTaskParam paletteStep(const ConvertTaskParam &step)
 ConvertTaskParam mappedStep(const ConvertTaskParam &param)
 {
     ConvertTaskParam step = param;
+    mapDubbing(step);
     if (isGifFormat(step.format)) {
         holdFrame(step);
         if (step.palette == GifPalette::Own && !(step.sourceInfo && !step.sourceInfo->video))

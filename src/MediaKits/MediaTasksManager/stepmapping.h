@@ -8,8 +8,8 @@
 /// front of turns, a crop only with a size, some looks count as none. The mapping says the same in
 /// words that those texts take.
 ///
-/// Rectangles and times of overlays are meant on the source as it is shown. A look is meant as its
-/// preview shows it, turned first and flipped then.
+/// Rectangles and times of overlays, and times of music, are meant on the source as it is shown. A
+/// look is meant as its preview shows it, turned first and flipped then.
 /// @param param as the user asked; what its pointers hold stays as it is
 ConvertTaskParam mappedStep(const ConvertTaskParam &param);
 

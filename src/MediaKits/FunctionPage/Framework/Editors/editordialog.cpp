@@ -206,6 +206,11 @@ void EditorDialog::seek(int ms)
     showPosition();
 }
 
+void EditorDialog::setPlaying(bool playing)
+{
+    m_ui->btnPlay->setChecked(playing);
+}
+
 // Reports are whole seconds and come late: a preview that stands where it was sent to needs none.
 void EditorDialog::onProgress(int ms)
 {

@@ -64,6 +64,8 @@ protected:
     InterceptSlider &scrubBar() const;
     /// Jumps there; the preview shows that frame.
     void seek(int ms);
+    /// Plays or pauses the preview, as its button does.
+    void setPlaying(bool playing);
     /// Where the preview stands.
     int position() const { return m_position; }
     /// The length of a frame.

@@ -38,6 +38,11 @@ QLabel *TimeSpanEdit::title() const
     return m_ui->lblTitleTime;
 }
 
+QLabel *TimeSpanEdit::startName() const
+{
+    return m_ui->lblStart;
+}
+
 void TimeSpanEdit::setStartName(const QString &name)
 {
     m_ui->lblStart->setText(name);

@@ -29,6 +29,8 @@ public:
 
     /// The section's title, "lblTitleTime".
     QLabel *title() const;
+    /// The label before the first field.
+    QLabel *startName() const;
     /// @param name stands before the field, with its colon
     void setStartName(const QString &name);
     /// As of `QDateTimeEdit`: "hh:mm:ss.zzz" unless it is set.

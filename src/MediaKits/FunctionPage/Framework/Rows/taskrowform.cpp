@@ -15,6 +15,7 @@ namespace {
 constexpr int revealPauseMs = 2000;
 constexpr int progressMaximum = 100;
 constexpr QSize arrowSize(24, 24);
+constexpr int editorGap = 7;
 
 } // namespace
 
@@ -66,10 +67,12 @@ void TaskRowForm::setUpEditor(const Kind &kind)
         m_editor->setIcon(QIcon(kind.editorIcon));
         m_editor->setMinimumHeight(m_ui->btnSettings->minimumHeight());
         // The line of the settings is free where there are none.
-        if (kind.settingsButton.size() > 0)
+        if (kind.settingsButton.size() > 0) {
             m_ui->layout6->insertWidget(0, m_editor, 1);
-        else
+            m_ui->layout6->insertSpacing(1, editorGap);
+        } else {
             m_ui->layout5->insertWidget(m_ui->layout5->indexOf(m_ui->btnSettings), m_editor);
+        }
     }
     connect(m_editor, &QPushButton::clicked, this, &TaskRowForm::editorPressed);
 }

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/VideoDubbing/mediadubbinglistitemwidget.h"
+
+#include "controls/runmodal.h"
+#include "MediaKits/FunctionPage/VideoDubbing/videodubbingdialog.h"
+
+namespace {
+
+// What opens the dialog again as it was left.
+constexpr int settingsRole = Qt::UserRole + 10;
+
+TaskRowWidget::Kind dubbingRows()
+{
+    TaskRowWidget::Kind kind;
+    kind.function = MediaFunction::Dubbing;
+    kind.reportsFailures = true;
+    kind.needsPicture = true;
+    kind.form.editorButton = QLatin1String("btnDubbingSet");
+    kind.form.editorText = MediaDubbingListItemWidget::tr("配乐设置");
+    kind.form.editorIcon = QStringLiteral(":/drawable/row_dubbing.png");
+    kind.form.startText = MediaDubbingListItemWidget::tr("开始配音");
+    return kind;
+}
+
+struct Dubbed
+{
+    QVariantMap settings;
+    QVariantMap options;
+    bool isForAll;
+};
+
+} // namespace
+
+MediaDubbingListItemWidget::MediaDubbingListItemWidget(QListWidgetItem *item, QWidget *parent)
+    : VideoRowWidget(RowItem(item), dubbingRows(), parent)
+{
+    probeSource();
+}
+
+void MediaDubbingListItemWidget::connectForm(TaskRowForm &form)
+{
+    VideoRowWidget::connectForm(form);
+    connect(&form, &TaskRowForm::editorPressed, this,
+            &MediaDubbingListItemWidget::on_btnDubbingSet_clicked);
+}
+
+void MediaDubbingListItemWidget::on_btnDubbingSet_clicked()
+{
+    const auto info = sourceInfo();
+    if (!info)
+        return;
+    auto *dialog = new VideoDubbingDialog(this);
+    dialog->showMedium(sourcePath(), *info);
+    dialog->setConversion(param());
+    const QVariant earlier = item().data(settingsRole);
+    if (earlier.isValid())
+        dialog->setSettings(earlier.toMap());
+    const auto saved = runModal(dialog, [](const VideoDubbingDialog &edited) {
+        return Dubbed{edited.settings(), edited.optionMap(), edited.isForAll()};
+    });
+    if (!saved || !task())
+        return;
+    applyEdited([this, &saved] {
+        setDubbing(saved->settings, {saved->options});
+        if (saved->isForAll)
+            emit editedForAll();
+    });
+}
+
+void MediaDubbingListItemWidget::adoptEdited(const TaskRowWidget &edited)
+{
+    const auto &row = static_cast<const MediaDubbingListItemWidget &>(edited);
+    setDubbing(row.item().data(settingsRole).toMap(), row.param().audioFilters);
+}
+
+void MediaDubbingListItemWidget::setDubbing(const QVariantMap &settings,
+                                            const QVariantList &audioFilters)
+{
+    RowItem own = item();
+    own.setData(settingsRole, settings);
+    param().audioFilters = audioFilters;
+}
