@@ -26,8 +26,9 @@ public:
     /// @param niceness 0 for not at all, at most 19
     void setNiceness(int niceness) { m_niceness = niceness; }
 
-    /// Kills the child and waits until it is gone, for half a second at most: one that waits for a
-    /// disk or a share which no longer answers can't be ended.
+    /// Kills the child, with its own children where it has a group of its own, and waits until it
+    /// is gone, for half a second at most: one that waits for a disk or a share which no longer
+    /// answers can't be ended.
     /// @return whether it is gone
     bool endNow();
 

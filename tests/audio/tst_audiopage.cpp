@@ -106,6 +106,7 @@ private slots:
             setTime(dialog, "tedtEnd", 5500);
             auto *bar = dialog.findChild<InterceptSlider *>();
             QVERIFY(QTest::qWaitFor([bar] { return bar->value() >= 3000; }, endLimitMs));
+            QVERIFY(!processesWith("showwaves"_s).isEmpty());
             shoot(dialog, "audio_cut");
             press(dialog, "btnSave");
         });
@@ -170,7 +171,7 @@ private slots:
 private:
     QTemporaryDir m_media;
     QString m_film = m_media.filePath("film.mp4"_s);
-    QString m_sound = m_media.filePath("song.mp3"_s);
+    QString m_sound = m_media.filePath("Trip.2024.mp3"_s);
     QString m_web = m_media.filePath("film.webm"_s);
     QString m_silent = m_media.filePath("silent.mp4"_s);
 };

@@ -133,6 +133,13 @@ private slots:
 
         const QJsonObject past = convertOne(m_clip, 1003005, out.path(), {"--from"_s, "60"_s});
         QVERIFY(past["message"_s].toString().contains("超出了片长"_s));
+        const QStringList beyond{"--crop"_s, "1200,0,100,40"_s};
+        const QString said =
+            convertOne(m_longClip, 1003005, out.path(), beyond)["message"_s].toString();
+        QVERIFY2(said.contains("1280×720"_s) && said.contains("(1200, 0) 起 100×40"_s),
+                 qPrintable(said));
+        QCOMPARE(convertOne(m_longClip, 1200002, out.path(), beyond)["state"_s].toString(),
+                 "FINISHED"_s);
     }
 
     // The command of the convert step itself, not of what was asked in other words.

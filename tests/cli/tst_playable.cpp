@@ -389,8 +389,8 @@ void TestPlayable::showsCoverWithSong()
 
 void TestPlayable::leavesCoverOutOfSound()
 {
-    for (const int preset :
-         {1200001, 1205001, 1201001, 1204004, 1203001, 1211001, 1202001, 1213001, 1206001}) {
+    for (const int preset : {1200001, 1205001, 1201001, 1204004, 1203001, 1211001, 1202001, 1213001,
+                             1206001, 1212001}) {
         const ProbedFile result = converted(QStringLiteral("song.m4a"), preset);
         QVERIFY2(!result.audio.isEmpty() && result.video.isEmpty(), qPrintable(m_result));
     }

@@ -51,12 +51,15 @@ private slots:
               "cut-sound.aiff", "cut-sound.au", "cut-sound.mka", "cut-sound.wma"})
             QTest::newRow(name) << shorter << true;
         // Their headers tell one length for all, which the sound alone may not have.
-        for (const char *name : {"cut-film.wmv", "cut-film.flv"})
+        for (const char *name : {"cut-film.wmv", "cut-film.flv", "cut-film.rm"})
             QTest::newRow(name) << shorter + "|源文件不完整"_s << true;
         for (const char *name : {"damaged.aac", "damaged.ogg"})
             QTest::newRow(name) << damaged << true;
         for (const char *name : {"damaged.mp4", "damaged.avi", "damaged.mpg"})
             QTest::newRow(name) << damaged << false;
+        // A film of it all the same, which is black.
+        for (const char *name : {"damaged-cover.mp3", "damaged-cover.m4a", "damaged-cover.flac"})
+            QTest::newRow(name) << "^FINISHED 封面图片无法解码"_s << false;
         for (const char *name :
              {"cut-film.mov", "nothing.wav", "nothing.flac", "nothing.mka", "nothing.m4a"})
             QTest::newRow(name) << failed << true;
@@ -101,7 +104,7 @@ private slots:
         for (const QString &name : entriesOf(m_dir.path())) {
             const bool isBroken = name.contains(QRegularExpression("cut|noth|damag"_s));
             // A picture alone gives no sound.
-            const bool isMute = name == "picture.gif"_s || name == "silent.mp4"_s;
+            const bool isMute = name == "picture.gif"_s || name.startsWith("silent"_s);
             if (!isBroken && !(isMute && (preset == mp3Preset || preset == 1205001)))
                 sources += path(name);
         }
@@ -204,6 +207,7 @@ private:
             {"film.avi", "-i @ -c:v mpeg4 -c:a mp3"},
             {"film.wmv", "-i @ -c:v wmv2 -c:a wmav2"},
             {"film.flv", "-i @ -c copy"},
+            {"film.rm", "-i @ -c:v rv20 -c:a ac3"},
             {"film.mpg", "-i @ -c:v mpeg2video -c:a mp2"},
             {"film.ts", "-i @ -c copy"},
             {"film.ogv", "-i @ -c:v libtheora -c:a libvorbis"},
@@ -227,6 +231,7 @@ private:
             {"sound.wav", "-i @ -vn"},
             {"sound.aac", "-i @ -vn -c copy"},
             {"sound.m4a", "-i @ -vn -c copy -movflags +faststart"},
+            {"book.m4b", "-i @ -vn -c copy"},
             {"sound.mp3", "-i @ -vn"},
             {"noise.mp3", "-f lavfi -i anoisesrc=d=6 -q:a 4"},
             {"noindex.mp3", "-f lavfi -i anoisesrc=d=6 -q:a 4 -write_xing 0"},
@@ -241,6 +246,7 @@ private:
         };
         for (const auto &file : files)
             make(QString::fromLatin1(file.name), file.options);
+        makeSubtitled();
         // A recording that begins within a picture, two that were joined byte by byte, and the tags
         // that some programs leave behind the last frame.
         const QByteArray stream = contentOf(path("film.mpg"_s));
@@ -257,12 +263,45 @@ private:
                                                 QByteArray(5000, '\0'));
     }
 
+    // Subtitles that go on when the film is over, once in a file that doesn't tell how long each
+    // stream is.
+    void makeSubtitled() const
+    {
+        const QTemporaryDir texts;
+        const QString text = texts.filePath("text.srt"_s);
+        writeTestFile(text, "1\n00:00:01,000 --> 00:00:02,000\na\n\n"
+                            "2\n00:00:14,000 --> 00:00:20,000\nb\n");
+        const QString base = path("base.mkv"_s);
+        makeMedia("-i @ -i @ -c copy @"_s, {base, text, path("texts.mkv"_s)});
+        makeMedia("-i @ -i @ -an -c copy @"_s, {base, text, path("silent-texts.mkv"_s)});
+        QByteArray bytes = contentOf(path("texts.mkv"_s));
+        writeTestFile(path("texts-untold.mkv"_s), bytes.replace("DURATION", "DURATIOX"));
+    }
+
+    // Of a song's cover, the beginning or the pixels are lost.
+    void makeDamagedCover(const QString &suffix, const QByteArray &lost, int size) const
+    {
+        const QTemporaryDir covers;
+        const QString cover = covers.filePath("cover.png"_s);
+        makePicture(cover, "red"_s, 64, 48);
+        const QString song = path("damaged-cover."_s + suffix);
+        makeMedia("-f lavfi -i sine=d=3 -i @ -map 0 -map 1 -c:v copy -disposition:v attached_pic "
+                  "@"_s,
+                  {cover, song});
+        QByteArray bytes = contentOf(song);
+        const int at = bytes.indexOf(lost, bytes.indexOf("\x89PNG"));
+        writeTestFile(song, bytes.replace(at, size, QByteArray(size, '\xA5')));
+    }
+
     void makeBrokenFiles() const
     {
+        makeDamagedCover("mp3"_s, "\x89PNG", 40);
+        makeDamagedCover("m4a"_s, "\x89PNG", 40);
+        makeDamagedCover("flac"_s, "IDAT", 20);
         for (const char *name :
-             {"film.mp4", "film.mov", "film.webm", "film.avi", "film.wmv", "film.flv", "sound.wav",
-              "sound.m4a", "sound.mp3", "noise.mp3", "sound.flac", "sound.aiff", "sound.au",
-              "sound.wma", "sound.mka", "fragments.mp4", "base.mkv"}) {
+             {"film.mp4", "film.mov", "film.webm", "film.avi", "film.wmv", "film.flv", "film.rm",
+              "sound.wav", "sound.m4a", "sound.mp3", "noise.mp3", "sound.flac", "sound.aiff",
+              "sound.au", "sound.wma", "sound.mka", "fragments.mp4", "base.mkv"}) {
             const QString whole = QString::fromLatin1(name);
             makeCut(whole, "cut-"_s + whole);
         }

@@ -15,8 +15,9 @@ namespace {
 QString writableSuffix(const QString &suffix)
 {
     static const QHash<QString, QString> others = {
-        {"divx"_s, "avi"_s}, {"dat"_s, "mpg"_s}, {"vro"_s, "vob"_s}, {"rmvb"_s, "rm"_s},
-        {"mtv"_s, "avi"_s},  {"mka"_s, "mkv"_s}, {"3gp"_s, "mp4"_s}, {"3g2"_s, "mp4"_s},
+        {"divx"_s, "avi"_s}, {"dat"_s, "mpg"_s}, {"vro"_s, "vob"_s},
+        {"rmvb"_s, "avi"_s}, {"mtv"_s, "avi"_s}, {"rm"_s, "avi"_s},
+        {"mka"_s, "mkv"_s},  {"3gp"_s, "mp4"_s}, {"3g2"_s, "mp4"_s},
     };
     return others.value(suffix, suffix);
 }
@@ -43,7 +44,7 @@ private slots:
         const QString made = folder.path("made."_s + writableSuffix(suffix));
         // MXF has one sample rate, Flash has others.
         const int sampleRate = suffix == "mxf"_s ? 48000 : 44100;
-        makeClip(made, {1.0, 320, 240, 25, 2, sampleRate});
+        makeClip(made, {1.0, 312, 232, 25, 2, sampleRate});
         const QString source = folder.path("film."_s + suffix);
         QVERIFY(QFile::rename(made, source));
         MAMediaInfo reader(source, nullptr);
@@ -66,8 +67,8 @@ private slots:
 
         const QString result = folder.result(container.suffix);
         const ProbedFile file = probeMedia(result);
-        QCOMPARE(file.video["width"_s].toInt(), 320);
-        QCOMPARE(file.video["height"_s].toInt(), 240);
+        QCOMPARE(file.video["width"_s].toInt(), 312);
+        QCOMPARE(file.video["height"_s].toInt(), 232);
         QVERIFY(!file.audio.isEmpty());
     }
 };

@@ -389,7 +389,7 @@ private:
     QString media(const QString &name) const { return m_media.filePath(name); }
 
     QTemporaryDir m_media;
-    QString m_clip = media("假期 100% \"x\" 'y'.mp4"_s);
+    QString m_clip = media("假期 100% \"x\" 'y'.2024.mp4"_s);
     QString m_long = media("long.mp4"_s);
     QString m_sound = media("song.mp3"_s);
     QUrl m_opened;

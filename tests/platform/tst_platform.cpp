@@ -52,6 +52,17 @@ private slots:
         QVERIFY(DirectoryLock::tryExclusive(dir.path()).isHeld());
     }
 
+    // Also when these aren't tied to it, as they are in their first moment.
+    void childEndsWithItsChildren()
+    {
+        ChildProcess child;
+        child.start("sh"_s, {"-c"_s, "sleep 1000 & echo $!; wait"_s});
+        const qint64 grandchild = nextLine(&child).toLongLong();
+        QVERIFY(processState(grandchild) != 0);
+        QVERIFY(child.endNow());
+        QTRY_VERIFY(processState(grandchild) == 0 || processState(grandchild) == 'Z');
+    }
+
     void suspendsAndResumes()
     {
         ChildProcess child;

@@ -132,6 +132,20 @@ private slots:
             " |  0 0 0");
     }
 
+    // The length of a file is that of its longest stream.
+    void subtitlesHideTheLength()
+    {
+        for (const char *kind : {"data", "subtitle"}) {
+            const QByteArray json = "{\"format\":{\"format_name\":\"matroska,webm\",\"duration\":"
+                                    "\"20\"},\"streams\":[{\"codec_type\":\"" +
+                                    QByteArray(kind) + "\"}]}";
+            MediaInfoData data;
+            data.format = QSharedPointer<MediaFormatInfo>::create();
+            readProbeJson(QJsonDocument::fromJson(json).object(), data);
+            QCOMPARE(data.content.toldMs, qint64(*kind == 'd' ? 20000 : 0));
+        }
+    }
+
     void readsClips()
     {
         const auto check = [&](const char *caseName, const QStringList &facts) {

@@ -6,7 +6,10 @@
 #include "support/mediaprobe.h"
 #include "tasks/chainrun.h"
 
+#include <QStorageInfo>
 #include <QtTest>
+
+#include <sys/stat.h>
 
 namespace {
 
@@ -187,6 +190,29 @@ private slots:
         QTRY_COMPARE(m_folder->outputs(), QStringList());
     }
 
+    // A pipe to which nobody writes stands in for a share that no longer answers, and another file
+    // system for one that can't rename.
+    void copyThatHangsHoldsUpNobody()
+    {
+        const QString source = m_folder->path("pipe"_s);
+        QCOMPARE(mkfifo(QFile::encodeName(source).constData(), 0600), 0);
+        const QTemporaryDir other("/dev/shm/tst_chains-XXXXXX"_s);
+        if (!other.isValid() || QStorageInfo(other.path()) == QStorageInfo(m_folder->root.path()))
+            QSKIP("needs a second file system");
+        const QString target = other.filePath("b.mp4"_s);
+        const int threads = threadCount();
+        Watched<MediaMoveTask> move(new MediaMoveTaskParam(source, target));
+        move.task->start();
+        QCOMPARE(move.task->state(), MediaTask::RUNNING);
+        move.task.reset();
+        // The share is back: nothing comes of it.
+        QFile writer(source);
+        QVERIFY(writer.open(QIODevice::ReadWrite | QIODevice::Unbuffered));
+        QVERIFY(writer.write("late") == 4);
+        QTRY_COMPARE(threadCount(), threads);
+        QVERIFY(entriesOf(other.path()).isEmpty());
+    }
+
     void mergeFails()
     {
         const QString bad = m_folder->path("坏 2.mp4"_s);
@@ -226,6 +252,8 @@ private:
         param->encParam = preset(64, 48);
         return param;
     }
+
+    static int threadCount() { return entriesOf("/proc/self/task"_s).size(); }
 
     QString media(const char *name) const { return m_media.filePath(QLatin1String(name)); }
     bool ffmpegRuns() const { return !processesWith(m_folder->out).isEmpty(); }

@@ -124,6 +124,62 @@ private slots:
         check("bmp", "t.bmp"_s, false);
     }
 
+    // One colour throughout, stored in ways that files of pictures don't know.
+    void keepsColours_data()
+    {
+        QTest::addColumn<QString>("coding");
+        const QString light =
+            "zscale=tin=bt709:pin=bt709:min=gbr:rin=full:t=linear:npl=203:p=bt2020,"
+            "format=gbrpf32le,zscale=tin=linear:pin=bt2020:min=gbr:rin=full:npl="
+            "203:t=%1:m=bt2020nc:r=limited,format=yuv420p10 -c:v libx265 "
+            "-x265-params log-level=none:crf=8"_s;
+        QTest::newRow("hlg.mkv") << light.arg("arib-std-b67"_s);
+        QTest::newRow("pq.mp4") << light.arg("smpte2084"_s);
+        QTest::newRow("untold.mov") << "zscale=m=bt709:r=limited,setparams=colorspace=unknown,"
+                                       "format=yuv422p10 -c:v prores_ks"_s;
+        QTest::newRow("odd.mkv") << "crop=1279:719,zscale=m=bt709:r=limited,format=yuv444p,"
+                                    "format=yuv420p -c:v ffv1"_s;
+    }
+
+    void keepsColours()
+    {
+        QFETCH(QString, coding);
+        const QString film = m_folder->path(QString::fromLatin1(QTest::currentDataTag()));
+        makeMedia("-f lavfi -i color=0xa02828:s=1280x720:d=0.4 -vf format=gbrp,"_s + coding +
+                      " @"_s,
+                  {film});
+        const auto check = [](const QString &picture) {
+            const QImage image = QImage(picture).scaled(1, 1, {}, Qt::SmoothTransformation);
+            QVERIFY2(!image.isNull(), qPrintable(picture));
+            const QColor mean = image.pixelColor(0, 0);
+            constexpr int limit = 8; // 3 % of the whole range
+            QVERIFY2(qAbs(mean.red() - 0xa0) < limit && qAbs(mean.green() - 0x28) < limit &&
+                         qAbs(mean.blue() - 0x28) < limit,
+                     qPrintable(picture + u' ' + mean.name()));
+        };
+        for (const char *format : {"png", "jpg", "bmp"}) {
+            QVariantMap map = wanted(m_folder->out, 1);
+            map.insert("inputUrl"_s, film);
+            map.insert("format"_s, QLatin1String(format));
+            Watched<MutiImageTask> shots(new MutiImageTaskParam(map));
+            QVERIFY2(shots.run() == MediaTask::FINISHED, qPrintable(shots.cause()));
+            check(m_folder->out + "/a_1."_s + QLatin1String(format));
+        }
+        const QString mark = m_folder->path("mark.png"_s);
+        makePicture(mark, "0xa02828"_s, 40, 40);
+        QVariantMap map = wanted(m_folder->out, 2);
+        map.insert("inputUrl"_s, film);
+        map.insert("isPiiic"_s, true);
+        map.insert("watermark"_s, mark);
+        Watched<MutiImageTask> stitched(new MutiImageTaskParam(map));
+        QVERIFY2(stitched.run() == MediaTask::FINISHED, qPrintable(stitched.cause()));
+        check(m_folder->out + "/a.png"_s);
+        const QString thumbnail = m_folder->path("t.png"_s);
+        Watched<VideoImagePickTask> pick(new VideoImagePickTaskParam(film, thumbnail));
+        QCOMPARE(pick.run(), MediaTask::FINISHED);
+        check(thumbnail);
+    }
+
     void failsWithoutLeavingHalfAPicture()
     {
         QVariantMap map = wanted(m_folder->out, 2);

@@ -102,6 +102,16 @@ private slots:
             {"picture that ends early",
              [](Case &c) { c.result->content.pictureEndMs = 2000; },
              {"画面比源文件短 8 秒"_s}},
+            {"picture of a long film that ends early",
+             [](Case &c) {
+                 c.account.inputMs = 7200000;
+                 c.param.sourceInfo->content.toldMs = 7200000;
+                 c.param.sourceInfo->content.pictureEndMs = 7200000;
+                 c.param.sourceInfo->content.soundEndMs = 7200000;
+                 c.endAt(7200000);
+                 c.result->content.pictureEndMs = 7185000;
+             },
+             {"画面比源文件短 15 秒"_s}},
             // The readers of the header don't agree, but the file is known to be cut.
             {"cut off",
              [](Case &c) {
@@ -118,6 +128,15 @@ private slots:
              {"源文件不完整"_s}},
             {"no sound",
              [](Case &c) {
+                 c.result->content.hasSound = false;
+                 c.account.soundKb = 0;
+             },
+             {"没有声音"_s}},
+            {"no music",
+             [](Case &c) {
+                 c.param.sourceInfo->audios.clear();
+                 c.param.audioFilters = {QVariantMap{{"filter"_s, "dubbing"_s},
+                                                     {"musics"_s, QVariantList{QVariantMap()}}}};
                  c.result->content.hasSound = false;
                  c.account.soundKb = 0;
              },
@@ -191,6 +210,24 @@ private slots:
                  c.param.audioFilters = {QVariantMap()};
                  c.result->content.soundEndMs = 3000;
              },
+             {}},
+            {"a dubbing of a silent film without music",
+             [](Case &c) {
+                 c.param.sourceInfo->audios.clear();
+                 c.param.audioFilters = {QVariantMap{{"filter"_s, "dubbing"_s}}};
+                 c.result->content.hasSound = false;
+                 c.account.soundKb = 0;
+             },
+             {}},
+            {"a silent film whose subtitles go on",
+             [](Case &c) {
+                 c.param.sourceInfo->audios.clear();
+                 c.param.sourceInfo->content.soundEndMs = 0;
+                 c.param.sourceInfo->content.toldMs = c.account.inputMs = 30000;
+             },
+             {}},
+            {"a last frame that stands for long",
+             [](Case &c) { c.result->content.pictureEndMs = 7500; },
              {}},
             {"a container that takes few rates",
              [](Case &c) {

@@ -141,6 +141,11 @@ private slots:
         const ConvertTaskParam step = mappedStep(wanted);
         QCOMPARE(videoGraphText(step), QString());
         QCOMPARE(audioGraphText(step, 0), "[0:a]atempo=2.00,volume=0.50[art0]"_s);
+        // A suffix that films have as well.
+        wanted.format = "mka"_s;
+        wanted.encParam.reset(new EncParam);
+        wanted.encParam->audio.reset(new AEncParam);
+        QCOMPARE(videoGraphText(mappedStep(wanted)), QString());
 
         // With a picture, the sound's graph wants one beside it.
         Wanted film;

@@ -139,6 +139,7 @@ void TestFfmpegLauncher::adaptsCommands()
     row("-re -noautorotate -nostdin -i a -vn -af x -shortest -bitexact:a b.3gp",
         "-re -noautorotate -nostdin -i a -vn -af x -shortest -bitexact:a -c:a aac b.3gp", 1);
     same("-i a -metadata b.3gp b.nut");
+    row("-i a -af x b.m4b", "-i a -af x -vn b.m4b", 0);
 
     row("-i a -vn -af x -nostats b.swf -y", "-i a -vn -af x -nostats -ar 44100 b.swf -y", 1);
     row("-i a -vn -af x -ar 48000 b.flv -vn -af x -ar 22050 c.flv -vn -af x -ar 48000 -c:a aac "

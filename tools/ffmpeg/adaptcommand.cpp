@@ -5,6 +5,7 @@
 #include "ffmpeg/filterlabels.h"
 #include "ffmpeg/outputwords.h"
 #include "ffmpeg/picture.h"
+#include "ffmpeg/snapshot.h"
 #include "ffmpeg/sound.h"
 #include "ffmpeg/still.h"
 
@@ -72,6 +73,10 @@ void Adapter::adaptOutput(const CommandOutput &place, bool isFirst)
 {
     OutputWords output(&m_arguments, place);
     const std::string container = output.container();
+    // An audio book, for which ffmpeg takes a picture as well.
+    if (container == "m4b" && !output.hasFlag("-vn") &&
+        output.namedEncoder(StreamKind::Picture).empty())
+        output.insertFlag("-vn");
     if (container == "swf" || container == "flv")
         standInForFlash(output, container);
     if (container == "3gp" || container == "3g2") {
@@ -134,6 +139,8 @@ void Adapter::adaptStreams(OutputWords &output, bool isFirst)
     showCover(&output, feeding, m_facts);
     adaptPicture(&output, feeding, m_facts, m_ffmpeg.zscale);
     adaptSound(&output, feeding);
+    if (m_ffmpeg.zscale)
+        adaptSnapshot(&output, m_facts);
     if (m_ffmpeg.zscale && feeding != nullptr && isHighRange(m_facts) &&
         output.videoEncoder() != nullptr)
         note("the picture's high dynamic range is mapped to BT.709", output);

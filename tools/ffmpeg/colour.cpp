@@ -9,7 +9,6 @@ namespace {
 
 const std::string smallMatrix = "smpte170m";
 const std::string largeMatrix = "bt709";
-const std::string eightBits = ",format=yuv420p";
 // White paper is 203 cd/m2 in a picture of high range (ITU-R BT.2408) and 1.0 here, so that usual
 // brightness stays as it is. What lies above 0.7, up to the 1000 cd/m2 that films are graded for,
 // shares the rest.
@@ -63,7 +62,8 @@ bool isHighRange(const SourceFacts &facts)
     return facts.transfer == "smpte2084" || facts.transfer == "arib-std-b67";
 }
 
-std::string colourFilters(const SourceFacts &facts, const std::string &matrix)
+std::string colourFilters(const SourceFacts &facts, const std::string &matrix,
+                          const std::string &pixelFormat)
 {
     if (facts.width <= 0 || facts.height <= 0)
         return {};
@@ -72,7 +72,7 @@ std::string colourFilters(const SourceFacts &facts, const std::string &matrix)
     const std::string planes = isRgb ? "format=gbrp," : "";
     // Else the picture says so itself, also where a filter has changed it.
     const std::string range = isRgb ? ":rin=full" : "";
-    const std::string target = ":m=" + matrix + ":r=limited" + eightBits;
+    const std::string target = ":m=" + matrix + ":r=limited,format=" + pixelFormat;
     if (isHighRange(facts)) {
         const std::string wide = knownOr(facts.matrix, matrices, "bt2020nc");
         return fullSource(facts, "bt2020", wide) + range + ":t=linear:p=bt709" + toneMapping +

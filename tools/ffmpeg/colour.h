@@ -16,6 +16,8 @@ bool isHighRange(const SourceFacts &facts);
 
 /// Filters, joined by commas, that make a usual picture of 8 bits with that matrix and limited
 /// range of the source's; empty where nothing has to be done or the source is unknown.
-std::string colourFilters(const SourceFacts &facts, const std::string &matrix);
+/// @param pixelFormat of the result
+std::string colourFilters(const SourceFacts &facts, const std::string &matrix,
+                          const std::string &pixelFormat = "yuv420p");
 
 } // namespace ffmpeglauncher

@@ -21,6 +21,7 @@ constexpr Container containers[] = {
     {"gif", "gif", "", false},
     {"m2ts", "mpeg2video", "mp2", false},
     {"m4a", "", "aac", false},
+    {"m4b", "", "aac", false},
     {"m4v", "libx264", "aac", true},
     {"mkv", "libx264", "libvorbis", true},
     {"mov", "libx264", "aac", true},

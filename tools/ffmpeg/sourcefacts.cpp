@@ -32,7 +32,8 @@ void takeFact(SourceFacts *facts, const std::string &key, const std::string &val
     } else if (key == "turned") {
         facts->turned = value == "1";
     } else if (key == "cover") {
-        facts->cover = value == "1";
+        facts->coverLost = value == "lost";
+        facts->cover = value == "1" || facts->coverLost;
     }
 }
 

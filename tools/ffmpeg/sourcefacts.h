@@ -17,12 +17,14 @@ struct SourceFacts
     double frameRate = 0.0;
     std::string transfer;
     std::string primaries;
-    std::string matrix; ///< "gbr" for red, green and blue
-    bool cover = false; ///< no film, but a picture that belongs to a song
+    std::string matrix;     ///< "gbr" for red, green and blue
+    bool cover = false;     ///< no film, but a picture that belongs to a song
+    bool coverLost = false; ///< which can't be decoded
 };
 
 /// Reads "size=1920x1080;turned=1;rate=29.97;transfer=smpte2084;primaries=bt2020;matrix=bt2020nc;
-/// cover=1", in any order; what is missing, unknown or no such value is passed over.
+/// cover=1" (or "cover=lost"), in any order; what is missing, unknown or no such value is passed
+/// over.
 SourceFacts parseSourceFacts(const std::string &text);
 
 } // namespace ffmpeglauncher

@@ -37,6 +37,17 @@ std::string padded(const PictureSize &frame)
            std::to_string(frame.height) + ":(ow-iw)/2:(oh-ih)/2:black";
 }
 
+// In place of a cover that can't be decoded.
+constexpr PictureSize blank{1280, 720};
+
+std::string blackChains(const PictureSize &frame, const std::string &rate)
+{
+    const PictureSize size = frame.isKnown() ? frame : blank;
+    return clockChain(rate) + ";[clock]scale=" + std::to_string(size.width) + ":" +
+           std::to_string(size.height) +
+           ",setsar=1,setparams=range=tv:colorspace=" + usualMatrix(size) + "[vrtcover]";
+}
+
 std::string stillChains(const PictureSize &frame, const std::string &rate)
 {
     const std::string matrix = usualMatrix(frame.isKnown() ? frame : largest);
@@ -60,7 +71,8 @@ void showCover(OutputWords *output, StreamGraph *graph, const SourceFacts &facts
     if (!graph->givesSound())
         graph->prepend("[0:a]anull[artsong]");
     graph->addToSound("asplit[tick]");
-    graph->prepend(stillChains(output->size(), rate));
+    graph->prepend(facts.coverLost ? blackChains(output->size(), rate)
+                                   : stillChains(output->size(), rate));
     if (!output->size().isKnown() && !output->has({"-g"}))
         output->insert("-g", std::to_string(std::lround(secondsBetweenKeyFrames *
                                                         std::strtod(rate.c_str(), nullptr))));

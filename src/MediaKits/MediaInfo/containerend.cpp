@@ -95,6 +95,21 @@ qint64 flvSize(const QByteArray &head)
     return size > 0.0 ? qint64(size) : 0;
 }
 
+// The properties that follow the file's own header tell where the chunk begins that holds all that
+// is to be played, and that its own size. Numbers are big-endian.
+qint64 realMediaSize(const QByteArray &head)
+{
+    constexpr int propertiesAt = 18;
+    constexpr int dataAt = propertiesAt + 42;
+    constexpr int numberSize = int(sizeof(quint32));
+    if (head.mid(propertiesAt, 4) != "PROP" || head.size() < dataAt + numberSize)
+        return 0;
+    const qint64 begin = qFromBigEndian<quint32>(head.constData() + dataAt);
+    if (begin + 2 * numberSize > head.size() || head.mid(int(begin), 4) != "DATA")
+        return 0;
+    return begin + qFromBigEndian<quint32>(head.constData() + begin + numberSize);
+}
+
 } // namespace
 
 std::optional<qint64> toldFileSize(const QString &path)
@@ -109,6 +124,7 @@ std::optional<qint64> toldFileSize(const QString &path)
         {"\x1A\x45\xDF\xA3", matroskaSize},
         {"\x30\x26\xB2\x75", asfSize},
         {"FLV\x01", flvSize},
+        {".RMF", realMediaSize},
     };
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))

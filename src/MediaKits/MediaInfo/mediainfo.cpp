@@ -7,10 +7,25 @@
 
 #include <QFileInfo>
 
-MediaInfoBase *createMediaInfo(const QString &format, const QString &path, QObject *parent)
+namespace {
+
+bool isForLibrary(const QString &format, const QString &path)
 {
     const double sizeGiB = double(QFileInfo(path).size()) / double(1 << 30);
-    if ((sizeGiB < 3.0 || !isWideSystem()) && format != QLatin1String("QSV"))
+    return (sizeGiB < 3.0 || !isWideSystem()) && format != QLatin1String("QSV");
+}
+
+} // namespace
+
+MediaInfoBase *createMediaInfo(const QString &format, const QString &path, QObject *parent)
+{
+    if (isForLibrary(format, path))
         return new MAMediaInfo(path, parent);
     return new FFMediaInfo(path, parent);
+}
+
+QSharedPointer<MediaInfoData> readInProcess(const QString &path)
+{
+    const bool isFast = isForLibrary(QFileInfo(path).suffix().toUpper(), path);
+    return isFast ? readWithLibrary(path, ReadDepth::Streams) : nullptr;
 }

@@ -30,7 +30,8 @@ struct MediaContent
     /// doesn't tell it for sure or several sounds end at different times.
     qint64 pictureEndMs = 0;
     qint64 soundEndMs = 0;
-    /// Length in ms that the header states; 0 where readers only guess it or measure what is there.
+    /// Length in ms that the header states; 0 where readers only guess it or measure what is there,
+    /// and where it may be that of the subtitles.
     qint64 toldMs = 0;
     /// The file ends before the place that its header tells.
     bool isCutOff = false;

@@ -102,6 +102,7 @@ void FFmpegAccountReader::readInput(const QByteArray &line)
 {
     static const QRegularExpression length(
         QStringLiteral("^  Duration: (\\d+:\\d\\d:\\d\\d\\.\\d\\d)(?:, start: (-?[0-9.]+))?"));
+    readCover(line);
     if (line.startsWith("Output #0, "))
         m_isBegun = true;
     else if (line.contains("] Estimating duration from bitrate"))
@@ -116,6 +117,18 @@ void FFmpegAccountReader::readInput(const QByteArray &line)
         if (time.isValid() && match.captured(2).toDouble() <= latestStart)
             m_account.inputMs = QTime(0, 0).msecsTo(time);
     }
+}
+
+// A song has one cover that is used, its first.
+void FFmpegAccountReader::readCover(const QByteArray &line)
+{
+    static const QRegularExpression cover(
+        QStringLiteral("^  Stream #(0:\\d+)[^:]*: Video: .*\\(attached pic\\)$"));
+    const QRegularExpressionMatch match = cover.match(QString::fromLatin1(line));
+    if (match.hasMatch() && m_coverError.isEmpty())
+        m_coverError = "Error while decoding stream #" + match.captured(1).toLatin1() + ':';
+    else if (!m_coverError.isEmpty() && line.startsWith(m_coverError))
+        m_account.coverLost = true;
 }
 
 void FFmpegAccountReader::setFormat(const QByteArray &name)

@@ -14,6 +14,8 @@ struct FFmpegAccount
     int damagedPlaces = 0;
     /// An input ended before the place where its index says that there is more.
     bool inputCutOff = false;
+    /// The cover of a song could not be decoded.
+    bool coverLost = false;
     /// Position in ms that the output reached.
     qint64 writtenMs = 0;
     /// Size of the coded picture and sound in kB as ffmpeg rounds it; -1 while it hasn't told.
@@ -41,12 +43,14 @@ private:
 
     void readLine(const QByteArray &line);
     void readInput(const QByteArray &line);
+    void readCover(const QByteArray &line);
     void setFormat(const QByteArray &name);
     void count(Damage damage, int times);
 
     FFmpegAccount m_account;
     QByteArray m_rest;
-    bool m_isBegun = false;     ///< every output has got its first frame
+    QByteArray m_coverError; ///< how the line begins that tells of a broken cover, once it is known
+    bool m_isBegun = false;  ///< every output has got its first frame
     bool m_isRawSound = false;  ///< the input is a bare stream of sound frames
     bool m_isRecording = false; ///< the input may be cut anywhere
     bool m_lengthIsGuess = false;

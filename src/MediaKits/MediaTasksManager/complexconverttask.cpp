@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MediaTasksManager/complexconverttask.h"
 
+#include "MediaKits/MediaFormats/mediaformats.h"
 #include "MediaKits/MediaFormats/toolquoting.h"
 #include "MediaKits/MediaTasksManager/converttask.h"
 #include "MediaKits/MediaTasksManager/inputcheck.h"
@@ -45,7 +46,12 @@ QString ComplexConvertTask::problem() const
         return input;
     const bool pastEnd = m_param->timeRange && m_param->durationMs > 0 &&
                          m_param->timeRange->start >= m_param->durationMs;
-    return pastEnd ? tr("截取的开始时间超出了片长") : outputProblem(finalPath());
+    if (pastEnd)
+        return tr("截取的开始时间超出了片长");
+    const QString crop = isAudioFormat(m_param->format)
+                             ? QString()
+                             : cropProblem(m_param->sourceInfo, m_param->cropRect);
+    return crop.isEmpty() ? outputProblem(finalPath()) : crop;
 }
 
 ConvertTaskParam ComplexConvertTask::convertStep(const ConvertTaskParam &param,

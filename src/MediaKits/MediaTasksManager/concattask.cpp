@@ -74,7 +74,9 @@ QString ConcatTask::subject() const
 QString ConcatTask::problem() const
 {
     for (const auto &input : m_param->files) {
-        const QString cause = inputProblem(input->file);
+        QString cause = inputProblem(input->file);
+        if (cause.isEmpty() && mergeHasPicture(*m_param))
+            cause = cropProblem(input->sourceInfo, input->cropRect);
         if (!cause.isEmpty())
             return tr("%1：%2").arg(QDir::toNativeSeparators(input->file), cause);
     }

@@ -4,7 +4,6 @@
 #include "catalogue/encparamcatalog.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
 #include "MediaKits/MediaTasksManager/convertgraph.h"
-#include "MediaKits/MediaTasksManager/sourcefacts.h"
 
 #include <QDir>
 
@@ -113,8 +112,32 @@ void ConvertTask::prepare()
     tree.insert(QStringLiteral("duration"), outputDuration(*m_param));
     setBaseParam(new FFmpegExTaskParam(tree));
     FFmpegExTask::prepare();
-    m_runner.setVariable(sourceVariable,
-                         m_param->sourceInfo ? sourceFacts(*m_param->sourceInfo) : QString());
+    tellSource(m_param->sourceInfo, m_cover);
+}
+
+void ConvertTask::start()
+{
+    m_cover = SourceCover::Usual;
+    ParamTask::start();
+}
+
+// When nothing has come of a song with a cover, it may be the cover alone that can't be decoded.
+bool ConvertTask::goesOn(bool endedWell)
+{
+    const MediaInfoData *source = m_param->sourceInfo.data();
+    const bool showsCover =
+        source && source->hasCover && !source->video && m_param->picture == ResultPicture::AsSource;
+    if (endedWell || !showsCover || m_cover == SourceCover::Lost || account().writtenMs > 0)
+        return false;
+    m_cover = SourceCover::Lost;
+    return true;
+}
+
+FFmpegAccount ConvertTask::account() const
+{
+    FFmpegAccount account = FFmpegExTask::account();
+    account.coverLost = account.coverLost || m_cover == SourceCover::Lost;
+    return account;
 }
 
 QString ConvertTask::buildFilterText(const ConvertTaskParam &param)

@@ -4,13 +4,17 @@
 #include "MediaKits/MediaTasksManager/converttaskparam.h"
 #include "MediaKits/MediaTasksManager/ffmpegextask.h"
 
-/// The one place where a description of a wanted result becomes an ffmpeg command.
+/// The one place where a description of a wanted result becomes an ffmpeg command. A film of a song
+/// whose cover can't be decoded is black.
 class ConvertTask : public ParamTask<ConvertTaskParam, FFmpegExTask>
 {
     Q_OBJECT
 
 public:
     using ParamTask::ParamTask;
+
+    void start() override;
+    FFmpegAccount account() const override;
 
     /// The text of "-filter_complex", possibly empty.
     static QString buildFilterText(const ConvertTaskParam &param);
@@ -21,4 +25,8 @@ public:
 
 protected:
     void prepare() override;
+    bool goesOn(bool endedWell) override;
+
+private:
+    SourceCover m_cover = SourceCover::Usual;
 };

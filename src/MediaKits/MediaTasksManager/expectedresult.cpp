@@ -46,6 +46,14 @@ double speedOf(const ConvertTaskParam &param)
     return isNeutral(speed) ? 1.0 : speed;
 }
 
+// Only a dubbing with music makes a sound where the source has none.
+bool bringsSound(const QVariant &entry)
+{
+    const QVariantMap dubbing = entry.toMap();
+    return dubbing.value(QStringLiteral("filter")).toString() == QLatin1String("dubbing") &&
+           !dubbing.value(QStringLiteral("musics")).toList().isEmpty();
+}
+
 // Where something that ends at a time of the source ends in the result; 0 for an unknown time.
 qint64 endInResult(const ConvertTaskParam &param, qint64 sourceMs)
 {
@@ -63,7 +71,9 @@ qint64 endInResult(const ConvertTaskParam &param, qint64 sourceMs)
 qint64 usedMs(const ExpectedResult &expected, const MediaInfoData &source)
 {
     const MediaContent &content = source.content;
-    if (content.pictureEndMs > 0 && content.soundEndMs > 0) {
+    const bool knowsPicture = !expected.hasPicture || content.pictureEndMs > 0;
+    const bool knowsSound = !expected.hasSound || content.soundEndMs > 0;
+    if (knowsPicture && knowsSound) {
         return std::max(expected.hasPicture ? content.pictureEndMs : 0,
                         expected.hasSound ? content.soundEndMs : 0);
     }
@@ -106,8 +116,10 @@ ExpectedResult expectedResult(const ConvertTaskParam &param)
                          (param.picture != ResultPicture::None && param.sourceInfo->video);
     const bool isForSound = preset.audio && !preset.video;
     expected.hasPicture = isShown && !isForSound && !isAudioFormat(param.format);
-    expected.hasSound = (!param.sourceInfo->audios.isEmpty() || !param.audioFilters.isEmpty()) &&
-                        holdsSound(param.format);
+    expected.hasSound =
+        holdsSound(param.format) &&
+        (!param.sourceInfo->audios.isEmpty() ||
+         std::any_of(param.audioFilters.begin(), param.audioFilters.end(), bringsSound));
     if (expected.hasPicture && preset.video)
         expected.pictureSize = QSize(preset.video->width / 2 * 2, preset.video->height / 2 * 2);
     if (expected.hasSound && preset.audio && keepsSoundShape(param.format)) {

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "MediaKits/MediaInfo/mediainfodata.h"
 #include "MediaKits/MediaProcessor/ffmpegprocessor.h"
 #include "MediaKits/MediaTasksManager/paramtask.h"
 #include "MediaKits/MediaTasksManager/runnertask.h"
+#include "MediaKits/MediaTasksManager/sourcefacts.h"
 
 struct FFmpegTaskParam : MediaTaskParam
 {
@@ -27,8 +29,11 @@ public:
     using ParamTask::ParamTask;
 
     /// What ffmpeg has told about its work so far.
-    FFmpegAccount account() const { return m_runner.account(); }
+    virtual FFmpegAccount account() const { return m_runner.account(); }
 
 protected:
     void prepare() override;
+    /// Hands the launcher of ffmpeg what is known of the source, from the next start on.
+    /// @param source null for nothing
+    void tellSource(const QSharedPointer<MediaInfoData> &source, SourceCover cover = {});
 };

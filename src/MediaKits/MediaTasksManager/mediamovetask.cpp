@@ -11,14 +11,24 @@
 
 #include <atomic>
 
+// Uses nothing but what it holds itself, since it may outlive its task.
 class MediaMoveTask::Copy : public QThread
 {
 public:
     Copy(const QString &from, const QString &to) : target(to), m_from(from) {}
-    ~Copy() override
+
+    // Ends the copy. One that waits for a share which no longer answers goes when it has ended.
+    static void letGo(Copy *copy)
     {
-        isCancelled = true;
-        wait();
+        constexpr unsigned long endWaitMs = 500;
+        copy->isCancelled = true;
+        if (copy->wait(endWaitMs)) {
+            delete copy;
+            return;
+        }
+        connect(copy, &QThread::finished, copy, &QObject::deleteLater);
+        if (copy->isFinished()) // in the meantime
+            copy->deleteLater();
     }
 
     const QString target;
@@ -68,7 +78,7 @@ std::optional<TaskFailure> MediaMoveTask::move()
         case MoveResult::NameTaken:
             break;
         case MoveResult::NeedsCopy:
-            m_copy = std::make_shared<Copy>(m_param->from, target);
+            m_copy = std::shared_ptr<Copy>(new Copy(m_param->from, target), &Copy::letGo);
             connect(m_copy.get(), &QThread::finished, this, &MediaMoveTask::onCopied);
             m_copy->start();
             return std::nullopt;

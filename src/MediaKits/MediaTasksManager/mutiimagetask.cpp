@@ -2,6 +2,7 @@
 #include "MediaKits/MediaTasksManager/mutiimagetask.h"
 
 #include "MediaKits/MediaInfo/MAMediaInfo/mamediainfo.h"
+#include "MediaKits/MediaInfo/mediainfo.h"
 #include "MediaKits/MediaTasksManager/ffmpegextask.h"
 #include "MediaKits/MediaTasksManager/inputcheck.h"
 #include "MediaKits/MediaTasksManager/shottask.h"
@@ -80,6 +81,10 @@ void MutiImageTask::addShots(QVector<TaskItem> &items, const QString &pictureDir
 {
     const QString format = text("format");
     const QVariantList images = imageList();
+    auto source =
+        m_param->map.value(QStringLiteral("sourceInfo")).value<QSharedPointer<MediaInfoData>>();
+    if (!source)
+        source = readInProcess(text("inputUrl"));
     int number = 0;
     for (const QVariant &image : images) {
         ++number;
@@ -89,7 +94,7 @@ void MutiImageTask::addShots(QVector<TaskItem> &items, const QString &pictureDir
         shot.insert(inputUrlKey, m_aliases.forInput(text("inputUrl")));
         shot.insert(outputUrlKey, picture);
         shot.insert(QStringLiteral("watermark"), m_aliases.forFilter(text("watermark")));
-        items.append({new ShotTask(shot), shotWeight});
+        items.append({new ShotTask(shot, source), shotWeight});
         if (!stitched) {
             const QString target = outputPath(text("outputDir"), numberedName(number), format);
             items.append({moveStep(picture, target, checkPicture), stepWeight});

@@ -11,7 +11,8 @@
 /// "inputUrl" the video, "outputDir" folder and "baseName" base name of the results, "format"
 /// "png", "jpg" or "bmp", "images" list of maps with "pos" (int, ms) and "scale" (float, 1.0 is
 /// the video's size), "isPiiic" (bool) stitches two or more moments into one picture, "watermark"
-/// path of a picture for the middle of each shot, empty or absent for none.
+/// path of a picture for the middle of each shot, empty or absent for none, "sourceInfo" the probed
+/// video (`QSharedPointer<MediaInfoData>`), which is read at the start when it is absent.
 struct MutiImageTaskParam : MediaTaskParam
 {
     static constexpr int paramType = 16;

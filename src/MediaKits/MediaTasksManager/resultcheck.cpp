@@ -13,7 +13,8 @@ namespace {
 // Less than that is the room of a last frame or of an encoder's padding.
 constexpr qint64 smallestShortfallMs = 1000;
 // A picture's last frame may stand for long, and its length gets lost.
-constexpr int pictureSlackPermille = 200;
+constexpr int lastFramePermille = 200;
+constexpr qint64 longestLastFrameMs = 10000;
 
 QString tr(const char *text)
 {
@@ -33,13 +34,17 @@ QString spanText(qint64 ms)
     return tr("%1 小时 %2 分").arg(minutes / sixty).arg(minutes % sixty);
 }
 
-// How much is missing, 0 when it is nothing to speak of or when one of the times isn't known.
-qint64 shortfallMs(qint64 expectedMs, qint64 foundMs, int slackPermille)
+qint64 shareOf(qint64 ms, int permille)
 {
     constexpr qint64 thousand = 1000;
+    return ms * permille / thousand;
+}
+
+// How much is missing, 0 when it is nothing to speak of or when one of the times isn't known.
+qint64 shortfallMs(qint64 expectedMs, qint64 foundMs, qint64 slackMs)
+{
     const qint64 missing = expectedMs - foundMs;
-    const qint64 slack = smallestShortfallMs + expectedMs * slackPermille / thousand;
-    return expectedMs > 0 && foundMs > 0 && missing > slack ? missing : 0;
+    return expectedMs > 0 && foundMs > 0 && missing > smallestShortfallMs + slackMs ? missing : 0;
 }
 
 class Check
@@ -63,6 +68,7 @@ public:
             return {emptyText(), {}, {}};
         remarkIf(m_expected.hasPicture && !m_hasPicture, tr("没有画面"));
         remarkIf(m_expected.hasSound && !m_hasSound, tr("没有声音"));
+        remarkIf(m_account.coverLost, tr("封面图片无法解码，画面为黑色"));
         checkTimes();
         checkShape();
         remarkIf(m_account.damagedPlaces > 0,
@@ -109,16 +115,20 @@ private:
 void Check::checkTimes()
 {
     const qint64 foundMs = std::max(m_format.duration, m_account.writtenMs);
-    const qint64 missing = shortfallMs(m_expected.lengthMs, foundMs, m_expected.slackPermille);
+    const auto roundingMs = [this](qint64 ms) { return shareOf(ms, m_expected.slackPermille); };
+    const qint64 missing =
+        shortfallMs(m_expected.lengthMs, foundMs, roundingMs(m_expected.lengthMs));
     if (missing > 0) {
         m_remarks += tr("比%1短 %2").arg(m_expected.measure, spanText(missing));
         return;
     }
+    const qint64 lastFrameMs =
+        std::min(shareOf(m_expected.pictureEndMs, lastFramePermille), longestLastFrameMs);
     const qint64 picture = shortfallMs(m_expected.pictureEndMs, m_content.pictureEndMs,
-                                       pictureSlackPermille + m_expected.slackPermille);
+                                       std::max(lastFrameMs, roundingMs(m_expected.pictureEndMs)));
     remarkIf(picture > 0, tr("画面比%1短 %2").arg(m_expected.measure, spanText(picture)));
     const qint64 sound =
-        shortfallMs(m_expected.soundEndMs, m_content.soundEndMs, m_expected.slackPermille);
+        shortfallMs(m_expected.soundEndMs, m_content.soundEndMs, roundingMs(m_expected.soundEndMs));
     remarkIf(sound > 0, tr("声音比%1短 %2").arg(m_expected.measure, spanText(sound)));
     remarkIf(picture + sound == 0 &&
                  (m_account.inputCutOff || (m_expected.isSourceCutOff && m_expected.lengthMs == 0)),

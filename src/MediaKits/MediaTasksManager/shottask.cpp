@@ -47,9 +47,16 @@ QVariantMap treeFrom(const QVariantMap &shot, int beginMs, const QVariantMap &ta
 
 } // namespace
 
-ShotTask::ShotTask(const QVariantMap &shot) : FFmpegExTask(QString(), QString()), m_shot(shot)
+ShotTask::ShotTask(const QVariantMap &shot, const QSharedPointer<MediaInfoData> &source)
+    : FFmpegExTask(QString(), QString()), m_shot(shot), m_source(source)
 {
     FFmpegExTask::setParam(new FFmpegExTaskParam(tree(shot)));
+}
+
+void ShotTask::prepare()
+{
+    FFmpegExTask::prepare();
+    tellSource(m_source);
 }
 
 QVariantMap ShotTask::tree(const QVariantMap &shot)
@@ -60,10 +67,11 @@ QVariantMap ShotTask::tree(const QVariantMap &shot)
 
 // From a moment behind the last frame ffmpeg makes no picture and ends well. From one before it,
 // each frame replaces the picture of the frame before.
-bool ShotTask::goesOn()
+bool ShotTask::goesOn(bool endedWell)
 {
     const int pos = m_shot.value(posKey).toInt();
-    if (m_backMs >= pos || QFileInfo(m_shot.value(outputUrlKey).toString()).size() > 0)
+    if (!endedWell || m_backMs >= pos ||
+        QFileInfo(m_shot.value(outputUrlKey).toString()).size() > 0)
         return false;
     m_backMs = m_backMs == 0 ? firstBackMs : m_backMs * backFactor;
     FFmpegExTask::setParam(

@@ -12,15 +12,18 @@ class ShotTask : public FFmpegExTask
 public:
     /// @param shot map with "inputUrl", "outputUrl", "watermark" (a picture for the middle, empty
     ///        for none), "pos" (ms) and "scale" (1.0 is the video's size)
-    explicit ShotTask(const QVariantMap &shot);
+    /// @param source the probed video, null when it isn't known
+    explicit ShotTask(const QVariantMap &shot, const QSharedPointer<MediaInfoData> &source = {});
 
     /// The option tree of one shot.
     static QVariantMap tree(const QVariantMap &shot);
 
 protected:
-    bool goesOn() override;
+    void prepare() override;
+    bool goesOn(bool endedWell) override;
 
 private:
     QVariantMap m_shot;
+    QSharedPointer<MediaInfoData> m_source;
     int m_backMs = 0; ///< how far before the moment the last run has begun
 };

@@ -26,9 +26,11 @@ QStringList pictureFacts(const VEncParam &video, const PictureColours &colours)
 
 } // namespace
 
-QString sourceFacts(const MediaInfoData &info)
+QString sourceFacts(const MediaInfoData &info, SourceCover cover)
 {
     if (info.video)
         return pictureFacts(*info.video, info.colours).join(QLatin1Char(';'));
-    return info.hasCover ? QStringLiteral("cover=1") : QString();
+    if (!info.hasCover)
+        return {};
+    return cover == SourceCover::Lost ? QStringLiteral("cover=lost") : QStringLiteral("cover=1");
 }

@@ -140,12 +140,19 @@ bool needsOwnChain(const ConvertTaskParam &step)
            !audioGraphText(step, ConvertTask::outputDuration(step)).isEmpty();
 }
 
+// Audio books and some more are sound under suffixes that films have as well.
+bool isForSound(const ConvertTaskParam &step)
+{
+    const bool namesSoundAlone = step.encParam && step.encParam->audio && !step.encParam->video;
+    return isAudioFormat(step.format) || namesSoundAlone;
+}
+
 } // namespace
 
 ConvertTaskParam mappedStep(const ConvertTaskParam &param)
 {
     ConvertTaskParam step = param;
-    if (isAudioFormat(step.format)) {
+    if (isForSound(step)) {
         step.picture = ResultPicture::None;
         return step;
     }

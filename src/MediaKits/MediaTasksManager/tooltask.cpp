@@ -70,25 +70,42 @@ void ToolTask::onRunnerState(MediaProcessor::State runnerState)
     case MediaProcessor::ProcessorFinished:
         onRunnerFinished();
         break;
-    case MediaProcessor::ProcessorError: {
-        const QStringList lines = report();
-        fail({failureCause(lines), lines});
+    case MediaProcessor::ProcessorError:
+        onRunnerError();
         break;
-    }
     case MediaProcessor::ProcessorIdle:
     case MediaProcessor::ProcessorStarted:
         break;
     }
 }
 
+bool ToolTask::goesOn(bool)
+{
+    return false;
+}
+
+// A runner that was told to stop says that it has finished.
+bool ToolTask::startsAnew(bool endedWell)
+{
+    if (m_isStopped || !goesOn(endedWell))
+        return false;
+    prepare();
+    m_runner.start();
+    return true;
+}
+
+void ToolTask::onRunnerError()
+{
+    if (startsAnew(false))
+        return;
+    const QStringList lines = report();
+    fail({failureCause(lines), lines});
+}
+
 void ToolTask::onRunnerFinished()
 {
-    // A runner that was told to stop says that it has finished.
-    if (!m_isStopped && goesOn()) {
-        prepare();
-        m_runner.start();
+    if (startsAnew(true))
         return;
-    }
     const QPointer<ToolTask> alive(this);
     if (m_endProgress == FullEndProgress)
         emit taskProgress(1.0);

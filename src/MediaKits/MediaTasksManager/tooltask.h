@@ -35,12 +35,15 @@ protected:
     void run();
     /// Tells the runner what to do; called ahead of each start.
     virtual void prepare() = 0;
-    /// Whether the tool, which has ended well, is to be started once more; it is prepared anew.
-    virtual bool goesOn() { return false; }
+    /// Whether the tool, which has ended, is to be started once more; it is prepared anew.
+    /// @param endedWell whether the run would have finished the task
+    virtual bool goesOn(bool endedWell);
 
 private:
     void onRunnerState(MediaProcessor::State runnerState);
+    bool startsAnew(bool endedWell);
     void onRunnerFinished();
+    void onRunnerError();
 
     ToolProcessor &m_runner;
     EndProgress m_endProgress;

@@ -3,6 +3,7 @@
 
 #include "MediaKits/Logger/logger.h"
 #include "MediaKits/MediaFormats/toolquoting.h"
+#include "MediaKits/MediaInfo/mediainfo.h"
 
 #include <QFileInfo>
 
@@ -37,6 +38,12 @@ QString VideoImagePickTask::commandText(const VideoImagePickTaskParam &param)
     else
         return {};
     return pattern.arg(quoteToolPath(param.path), quoteToolPath(param.target));
+}
+
+void VideoImagePickTask::prepare()
+{
+    FFmpegTask::prepare();
+    tellSource(m_param->sourceInfo ? m_param->sourceInfo : readInProcess(m_param->path));
 }
 
 void VideoImagePickTask::start()

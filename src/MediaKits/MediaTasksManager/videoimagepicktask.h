@@ -15,6 +15,8 @@ struct VideoImagePickTaskParam : MediaTaskParam
     QString path;   ///< the video
     QString target; ///< ".png" gives the first frame, ".jpg" the one at one second
     int fromMs;     ///< where the frames of a ".png" begin
+    /// The probed video; it is read at the start when this is null.
+    QSharedPointer<MediaInfoData> sourceInfo;
 };
 
 /// Writes one picture of a video, 300 pixels wide. A target with another suffix ends in `ERROR`.
@@ -29,4 +31,7 @@ public:
 
     /// Everything behind the program; empty for a suffix that isn't known.
     static QString commandText(const VideoImagePickTaskParam &param);
+
+protected:
+    void prepare() override;
 };

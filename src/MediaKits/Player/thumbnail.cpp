@@ -35,7 +35,8 @@ void runManager()
 } // namespace
 
 void requestThumbnail(const QString &path, QObject *context,
-                      const std::function<void(const QPixmap &)> &callback, int atMs)
+                      const std::function<void(const QPixmap &)> &callback, int atMs,
+                      const QSharedPointer<MediaInfoData> &source)
 {
     const QFileInfo file(path);
     if (!file.exists() || !isVideoFormat(file.suffix())) {
@@ -45,7 +46,9 @@ void requestThumbnail(const QString &path, QObject *context,
     const QString target = QStringLiteral("%1/%2.png")
                                .arg(tempDir(), QUuid::createUuid().toString(QUuid::WithoutBraces));
     auto *task = new VideoImagePickTask(context);
-    task->setParam(new VideoImagePickTaskParam(path, target, atMs));
+    auto *param = new VideoImagePickTaskParam(path, target, atMs);
+    param->sourceInfo = source;
+    task->setParam(param);
     QObject::connect(task, &MediaTask::taskStateChanged, context, [=](MediaTask::State state) {
         if (!MediaTask::isFinal(state))
             return;

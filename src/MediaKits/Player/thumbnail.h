@@ -2,10 +2,12 @@
 #pragma once
 
 #include <QPixmap>
+#include <QSharedPointer>
 #include <QtGlobal>
 
 #include <functional>
 
+struct MediaInfoData;
 class QObject;
 
 /// Hands a small picture of a video, of its first frame from a time on, to `callback`: null at once
@@ -13,8 +15,10 @@ class QObject;
 /// can be had. Pictures are made one after the other.
 /// @param context the callback isn't called any more once it is gone
 /// @param atMs of the video's time
+/// @param source the probed video where it is known; otherwise it is read once more
 void requestThumbnail(const QString &path, QObject *context,
-                      const std::function<void(const QPixmap &)> &callback, int atMs = 0);
+                      const std::function<void(const QPixmap &)> &callback, int atMs = 0,
+                      const QSharedPointer<MediaInfoData> &source = {});
 
 /// As long as one is there, no further picture is begun. For work that keeps the window busy: the
 /// start of a child process takes up to 10 ms, and the program then finds all its memory shared

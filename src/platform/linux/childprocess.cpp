@@ -79,6 +79,10 @@ void ChildProcess::setupChildProcess()
 
 bool ChildProcess::endNow()
 {
+    // With what the child is just starting: until that is tied to it, it would outlive the child,
+    // and wait for its word for ever.
+    if (m_group == Group::Own && processId() > 0)
+        ::kill(-pid_t(processId()), SIGKILL);
     kill();
     return state() == NotRunning || waitForFinished(endWaitMs) || state() == NotRunning;
 }

@@ -16,6 +16,8 @@ const ContainerRow rows[] = {
     {"divx", "avi", "", ""},
     {"dat", "mpg", "", ""},
     {"vro", "mpg", "", ""},
+    // ffmpeg's encoder for it takes pictures of sixteens of pixels only.
+    {"rm", "mp4", "", ""},
     {"rmvb", "mp4", "", ""},
     {"mtv", "mp4", "", ""},
     // Under this suffix ffmpeg writes sound alone.

@@ -145,6 +145,9 @@ void readProbeJson(const QJsonObject &document, MediaInfoData &data)
             data.audios.append(readAudio(stream));
         } else if (isCover(stream)) {
             data.hasCover = true;
+        } else if (type == QLatin1String("subtitle")) {
+            // They may go on when the film is over, and the length is that of the longest.
+            data.content.toldMs = 0;
         }
     }
 }

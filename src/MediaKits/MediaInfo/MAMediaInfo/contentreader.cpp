@@ -11,7 +11,7 @@
 
 namespace {
 
-// Ends of several sounds that lie no further apart count as one.
+// Ends of streams that lie no further apart count as one.
 constexpr qint64 sameEndMs = 1000;
 
 // Containers whose header states a length. The others are streams: readers look at their ends, or
@@ -65,6 +65,8 @@ private:
     QSize pictureSize() const;
     qint64 soundEndMs() const;
     void readHeader(MediaContent &content, const QString &path) const;
+    void readEnds(MediaContent &content, int films, int sounds) const;
+    bool isLengthOfAll(const MediaContent &content) const;
 
     const OpenedFile &m_file;
     const MediaFormatInfo &m_format;
@@ -119,6 +121,34 @@ void ContentReader::readHeader(MediaContent &content, const QString &path) const
         content.toldMs = m_format.duration * *toldSize / std::max<qint64>(m_format.fileSize, 1);
 }
 
+// Where Matroska leaves out how long the streams are, the library gives all of them the length of
+// the file.
+bool ContentReader::isLengthOfAll(const MediaContent &content) const
+{
+    const auto isWhole = [this](qint64 end) {
+        return end == 0 || std::abs(end - m_format.duration) <= sameEndMs;
+    };
+    return !statesStreams(m_container) ||
+           (isMatroska(m_container) && isWhole(content.pictureEndMs) &&
+            isWhole(content.soundEndMs));
+}
+
+void ContentReader::readEnds(MediaContent &content, int films, int sounds) const
+{
+    if (statesStreams(m_container)) {
+        content.pictureEndMs = films > 0 ? endMs(OpenedFile::picture, 0) : 0;
+        content.soundEndMs = sounds > 0 ? soundEndMs() : 0;
+    } else if (films == 0 && sounds == 1) {
+        content.soundEndMs = content.toldMs;
+    }
+    // Subtitles may go on when the film is over.
+    if (count(OpenedFile::subtitles) > 0 && isLengthOfAll(content)) {
+        content.toldMs = 0;
+        content.pictureEndMs = 0;
+        content.soundEndMs = 0;
+    }
+}
+
 MediaContent ContentReader::read(const QString &path) const
 {
     MediaContent content;
@@ -130,12 +160,7 @@ MediaContent ContentReader::read(const QString &path) const
     for (int stream = 0; stream < sounds; ++stream)
         content.hasSound = content.hasSound || isFilled(OpenedFile::sound, stream);
     readHeader(content, path);
-    if (statesStreams(m_container)) {
-        content.pictureEndMs = films > 0 ? endMs(OpenedFile::picture, 0) : 0;
-        content.soundEndMs = sounds > 0 ? soundEndMs() : 0;
-    } else if (films == 0 && sounds == 1) {
-        content.soundEndMs = content.toldMs;
-    }
+    readEnds(content, films, sounds);
     return content;
 }
 

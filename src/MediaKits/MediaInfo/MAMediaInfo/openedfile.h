@@ -16,6 +16,7 @@ public:
     static constexpr MediaInfo_stream_C picture = MediaInfo_Stream_Video;
     static constexpr MediaInfo_stream_C sound = MediaInfo_Stream_Audio;
     static constexpr MediaInfo_stream_C still = MediaInfo_Stream_Image;
+    static constexpr MediaInfo_stream_C subtitles = MediaInfo_Stream_Text;
 
     /// @param headersOnly looks no further into the streams than the container's headers make
     ///        needful; a third of the time

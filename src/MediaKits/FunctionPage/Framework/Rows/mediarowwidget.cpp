@@ -137,7 +137,7 @@ void MediaRowWidget::requestPicture(int atMs)
             return;
         setPicture(fittedPixmap(picture, pictureFrame, devicePixelRatioF()));
     };
-    requestThumbnail(sourcePath(), this, show, atMs);
+    requestThumbnail(sourcePath(), this, show, atMs, sourceInfo());
 }
 
 bool MediaRowWidget::hasPicture() const
