@@ -8,6 +8,7 @@
 #include "MediaKits/FunctionPage/VideoConvert/mediaconvertfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoCut/mediacutfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergefunctionpage.h"
+#include "MediaKits/FunctionPage/VideoShot/mediashotfunctionpage.h"
 #include "MediaKits/MainWindow/emptypage.h"
 #include "MediaKits/MainWindow/homepage.h"
 
@@ -45,7 +46,7 @@ const QVector<FunctionPageEntry> &functionPages()
               makePage<MediaBeautifyFunctionPage>),
         entry(MediaFunction::Gif, "Gif", "gif"),
         entry(MediaFunction::Dubbing, "Dubbing", "dubbing"),
-        entry(MediaFunction::Shot, "Shot", "shot"),
+        entry(MediaFunction::Shot, "Shot", "shot", makePage<MediaShotFunctionPage>),
         entry(MediaFunction::Watermark, "Watermark", "watermark"),
         entry(MediaFunction::AudioConvert, "AudioConverter", "audio",
               makePage<AudioConvertFunctionPage>),
