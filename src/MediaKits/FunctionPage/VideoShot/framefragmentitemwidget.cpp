@@ -7,6 +7,7 @@
 
 #include <QFileInfo>
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidgetItem>
 #include <QPushButton>
@@ -16,21 +17,29 @@
 FrameFragmentItemWidget::FrameFragmentItemWidget(QListWidgetItem *item, int ms, QWidget *parent)
     : QWidget(parent), m_item(item), m_image(new QLabel(this))
 {
-    setAttribute(Qt::WA_StyledBackground);
     m_image->setObjectName(QStringLiteral("lblImage"));
     m_image->setAlignment(Qt::AlignCenter);
     // The row's height is the list's to say.
     m_image->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
-    auto *pages = new QStackedLayout(this);
+    m_front = makeFront(ms);
+    auto *pages = new QStackedLayout;
     pages->setStackingMode(QStackedLayout::StackAll);
-    pages->addWidget(makeFront(ms));
+    pages->addWidget(m_front);
     pages->addWidget(m_image);
+    auto *middle = new QWidget(this);
+    middle->setFixedWidth(imageWidth);
+    middle->setLayout(pages);
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(middle);
 }
 
 QWidget *FrameFragmentItemWidget::makeFront(int ms)
 {
     constexpr int edge = 6;
     auto *front = new QWidget(this);
+    front->setObjectName(QStringLiteral("wdtFront"));
+    front->setAttribute(Qt::WA_StyledBackground);
     auto *time = new QLabel(timeText(ms), front);
     time->setObjectName(QStringLiteral("lblPos"));
     auto *remove = new QPushButton(front);
@@ -64,9 +73,8 @@ void FrameFragmentItemWidget::loadImage(const QString &path)
 
 void FrameFragmentItemWidget::setCurrent(bool current)
 {
-    setProperty("current", current);
-    repolish(this);
-    repolish(m_image);
+    m_front->setProperty("current", current);
+    repolish(m_front);
 }
 
 void FrameFragmentItemWidget::on_btnDel_clicked()

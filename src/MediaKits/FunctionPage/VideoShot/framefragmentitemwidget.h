@@ -13,6 +13,9 @@ class FrameFragmentItemWidget : public QWidget
     Q_OBJECT
 
 public:
+    /// Of the pictures, in pixels at 100 %.
+    static constexpr int imageWidth = 218;
+
     /// @param item goes when the user deletes the row
     /// @param ms the moment
     FrameFragmentItemWidget(QListWidgetItem *item, int ms, QWidget *parent);
@@ -31,4 +34,5 @@ private:
 
     QListWidgetItem *const m_item;
     QLabel *m_image;
+    QWidget *m_front;
 };

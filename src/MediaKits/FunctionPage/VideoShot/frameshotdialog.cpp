@@ -26,7 +26,7 @@
 namespace {
 
 constexpr int momentRole = 257;
-constexpr int thumbnailWidth = 218;
+constexpr int thumbnailWidth = FrameFragmentItemWidget::imageWidth;
 constexpr QSize usualSize(1036, 660);
 constexpr int tabGap = 8;
 

@@ -221,6 +221,12 @@ void EditorDialog::onProgress(int ms)
 {
     if (m_standsAtSought)
         return;
+    // What is told of a player that was paused may be the frame before or behind the one on the
+    // screen.
+    if (m_leadMs > 0 && !m_ui->btnPlay->isChecked()) {
+        seek(ms);
+        return;
+    }
     m_position = ms;
     showPosition();
 }
