@@ -10,10 +10,13 @@
 #include "MediaKits/FunctionPage/VideoDubbing/videodubbingdialog.h"
 #include "MediaKits/FunctionPage/VideoGif/mediagiffunctionpage.h"
 #include "MediaKits/FunctionPage/VideoGif/mutigifcutdialog.h"
+#include "MediaKits/FunctionPage/VideoShot/frameshotdialog.h"
+#include "MediaKits/FunctionPage/VideoShot/mediashotfunctionpage.h"
 #include "MediaKits/MediaInfo/mediainfodata.h"
 #include "screenshots/stage.h"
 #include "support/guisupport.h"
 
+#include <QCheckBox>
 #include <QLabel>
 #include <QListWidget>
 #include <QProgressBar>
@@ -22,6 +25,8 @@
 #include <QTest>
 #include <QTimeEdit>
 #include <QTreeWidget>
+
+#include <algorithm>
 
 namespace {
 
@@ -38,18 +43,23 @@ void showAudioCut(Stage &stage)
     Stage::pausePlayer(*dialog);
 }
 
+QSharedPointer<MediaInfoData> filmInfo()
+{
+    const auto info = QSharedPointer<MediaInfoData>::create();
+    info->format = QSharedPointer<MediaFormatInfo>::create();
+    info->format->duration = filmMs;
+    info->video = QSharedPointer<VEncParam>::create();
+    info->video->width = 640;
+    info->video->height = 360;
+    info->video->frameRate = 25;
+    return info;
+}
+
 template<class Dialog>
 Dialog *showEditor(Stage &stage, const QString &file)
 {
-    MediaInfoData info;
-    info.format = QSharedPointer<MediaFormatInfo>::create();
-    info.format->duration = filmMs;
-    info.video = QSharedPointer<VEncParam>::create();
-    info.video->width = 640;
-    info.video->height = 360;
-    info.video->frameRate = 25;
     auto *dialog = new Dialog(&stage.window());
-    dialog->showMedium(file, info);
+    dialog->showMedium(file, *filmInfo());
     stage.show(dialog);
     Stage::awaitPicture(*dialog);
     return dialog;
@@ -105,6 +115,58 @@ void showDubbing(Stage &stage, int count)
     if (!QTest::qWaitFor([bar] { return bar->format().endsWith("dB"_s); }, convertAtMost))
         qWarning("the film was not measured");
     Stage::pausePlayer(*dialog);
+}
+
+// Two single moments, or a series of many.
+void showMoments(Stage &stage, bool series, bool stitched)
+{
+    auto *dialog = new FrameShotDialog(&stage.window());
+    dialog->showSource(stage.longestFilm(), filmInfo());
+    stage.show(dialog);
+    Stage::awaitPicture(*dialog);
+    Stage::pausePlayer(*dialog);
+    Stage::child<QCheckBox>(*dialog, "cbIsPiiic").setChecked(stitched);
+    Stage::child<QPushButton>(*dialog, series ? "btnSequenceSelect" : "btnOneSelect").click();
+    Stage::child<QSpinBox>(*dialog, "sbInterval").setValue(30);
+    auto &add = Stage::child<QPushButton>(*dialog, "btnFragmentAdd");
+    add.click();
+    const auto *images = &Stage::child<QListWidget>(*dialog, "listWidget");
+    const auto isDone = [images] {
+        const auto labels = images->findChildren<QLabel *>("lblImage"_s);
+        return std::all_of(labels.begin(), labels.end(), [](const QLabel *label) {
+            return !label->pixmap(Qt::ReturnByValue).isNull();
+        });
+    };
+    if (!QTest::qWaitFor(isDone, convertAtMost))
+        qWarning("the small pictures take too long");
+}
+
+// A row that has nothing to do yet, one that is ready, and one that is done.
+void showShotRows(Stage &stage)
+{
+    auto &page = stage.open<MediaShotFunctionPage>("btnShot");
+    page.clear();
+    page.addFiles({stage.media().first(), stage.longestFilm(), stage.media().first()});
+    auto &list = Stage::child<QListWidget>(page, "convertList");
+    const auto shoot = [&list](int index, bool starts) {
+        whenModal("FrameShotDialog", [](QWidget &dialog) {
+            Stage::child<QPushButton>(dialog, "btnFragmentAdd").click();
+            Stage::child<QPushButton>(dialog, "btnOk").click();
+        });
+        QWidget *row = list.itemWidget(list.item(index));
+        auto &edit = Stage::child<QPushButton>(*row, "btnShotSet");
+        if (!QTest::qWaitFor([&edit] { return edit.isEnabled(); }))
+            qWarning("the file was not read");
+        edit.click();
+        if (!starts)
+            return;
+        Stage::child<QPushButton>(*row, "btnConvert").click();
+        auto &done = Stage::child<QPushButton>(*row, "btnOpenDir");
+        if (!QTest::qWaitFor([&done] { return done.isVisibleTo(done.window()); }, convertAtMost))
+            qWarning("the shots take too long");
+    };
+    shoot(1, false);
+    shoot(2, true);
 }
 
 void showFragments(Stage &stage, const QString &file, int count)
@@ -214,6 +276,10 @@ QVector<Shot> editorShots()
         {"dubbing-many"_s, [](Stage &stage) { showDubbing(stage, 9); }},
         {"dubbing-page"_s,
          [](Stage &stage) { stage.fill<MediaDubbingFunctionPage>("btnDubbing"); }},
+        {"shot-one"_s, [](Stage &stage) { showMoments(stage, false, false); }},
+        {"shot-series"_s, [](Stage &stage) { showMoments(stage, true, false); }},
+        {"shot-stitched"_s, [](Stage &stage) { showMoments(stage, true, true); }},
+        {"shot-states"_s, showShotRows},
     };
     for (Shot &shot : shots)
         shot.standsAlone = true;

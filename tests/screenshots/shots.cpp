@@ -22,6 +22,7 @@
 #include "MediaKits/FunctionPage/VideoMerge/mediamergefinishtipsdialog.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergefunctionpage.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergelistitemwidget.h"
+#include "MediaKits/FunctionPage/VideoShot/mediashotfunctionpage.h"
 #include "MediaKits/MainWindow/aboutmedialog.h"
 #include "MediaKits/MainWindow/customerservice.h"
 #include "MediaKits/MainWindow/exittipsdialog.h"
@@ -226,6 +227,7 @@ const QVector<Shot> &allShots()
             {"beauty-rows"_s,
              [](Stage &stage) { stage.fill<MediaBeautifyFunctionPage>("btnBeautifier"); }},
             {"gif-rows"_s, [](Stage &stage) { stage.fill<MediaGifFunctionPage>("btnGif"); }},
+            {"shot-rows"_s, [](Stage &stage) { stage.fill<MediaShotFunctionPage>("btnShot"); }},
             {"merge-empty"_s, [](Stage &stage) { stage.press("btnMerger"); }},
             {"merge-rows"_s, [](Stage &stage) { stage.fill<MediaMergeFunctionPage>("btnMerger"); }},
             {"merge-cut"_s, showCutInputs},

@@ -10,6 +10,7 @@
 #include "MediaKits/FunctionPage/VideoDubbing/mediadubbingfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoGif/mediagiffunctionpage.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergefunctionpage.h"
+#include "MediaKits/FunctionPage/VideoShot/mediashotfunctionpage.h"
 #include "MediaKits/MainWindow/emptypage.h"
 #include "MediaKits/MainWindow/homepage.h"
 
@@ -47,7 +48,7 @@ const QVector<FunctionPageEntry> &functionPages()
               makePage<MediaBeautifyFunctionPage>),
         entry(MediaFunction::Gif, "Gif", "gif", makePage<MediaGifFunctionPage>),
         entry(MediaFunction::Dubbing, "Dubbing", "dubbing", makePage<MediaDubbingFunctionPage>),
-        entry(MediaFunction::Shot, "Shot", "shot"),
+        entry(MediaFunction::Shot, "Shot", "shot", makePage<MediaShotFunctionPage>),
         entry(MediaFunction::Watermark, "Watermark", "watermark"),
         entry(MediaFunction::AudioConvert, "AudioConverter", "audio",
               makePage<AudioConvertFunctionPage>),

@@ -171,12 +171,6 @@ void appendDelogo(StreamGraph &graph, const Overlay &overlay, const ConvertTaskP
     graph.append(FilterGraph::filter(QStringLiteral("delogo"), options));
 }
 
-// Left alone, "%" would begin an expansion, and a text with any other use of it would not show.
-QString literalText(const QString &text)
-{
-    return escapeDrawtextText(text).replace(QLatin1Char('%'), QLatin1String("\\\\\\\\%"));
-}
-
 void appendDrawtext(StreamGraph &graph, const Overlay &overlay)
 {
     const QFont font = overlay.value("font").value<QFont>();
@@ -188,7 +182,7 @@ void appendDrawtext(StreamGraph &graph, const Overlay &overlay)
         {QStringLiteral("fontsize"), font.pixelSize()},
         {QStringLiteral("fontcolor"), overlay.value("fontcolor").value<QColor>()},
         {QStringLiteral("alpha"), overlay.value("opacity").toFloat()},
-        {QStringLiteral("text"), literalText(overlay.value("text").toString())},
+        {QStringLiteral("text"), escapeLiteralText(overlay.value("text").toString())},
     };
     overlay.addInterval(options);
     graph.append(FilterGraph::filter(QStringLiteral("drawtext"), options));

@@ -80,6 +80,12 @@ QString escapeDrawtextText(const QString &text)
     return replaceAll(text, drawtextSteps);
 }
 
+// Left alone, "%" would begin an expansion, and a text with any other use of it would not show.
+QString escapeLiteralText(const QString &text)
+{
+    return escapeDrawtextText(text).replace(QLatin1Char('%'), QLatin1String("\\\\\\\\%"));
+}
+
 QString escapePreviewValue(const QString &text)
 {
     return replaceAll(text, previewValueSteps);

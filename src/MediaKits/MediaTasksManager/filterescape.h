@@ -16,6 +16,9 @@ QString quoteFilterPath(const QString &path);
 /// ffmpeg's own parsing.
 QString escapeDrawtextText(const QString &text);
 
+/// The same of a text in which nothing stands for anything else.
+QString escapeLiteralText(const QString &text);
+
 /// A path or an interval that an editor's preview hands to the player.
 QString escapePreviewValue(const QString &text);
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MediaTasksManager/mutiimagetask.h"
 
+#include "MediaKits/MediaFormats/mediatexts.h"
 #include "MediaKits/MediaInfo/MAMediaInfo/mamediainfo.h"
 #include "MediaKits/MediaInfo/mediainfo.h"
 #include "MediaKits/MediaTasksManager/ffmpegextask.h"
@@ -8,6 +9,9 @@
 #include "MediaKits/MediaTasksManager/shottask.h"
 
 #include <QDir>
+#include <QFileInfo>
+
+#include <algorithm>
 
 namespace {
 
@@ -15,9 +19,35 @@ constexpr double stepWeight = 0.1;
 constexpr double shotWeight = 10.0;
 constexpr double stitchWeightEach = 0.5;
 constexpr int fewestStitched = 2;
+constexpr int captionLines = 2;
+// Between the pictures of a sheet, as a part of their width.
+constexpr int sheetGapPart = 40;
+constexpr int smallestGap = 4;
+
+// What the encoder of JPEG takes, and what ffmpeg takes of any picture.
+constexpr int longestJpegSide = 65500;
+constexpr qint64 mostPixels = 268'000'000;
 
 const QString inputUrlKey = QStringLiteral("inputUrl");
 const QString outputUrlKey = QStringLiteral("outputUrl");
+
+using Info = QSharedPointer<MediaInfoData>;
+
+// What is laid together isn't to lose twice.
+QString losslessFormat(const QString &format)
+{
+    return format == QLatin1String("jpg") ? QStringLiteral("png") : format;
+}
+
+int linesOf(int count, int columns)
+{
+    return (count + columns - 1) / columns;
+}
+
+int sheetGap(int width)
+{
+    return std::max(width / sheetGapPart, smallestGap);
+}
 
 // A picture is looked at for its being there, and for nothing else.
 ResultVerdict checkPicture(const QString &path)
@@ -31,12 +61,17 @@ ResultVerdict checkPicture(const QString &path)
 
 QVariantMap MutiImageTask::stitchTree(const QVariantMap &stitch)
 {
-    const QString tile = QStringLiteral("tile=%1x%2")
-                             .arg(stitch.value(QStringLiteral("column")).toString(),
-                                  stitch.value(QStringLiteral("line")).toString());
+    QString tile = QStringLiteral("tile=%1x%2")
+                       .arg(stitch.value(QStringLiteral("column")).toString(),
+                            stitch.value(QStringLiteral("line")).toString());
+    if (const int gap = stitch.value(QStringLiteral("gap")).toInt(); gap > 0)
+        tile += QStringLiteral(":padding=%1:margin=%1:color=white").arg(gap);
+    QVariantList options{FFmpegExTask::option(QStringLiteral("-vf"), tile)};
+    const QVariantMap quality = ShotTask::qualityOption(stitch.value(outputUrlKey).toString());
+    if (!quality.isEmpty())
+        options += quality;
     const QVariantMap output{{outputUrlKey, stitch.value(outputUrlKey)},
-                             {QStringLiteral("options"),
-                              QVariantList{FFmpegExTask::option(QStringLiteral("-vf"), tile)}}};
+                             {QStringLiteral("options"), options}};
     const QVariantMap input{{inputUrlKey, stitch.value(inputUrlKey)}};
     return {{QStringLiteral("input"), QVariantMap{{QStringLiteral("inputs"), QVariantList{input}}}},
             {QStringLiteral("output"), output}};
@@ -57,8 +92,30 @@ QString MutiImageTask::problem() const
     const QString input = inputProblem(text("inputUrl"));
     if (!input.isEmpty())
         return input;
-    const QString name = isStitched() ? text("baseName") : numberedName(imageList().size());
-    return outputProblem(outputPath(text("outputDir"), name, text("format")));
+    const QString name = isOnePicture() ? text("baseName") : numberedName(imageList().size());
+    const QString output = outputProblem(outputPath(text("outputDir"), name, text("format")));
+    return output.isEmpty() ? sizeProblem() : output;
+}
+
+// Every picture would be taken before the tool refuses what they add up to.
+QString MutiImageTask::sizeProblem() const
+{
+    if (!isOnePicture())
+        return {};
+    const Info source = m_param->map.value(QStringLiteral("sourceInfo")).value<Info>();
+    QSize part = ShotTask::pictureSize(source.data(), onePictureScale());
+    if (part.isEmpty())
+        return {};
+    const int inRow = std::max(columns(), 1);
+    if (columns() > 0)
+        part += QSize(0, ShotTask::captionHeight(part.width(), captionLines));
+    const qint64 width = qint64(part.width()) * inRow;
+    const qint64 height = qint64(part.height()) * linesOf(imageList().size(), inRow);
+    const bool isJpeg = text("format") == QLatin1String("jpg");
+    if (width * height <= mostPixels &&
+        (!isJpeg || std::max(width, height) <= qint64(longestJpegSide)))
+        return {};
+    return tr("图片过大（%1x%2 像素），请减少张数或缩小图片").arg(width).arg(height);
 }
 
 QVariantList MutiImageTask::imageList() const
@@ -66,10 +123,34 @@ QVariantList MutiImageTask::imageList() const
     return m_param->map.value(QStringLiteral("images")).toList();
 }
 
-bool MutiImageTask::isStitched() const
+int MutiImageTask::columns() const
 {
-    return m_param->map.value(QStringLiteral("isPiiic")).toBool() &&
-           imageList().size() >= fewestStitched;
+    const int wanted = m_param->map.value(QStringLiteral("columns")).toInt();
+    return std::clamp(wanted, 0, imageList().size());
+}
+
+bool MutiImageTask::isOnePicture() const
+{
+    return columns() > 0 || (m_param->map.value(QStringLiteral("isPiiic")).toBool() &&
+                             imageList().size() >= fewestStitched);
+}
+
+double MutiImageTask::onePictureScale() const
+{
+    double largest = 0.0;
+    const QVariantList images = imageList();
+    for (const QVariant &image : images) {
+        const double scale = image.toMap().value(QStringLiteral("scale")).toDouble();
+        largest = std::max(largest, scale > 0.0 ? scale : 1.0);
+    }
+    return largest;
+}
+
+QStringList MutiImageTask::caption(int posMs) const
+{
+    if (columns() == 0)
+        return {};
+    return {QFileInfo(text("inputUrl")).fileName(), timeText(posMs)};
 }
 
 QString MutiImageTask::numberedName(int number) const
@@ -77,25 +158,26 @@ QString MutiImageTask::numberedName(int number) const
     return QStringLiteral("%1_%2").arg(text("baseName"), QString::number(number));
 }
 
-void MutiImageTask::addShots(QVector<TaskItem> &items, const QString &pictureDir, bool stitched)
+void MutiImageTask::addShots(QVector<TaskItem> &items, const QString &pictureDir)
 {
     const QString format = text("format");
+    const bool isOne = isOnePicture();
     const QVariantList images = imageList();
-    auto source =
-        m_param->map.value(QStringLiteral("sourceInfo")).value<QSharedPointer<MediaInfoData>>();
-    if (!source)
-        source = readInProcess(text("inputUrl"));
     int number = 0;
     for (const QVariant &image : images) {
         ++number;
         const QString picture =
-            QStringLiteral("%1/%2.%3").arg(pictureDir, QString::number(number), format);
+            QStringLiteral("%1/%2.%3")
+                .arg(pictureDir, QString::number(number), isOne ? losslessFormat(format) : format);
         QVariantMap shot = image.toMap();
         shot.insert(inputUrlKey, m_aliases.forInput(text("inputUrl")));
         shot.insert(outputUrlKey, picture);
         shot.insert(QStringLiteral("watermark"), m_aliases.forFilter(text("watermark")));
-        items.append({new ShotTask(shot, source), shotWeight});
-        if (!stitched) {
+        if (isOne)
+            shot.insert(QStringLiteral("scale"), onePictureScale());
+        shot.insert(QStringLiteral("caption"), caption(shot.value(QStringLiteral("pos")).toInt()));
+        items.append({new ShotTask(shot, m_source), shotWeight});
+        if (!isOne) {
             const QString target = outputPath(text("outputDir"), numberedName(number), format);
             items.append({moveStep(picture, target, checkPicture), stepWeight});
         }
@@ -106,11 +188,15 @@ void MutiImageTask::addStitch(QVector<TaskItem> &items, const QString &pictureDi
 {
     const QString format = text("format");
     const int count = imageList().size();
+    const int inRow = std::max(columns(), 1);
+    const int width = ShotTask::pictureSize(m_source.data(), onePictureScale()).width();
     const QString result = pictureDir + QLatin1String("/l.") + format;
-    const QVariantMap stitch{{inputUrlKey, pictureDir + QLatin1String("/%d.") + format},
-                             {outputUrlKey, result},
-                             {QStringLiteral("line"), count},
-                             {QStringLiteral("column"), 1}};
+    const QVariantMap stitch{
+        {inputUrlKey, pictureDir + QLatin1String("/%d.") + losslessFormat(format)},
+        {outputUrlKey, result},
+        {QStringLiteral("line"), linesOf(count, inRow)},
+        {QStringLiteral("column"), inRow},
+        {QStringLiteral("gap"), columns() > 0 ? sheetGap(width) : 0}};
     auto *task = new FFmpegExTask(QString(), QString());
     task->setParam(new FFmpegExTaskParam(stitchTree(stitch)));
     items.append({task, count * stitchWeightEach});
@@ -122,14 +208,17 @@ void MutiImageTask::addStitch(QVector<TaskItem> &items, const QString &pictureDi
 GroupMediaTask *MutiImageTask::buildGroup()
 {
     m_aliases.clear();
+    m_source = m_param->map.value(QStringLiteral("sourceInfo")).value<Info>();
+    if (!m_source)
+        m_source = readInProcess(text("inputUrl"));
     const QString tempDir = newWorkDir(text("outputDir"));
-    const bool stitched = isStitched();
     QVector<TaskItem> items;
     items.append({createStep(tempDir), stepWeight});
     const QString pictureDir = m_aliases.forPictures(tempDir);
-    addShots(items, pictureDir, stitched);
-    if (stitched)
+    addShots(items, pictureDir);
+    if (isOnePicture())
         addStitch(items, pictureDir);
     items.append({deleteStep(tempDir), stepWeight});
-    return new GroupMediaTask(items, false);
+    // Pictures of a run that fails or is stopped are of no use in the folder of the results.
+    return new GroupMediaTask(items, true);
 }

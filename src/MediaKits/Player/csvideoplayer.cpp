@@ -125,6 +125,17 @@ void CSVideoPlayer::seek(int ms)
     m_player->seek(ms / 1000.0, MPVPlayer::Absolute, true);
 }
 
+void CSVideoPlayer::tellFrames()
+{
+    connect(m_player, &MPVPlayer::started, this,
+            [this] { sendCommand(QStringLiteral("set osd-fractions yes")); });
+}
+
+int CSVideoPlayer::toldPosition() const
+{
+    return m_player->positionMs();
+}
+
 bool CSVideoPlayer::isRunning() const
 {
     return m_player->isRunning();

@@ -40,6 +40,10 @@ public:
     void stop();
     void seek(int ms);
     bool isRunning() const;
+    /// Has the position told to the ms of the frame that is seen, for every start to come.
+    void tellFrames();
+    /// Where the player has told to be, in ms; whole seconds unless it tells frames.
+    int toldPosition() const;
     QString fileName() const { return m_fileName; }
     /// Whether a player that ends unasked is started again, once a start, where it stood.
     void setRestarting(bool restarting) { m_restarting = restarting; }

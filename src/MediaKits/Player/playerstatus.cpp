@@ -10,6 +10,8 @@
 
 namespace {
 
+constexpr int msOfSecond = 1000;
+
 const QRegularExpression &timeStamp()
 {
     static const QRegularExpression expression(QStringLiteral("([0-9]{2}\\:){2}[0-9]{2}"));
@@ -38,6 +40,13 @@ float seconds(const QString &stamp)
     return time.isValid() ? float(QTime(0, 0).secsTo(time)) : 0.0F;
 }
 
+// What the player may be told to put behind the whole seconds.
+int fractionMs(const QString &line, int behind)
+{
+    static const QRegularExpression expression(QStringLiteral("\\G\\.([0-9]{3})"));
+    return expression.match(line, behind).captured(1).toInt();
+}
+
 std::optional<PlayerStatus> parse(const QString &line)
 {
     if (!isStatus(line))
@@ -50,6 +59,8 @@ std::optional<PlayerStatus> parse(const QString &line)
             break;
         *value = seconds(match.captured());
         behind = match.capturedEnd();
+        if (value == &status.position)
+            status.positionMs = int(*value) * msOfSecond + fractionMs(line, behind);
     }
     status.percent = percentage().match(line, behind).captured(1).toFloat();
     return status;

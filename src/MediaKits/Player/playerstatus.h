@@ -8,6 +8,7 @@
 struct PlayerStatus
 {
     float position = 0; ///< whole seconds
+    int positionMs = 0; ///< the same, to the ms where the player tells them
     float total = 0;    ///< whole seconds, 0 when the line tells none
     float percent = 0;
 };

@@ -167,8 +167,10 @@ void MPVPlayer::seek(double value, SeekMode mode, bool exact)
 {
     static const QLatin1String modes[] = {
         QLatin1String("relative"), QLatin1String("absolute-percent"), QLatin1String("absolute")};
+    // Six digits tell a ms of the first quarter of an hour alone.
+    const int digits = value < 1000.0 ? 6 : 10;
     const QString command = QStringLiteral("seek %1 %2 %3")
-                                .arg(QString::number(value, 'g', 6), modes[mode],
+                                .arg(QString::number(value, 'g', digits), modes[mode],
                                      exact ? QStringLiteral("exact") : QStringLiteral("keyframes"));
     if (m_opened) {
         sendCommand(command);
@@ -270,6 +272,8 @@ void MPVPlayer::dataRecieve()
             sendCommand(seek);
         return; // that was before the seek
     }
-    for (const PlayerStatus &status : statuses)
+    for (const PlayerStatus &status : statuses) {
+        m_positionMs = status.positionMs;
         emit progressChanged(status.position, status.total, status.percent);
+    }
 }

@@ -59,6 +59,9 @@ public:
     /// One command in the player's own language.
     void sendCommand(const QString &command);
 
+    /// Where the player is, in ms; whole seconds unless it was told to tell more. Known when
+    /// `progressChanged` comes.
+    int positionMs() const { return m_positionMs; }
     /// Process id of the player, 0 when none runs.
     qint64 processId() const;
     /// Path of the command socket.
@@ -82,6 +85,7 @@ private:
 
     QPointer<ChildProcess> m_process;
     int m_volume = 100;
+    int m_positionMs = 0;
     uint m_windowId = 0;
     QLocalSocket m_ipcSocket;
     const QString m_ipcServerName;

@@ -27,6 +27,8 @@ namespace {
 
 constexpr int secondMs = 1000;
 constexpr int usualFrameMs = 40;
+// The player takes a frame this short before the place that it is sent to for the one there.
+constexpr int playerToleranceMs = 5;
 constexpr int resizeBorder = 4;
 constexpr QSize usualSize(748, 537);
 constexpr int sidePaneWidth = 288;
@@ -143,8 +145,10 @@ void EditorDialog::connectPlayer()
     InterceptSlider *slider = m_ui->scrubBar;
     player->setRestarting(true);
     slider->setRangeVisible(false, false);
-    connect(player, &CSVideoPlayer::progressChanged, this,
-            [this](long position) { onProgress(int(position)); });
+    connect(player, &CSVideoPlayer::progressChanged, this, [this, player](long position) {
+        // The ms are rounded, and a frame begins no later than its position.
+        onProgress(m_leadMs > 0 ? std::max(player->toldPosition() - 1, 0) : int(position));
+    });
     connect(player, &CSVideoPlayer::finished, this,
             [this] { showHint(tr("预览已中断，设置仍然可以保存")); });
     connect(slider, &QSlider::sliderPressed, player, [player] { player->blockSignals(true); });
@@ -198,11 +202,17 @@ void EditorDialog::setFrameRate(double framesPerSecond)
         m_frameMs = std::max(1, qRound(secondMs / framesPerSecond));
 }
 
+void EditorDialog::countFrames()
+{
+    m_leadMs = playerToleranceMs;
+    m_ui->csPlayer->tellFrames();
+}
+
 void EditorDialog::seek(int ms)
 {
     m_position = std::clamp(ms, 0, m_duration);
     m_standsAtSought = !m_ui->btnPlay->isChecked();
-    m_ui->csPlayer->seek(m_position);
+    m_ui->csPlayer->seek(std::min(m_position + m_leadMs, std::max(m_position, m_duration)));
     showPosition();
 }
 
@@ -216,6 +226,12 @@ void EditorDialog::onProgress(int ms)
 {
     if (m_standsAtSought)
         return;
+    // What is told of a player that was paused may be the frame before or behind the one on the
+    // screen.
+    if (m_leadMs > 0 && !m_ui->btnPlay->isChecked()) {
+        seek(ms);
+        return;
+    }
     m_position = ms;
     showPosition();
 }

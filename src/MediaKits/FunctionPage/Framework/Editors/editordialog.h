@@ -68,6 +68,9 @@ protected:
     void setPlaying(bool playing);
     /// Where the preview stands.
     int position() const { return m_position; }
+    /// Lets positions be those of frames: what is seen at one is the first frame from there on,
+    /// which is what ffmpeg takes of a film from there on. For constructors.
+    void countFrames();
     /// The length of a frame.
     int frameMs() const { return m_frameMs; }
     /// Tells at the foot why something isn't as it was asked for; empty for nothing.
@@ -114,4 +117,5 @@ private:
     QCheckBox *m_forAll = nullptr;
     bool m_standsAtSought = false; // paused, and sent to the position since
     int m_frameMs;
+    int m_leadMs = 0; // by which the preview is sent further than the position
 };

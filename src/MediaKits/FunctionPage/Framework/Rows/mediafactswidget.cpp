@@ -59,6 +59,13 @@ void MediaFactsWidget::setSizeName(const QString &name, const QString &finishNam
     static_cast<QGridLayout *>(layout())->addLayout(both, 1, 0, 1, 2);
 }
 
+void MediaFactsWidget::setCounting()
+{
+    m_detail->setObjectName(QStringLiteral("lblOutCount"));
+    m_duration->setObjectName(QStringLiteral("lblOutStyle"));
+    m_duration->setToolTip({});
+}
+
 void MediaFactsWidget::showFinishedSizeName()
 {
     if (m_sizeName)

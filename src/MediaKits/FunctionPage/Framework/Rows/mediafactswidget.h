@@ -24,6 +24,10 @@ public:
     void setSizeName(const QString &name, const QString &finishName);
     void showFinishedSizeName();
 
+    /// Shows number and kind of several files, "lblOutCount" and "lblOutStyle", in the place of the
+    /// second fact and the length. Once, after `setNames`.
+    void setCounting();
+
     /// Puts the labels side by side.
     void setInLine();
 

@@ -50,7 +50,8 @@ struct RowContent
     bool paused = false;
     bool waiting = false; ///< on the working page, but not at work: there is no time to tell
 
-    QString hindrance; ///< why the row can't be started as it is; empty when it can
+    bool startEnabled = true; ///< false as long as there is nothing to do yet
+    QString hindrance;        ///< why the row can't be started as it is; empty when it can
     bool failed = false;
     QString failureTip;
     QString remark; ///< what a finished result lacks; empty when it is all that was asked for

@@ -25,6 +25,8 @@ TaskRowForm::TaskRowForm(const Kind &kind, bool audio, QWidget *parent)
     m_ui->setupUi(this);
     m_ui->wdtInputFacts->setNames(QLatin1String("In"), kind.detail);
     m_ui->wdtOutputFacts->setNames(QLatin1String("Out"), kind.detail);
+    if (kind.countsResults)
+        m_ui->wdtOutputFacts->setCounting();
     m_ui->wdtOutputFacts->setSizeName(kind.sizeName, kind.finishedSizeName);
     m_ui->lstItemwdtTask->setMaximum(progressMaximum);
     m_ui->lblTo->setPixmap(iconPixmap(QStringLiteral(":/drawable/row_to.png"), arrowSize));
@@ -165,7 +167,7 @@ void TaskRowForm::showContent(const RowContent &content)
     showPaused(content.paused);
 
     const bool hindered = !content.hindrance.isEmpty();
-    m_ui->btnConvert->setDisabled(hindered);
+    m_ui->btnConvert->setEnabled(content.startEnabled && !hindered);
     m_ui->wdtError->setVisible(content.failed || hindered);
     m_ui->lblErrorConvert->setText(hindered ? content.hindrance : tr("转换失败"));
     m_ui->btnErrorDetail->setVisible(content.failed);

@@ -42,6 +42,9 @@ public:
         QStringList startTexts;
         /// Its one text in rows without a choice of speed; empty for "开始".
         QString startText;
+        /// Whether a result is told by the number and the kind of its files: these two stand in
+        /// the place of its second fact and its length.
+        bool countsResults = false;
         /// Whether the preview window plays what comes out.
         bool playsResult = true;
         /// What stands before the size of the result, and instead of it once it is finished; empty

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/FunctionPage/Framework/Editors/timespaneditor.h"
+
+#include <QPointer>
+#include <QSharedPointer>
+#include <QTimer>
+#include <QVariantMap>
+#include <QVector>
+
+class FragmentPane;
+class FrameFragmentItemWidget;
+class QListWidget;
+class QListWidgetItem;
+class ShotIntervalEdit;
+class ShotPictureEdit;
+class ShotThumbnails;
+
+/// Picks the moments of one video that are to become pictures: single ones, or a series between two
+/// times. Enter takes what is picked, Del removes the current one.
+class FrameShotDialog : public TimeSpanEditor
+{
+    Q_OBJECT
+
+public:
+    explicit FrameShotDialog(QWidget *parent = nullptr);
+    ~FrameShotDialog() override;
+
+    /// Opens a video that was probed.
+    void showSource(const QString &file, const QSharedPointer<MediaInfoData> &info);
+    void setPicture(const QSize &size, double pixelAspect) override;
+    void setDuration(int ms) override;
+
+    /// Shows an earlier result, once the video is open; an empty one leaves what is shown.
+    void setOptions(const QVariantMap &options);
+    /// The keys "format", "images", "isPiiic" and "columns" of a `MutiImageTaskParam`.
+    QVariantMap options() const;
+
+protected:
+    bool isChanged() const override;
+    bool handleKey(const QKeyEvent &event) override;
+    void showEvent(QShowEvent *event) override;
+
+private slots:
+    void on_btnFragmentAdd_clicked();
+    void on_btnOk_clicked();
+    void on_btnClear_clicked();
+    void on_cbIsPiiic_toggled(bool checked);
+
+private:
+    struct Series
+    {
+        int start;
+        int end;
+        int step;
+        int count() const { return end < start ? 0 : (end - start) / step + 1; }
+    };
+
+    QWidget *makeTabs();
+    void setUpTimeSection();
+    void setUpList();
+    QListWidget *list() const;
+    Series series() const;
+    void showKind(bool isSeries);
+    void showCount();
+    QVariantMap moment(int ms) const;
+    bool isAdding() const;
+    void stopAdding();
+    void addWaiting();
+    void addMoment(const QVariantMap &moment);
+    void showAdding();
+    void removeCurrent();
+
+    FragmentPane *m_pane;
+    ShotIntervalEdit *m_interval;
+    ShotPictureEdit *m_picture;
+    ShotThumbnails *m_thumbnails;
+    QPushButton *m_seriesTab = nullptr;
+    QVariantMap m_shown;    // the result that leaving would go back to
+    QVariantList m_waiting; // moments that have no row yet
+    QTimer m_addTimer;
+    bool m_byButton = false; // the present moments, which the list scrolls to
+    QVector<QPointer<FrameFragmentItemWidget>> m_pictureless;
+};

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/VideoShot/mediashotfunctionpage.h"
+
+#include "MediaKits/FunctionPage/VideoShot/mediashotlistwidget.h"
+#include "MediaKits/MediaFormats/mediaformats.h"
+
+MediaShotFunctionPage::MediaShotFunctionPage(QWidget *parent)
+    : ListPage({MediaFunction::Shot, VideoFormatClass, videoFormats}, parent)
+{
+}
+
+RowsView *MediaShotFunctionPage::createRows(QWidget *parent)
+{
+    return new MediaShotListWidget(parent);
+}
+
+// Each video has choices of its own.
+void MediaShotFunctionPage::setUpChoices(QWidget *choices)
+{
+    choices->hide();
+}

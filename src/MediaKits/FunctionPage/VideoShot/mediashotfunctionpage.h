@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/FunctionPage/Framework/Page/listpage.h"
+
+/// The page that takes pictures of videos.
+class MediaShotFunctionPage : public ListPage
+{
+    Q_OBJECT
+
+public:
+    explicit MediaShotFunctionPage(QWidget *parent = nullptr);
+
+protected:
+    RowsView *createRows(QWidget *parent) override;
+    void setUpChoices(QWidget *choices) override;
+};
