@@ -21,6 +21,7 @@
 #include "MediaKits/FunctionPage/VideoMerge/mediamergefinishtipsdialog.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergefunctionpage.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergelistitemwidget.h"
+#include "MediaKits/FunctionPage/VideoWatermark/mediawatermarkfunctionpage.h"
 #include "MediaKits/MainWindow/aboutmedialog.h"
 #include "MediaKits/MainWindow/customerservice.h"
 #include "MediaKits/MainWindow/exittipsdialog.h"
@@ -224,6 +225,8 @@ const QVector<Shot> &allShots()
             {"cut-rows"_s, [](Stage &stage) { stage.fill<MediaCutFunctionPage>("btnCutter"); }},
             {"beauty-rows"_s,
              [](Stage &stage) { stage.fill<MediaBeautifyFunctionPage>("btnBeautifier"); }},
+            {"watermark-rows"_s,
+             [](Stage &stage) { stage.fill<MediaWatermarkFunctionPage>("btnWatermark"); }},
             {"merge-empty"_s, [](Stage &stage) { stage.press("btnMerger"); }},
             {"merge-rows"_s, [](Stage &stage) { stage.fill<MediaMergeFunctionPage>("btnMerger"); }},
             {"merge-cut"_s, showCutInputs},

@@ -8,6 +8,7 @@
 #include "MediaKits/FunctionPage/VideoConvert/mediaconvertfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoCut/mediacutfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergefunctionpage.h"
+#include "MediaKits/FunctionPage/VideoWatermark/mediawatermarkfunctionpage.h"
 #include "MediaKits/MainWindow/emptypage.h"
 #include "MediaKits/MainWindow/homepage.h"
 
@@ -46,7 +47,8 @@ const QVector<FunctionPageEntry> &functionPages()
         entry(MediaFunction::Gif, "Gif", "gif"),
         entry(MediaFunction::Dubbing, "Dubbing", "dubbing"),
         entry(MediaFunction::Shot, "Shot", "shot"),
-        entry(MediaFunction::Watermark, "Watermark", "watermark"),
+        entry(MediaFunction::Watermark, "Watermark", "watermark",
+              makePage<MediaWatermarkFunctionPage>),
         entry(MediaFunction::AudioConvert, "AudioConverter", "audio",
               makePage<AudioConvertFunctionPage>),
         entry(MediaFunction::Screencap, "Screencap", "screencap"),

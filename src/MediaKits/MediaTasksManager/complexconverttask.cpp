@@ -6,6 +6,7 @@
 #include "MediaKits/MediaTasksManager/inputcheck.h"
 #include "MediaKits/MediaTasksManager/kuxtask.h"
 #include "MediaKits/MediaTasksManager/mactask.h"
+#include "MediaKits/MediaTasksManager/overlaypictures.h"
 #include "MediaKits/MediaTasksManager/qlvtask.h"
 #include "MediaKits/MediaTasksManager/qsvtask.h"
 #include "MediaKits/MediaTasksManager/resultcheck.h"
@@ -43,6 +44,9 @@ QString ComplexConvertTask::problem() const
     const QString input = inputProblem(m_param->inputFile);
     if (!input.isEmpty())
         return input;
+    const QString overlay = overlayProblem(m_param->videoFilters);
+    if (!overlay.isEmpty())
+        return overlay;
     const bool pastEnd = m_param->timeRange && m_param->durationMs > 0 &&
                          m_param->timeRange->start >= m_param->durationMs;
     return pastEnd ? tr("截取的开始时间超出了片长") : outputProblem(finalPath());
@@ -63,13 +67,7 @@ ConvertTaskParam ComplexConvertTask::convertStep(const ConvertTaskParam &param,
 void ComplexConvertTask::replaceOddNames(ConvertTaskParam &step)
 {
     step.inputFile = m_aliases.forInput(step.inputFile);
-    const QString imageKey = QStringLiteral("imagefile");
-    for (QVariant &entry : step.videoFilters) {
-        QVariantMap overlay = entry.toMap();
-        if (overlay.contains(imageKey))
-            overlay[imageKey] = m_aliases.forFilter(overlay.value(imageKey).toString());
-        entry = overlay;
-    }
+    step.videoFilters = overlayPictures(step.videoFilters, m_aliases);
     const QString musicsKey = QStringLiteral("musics");
     const QString pathKey = QStringLiteral("filePath");
     for (QVariant &entry : step.audioFilters) {
