@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "controls/textctrl.h"
 
-#include <QPainter>
+#include "platform/lettering.h"
 
-#include <algorithm>
+#include <QPainter>
 
 TextCtrl::TextCtrl(QWidget *parent) : QWidget(parent) {}
 
@@ -31,24 +31,20 @@ void TextCtrl::setOpacity(double opacity)
     update();
 }
 
-// The video's text filter sets lines a pixel closer than the font is high.
-int TextCtrl::lineHeight() const
+void TextCtrl::setFilling(bool filling)
 {
-    const int fontHeight =
-        m_font.pixelSize() > 0 ? m_font.pixelSize() : QFontMetrics(m_font, this).height();
-    return fontHeight - 1;
+    m_isFilling = filling;
+    update();
+}
+
+Lettering TextCtrl::lettering() const
+{
+    return {m_text, m_font, m_color, m_isFilling ? Lettering::roomyInset(m_font) : 0};
 }
 
 QSize TextCtrl::sizeHint() const
 {
-    const QFontMetrics metrics(m_font, this);
-    const QStringList lines = m_text.split(QLatin1Char('\n'));
-    int width = 0;
-    for (const QString &line : lines)
-        width = std::max(width, metrics.horizontalAdvance(line));
-    // Letters hang over the last line by half of what the font is higher than its pixel size.
-    const int overhang = std::max(0, metrics.height() - lineHeight() - 1) / 2;
-    return {width, lines.size() * lineHeight() + overhang};
+    return lettering().size();
 }
 
 void TextCtrl::paintEvent(QPaintEvent * /*event*/)
@@ -57,13 +53,10 @@ void TextCtrl::paintEvent(QPaintEvent * /*event*/)
         return;
     QPainter painter(this);
     painter.setOpacity(m_opacity);
-    painter.setFont(m_font);
-    painter.setPen(m_color);
-    const QFontMetrics metrics(m_font, this);
-    int baseline = lineHeight() - (metrics.descent() - (metrics.height() - lineHeight() - 1) / 2);
-    const QStringList lines = m_text.split(QLatin1Char('\n'));
-    for (const QString &line : lines) {
-        painter.drawText(0, baseline, line);
-        baseline += lineHeight();
-    }
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    const Lettering shown = lettering();
+    const QSize own = shown.size();
+    if (m_isFilling)
+        painter.scale(double(width()) / own.width(), double(height()) / own.height());
+    shown.paint(painter);
 }

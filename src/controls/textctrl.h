@@ -5,6 +5,8 @@
 #include <QFont>
 #include <QWidget>
 
+struct Lettering;
+
 /// Lines of text drawn from the upper left corner, close together as a video's text filter sets
 /// them. The widget's size clips nothing but what lies outside it.
 class TextCtrl : public QWidget
@@ -24,17 +26,22 @@ public:
     double opacity() const { return m_opacity; }
     void setOpacity(double opacity);
 
-    /// Of the whole text.
+    /// Draws the text, with room around it for what reaches out of its lines, scaled to fill the
+    /// widget.
+    void setFilling(bool filling);
+
+    /// Of the whole text at the font's size.
     QSize sizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    int lineHeight() const;
+    Lettering lettering() const;
 
     QColor m_color;
     QFont m_font;
     QString m_text;
     double m_opacity = 1.0;
+    bool m_isFilling = false;
 };

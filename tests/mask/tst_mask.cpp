@@ -267,6 +267,44 @@ private slots:
         QCOMPARE(changes.count(), 9);
     }
 
+    void catchesABox()
+    {
+        BoxEditor editor;
+        QVERIFY(editor.show());
+        Item *item = editor.adapter->addDelogoItem();
+        QTRY_VERIFY(item->widget()->isVisible());
+        editor.adapter->setItemRect(item, QRectF(100, 100, 200, 100));
+        DrmWidget *box = item->widget();
+        const QPoint grip(60, 60);
+        const auto dragBy = [&](const QPoint &by, Qt::KeyboardModifiers keys = Qt::NoModifier) {
+            box->move(50, 50);
+            for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseMove}) {
+                const QPoint point =
+                    box->mapFromParent(type == QEvent::MouseMove ? grip + by : grip);
+                QMouseEvent event(type, point, box->mapToGlobal(point), Qt::LeftButton,
+                                  Qt::LeftButton, keys);
+                QApplication::sendEvent(box, &event);
+            }
+        };
+        const auto guides = [box] {
+            return box->parentWidget()->findChildren<QWidget *>("maskGuide"_s).size();
+        };
+        dragBy({96, 72}); // the middle is at (150, 125)
+        QCOMPARE(box->pos(), QPoint(150, 125));
+        QCOMPARE(guides(), 2);
+        QCOMPARE(editor.adapter->itemRect(item), QRectF(300, 250, 200, 100));
+        dragBy({-46, 20});
+        QCOMPARE(box->pos(), QPoint(0, 70));
+        QCOMPARE(guides(), 1);
+        dragBy({96, 72}, Qt::AltModifier);
+        QCOMPARE(box->pos(), QPoint(146, 122));
+        QCOMPARE(guides(), 0);
+        dragBy({250, 20});
+        QCOMPARE(guides(), 1);
+        QTest::mouseRelease(box, Qt::LeftButton);
+        QCOMPARE(guides(), 0);
+    }
+
     void selectsAndRemoves()
     {
         BoxEditor editor;
@@ -331,8 +369,11 @@ private slots:
         QCOMPARE(item->widget()->geometry(), QRect(151, 52, 39, 23));
         QCOMPARE(changes.count(), 0);
         dragWidget(item->widget(), QPoint(170, 60), {QPoint(180, 60)});
-        QCOMPARE(changes.last()[1].toRectF(), QRectF(322, 104, 78, 46));
-        QCOMPARE(editor.adapter->itemRect(item), QRectF(322, 104, 78, 46));
+        // Moved by whole pixels of the surface, in its own size.
+        QCOMPARE(changes.last()[1].toRectF(), QRectF(322, 104, 77, 45));
+        QCOMPARE(editor.adapter->itemRect(item), QRectF(322, 104, 77, 45));
+        dragWidget(item->widget(), QPoint(180, 60), {QPoint(600, 60)});
+        QCOMPARE(editor.adapter->itemRect(item), QRectF(723, 104, 77, 45));
     }
 };
 

@@ -12,6 +12,9 @@
 #include "MediaKits/FunctionPage/VideoGif/mutigifcutdialog.h"
 #include "MediaKits/FunctionPage/VideoShot/frameshotdialog.h"
 #include "MediaKits/FunctionPage/VideoShot/mediashotfunctionpage.h"
+#include "MediaKits/FunctionPage/VideoWatermark/mark.h"
+#include "MediaKits/FunctionPage/VideoWatermark/texteditdialog.h"
+#include "MediaKits/FunctionPage/VideoWatermark/videowatermarkdialog.h"
 #include "MediaKits/MediaInfo/mediainfodata.h"
 #include "screenshots/stage.h"
 #include "support/guisupport.h"
@@ -169,6 +172,51 @@ void showShotRows(Stage &stage)
     shoot(2, true);
 }
 
+QVariant shownMark(const QString &filter, const QString &text, const QRectF &rect)
+{
+    QFont font(QStringLiteral("微软雅黑"));
+    font.setPixelSize(48);
+    auto mark = QSharedPointer<QVariantMap>::create();
+    *mark = {{"filter"_s, filter},
+             {"text"_s, text},
+             {"rect"_s, rect},
+             {"font"_s, font},
+             {"fontcolor"_s, QColor(Qt::white)},
+             {"opacity"_s, 0.8},
+             {"startTime"_s, 0},
+             {"endTime"_s, filmMs}};
+    return QVariant::fromValue(mark);
+}
+
+VideoWatermarkDialog *showMarks(Stage &stage, int count)
+{
+    auto *dialog = showEditor<VideoWatermarkDialog>(stage, stage.longestFilm());
+    QVariantList marks;
+    for (int i = 0; i < count; ++i) {
+        marks +=
+            shownMark("drawtext"_s, "我们的假期 2026 — Sommerferien am Meer, 第 %1 天"_s.arg(i + 1),
+                      QRectF(40, 30.0 * i + 20, 560, 60));
+        marks += shownMark("delogo"_s, "去水印"_s, QRectF(480, 20, 140, 60));
+    }
+    dialog->setMarks(marks);
+    if (count > 0)
+        Stage::child<QListWidget>(*dialog, "listWidget").setCurrentRow(0);
+    Stage::pausePlayer(*dialog);
+    return dialog;
+}
+
+void showMarksPreviewed(Stage &stage)
+{
+    Stage::child<QPushButton>(*showMarks(stage, 1), "btnPreview").click();
+}
+
+void showTextEdit(Stage &stage)
+{
+    auto *dialog = new TextEditDialog(&stage.window());
+    dialog->setText("我们的假期 2026\nSommerferien"_s);
+    stage.show(dialog);
+}
+
 void showFragments(Stage &stage, const QString &file, int count)
 {
     auto *dialog = showVideoCut<MutiVideoCutDialog>(stage, file);
@@ -280,6 +328,11 @@ QVector<Shot> editorShots()
         {"shot-series"_s, [](Stage &stage) { showMoments(stage, true, false); }},
         {"shot-stitched"_s, [](Stage &stage) { showMoments(stage, true, true); }},
         {"shot-states"_s, showShotRows},
+        {"watermark-empty"_s, [](Stage &stage) { showMarks(stage, 0); }},
+        {"watermark-marks"_s, [](Stage &stage) { showMarks(stage, 1); }},
+        {"watermark-many"_s, [](Stage &stage) { showMarks(stage, 8); }},
+        {"watermark-preview"_s, showMarksPreviewed},
+        {"watermark-text"_s, showTextEdit},
     };
     for (Shot &shot : shots)
         shot.standsAlone = true;

@@ -23,6 +23,7 @@
 #include "MediaKits/FunctionPage/VideoMerge/mediamergefunctionpage.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergelistitemwidget.h"
 #include "MediaKits/FunctionPage/VideoShot/mediashotfunctionpage.h"
+#include "MediaKits/FunctionPage/VideoWatermark/mediawatermarkfunctionpage.h"
 #include "MediaKits/MainWindow/aboutmedialog.h"
 #include "MediaKits/MainWindow/customerservice.h"
 #include "MediaKits/MainWindow/exittipsdialog.h"
@@ -228,6 +229,8 @@ const QVector<Shot> &allShots()
              [](Stage &stage) { stage.fill<MediaBeautifyFunctionPage>("btnBeautifier"); }},
             {"gif-rows"_s, [](Stage &stage) { stage.fill<MediaGifFunctionPage>("btnGif"); }},
             {"shot-rows"_s, [](Stage &stage) { stage.fill<MediaShotFunctionPage>("btnShot"); }},
+            {"watermark-rows"_s,
+             [](Stage &stage) { stage.fill<MediaWatermarkFunctionPage>("btnWatermark"); }},
             {"merge-empty"_s, [](Stage &stage) { stage.press("btnMerger"); }},
             {"merge-rows"_s, [](Stage &stage) { stage.fill<MediaMergeFunctionPage>("btnMerger"); }},
             {"merge-cut"_s, showCutInputs},

@@ -11,6 +11,7 @@
 #include "MediaKits/FunctionPage/VideoGif/mediagiffunctionpage.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergefunctionpage.h"
 #include "MediaKits/FunctionPage/VideoShot/mediashotfunctionpage.h"
+#include "MediaKits/FunctionPage/VideoWatermark/mediawatermarkfunctionpage.h"
 #include "MediaKits/MainWindow/emptypage.h"
 #include "MediaKits/MainWindow/homepage.h"
 
@@ -49,7 +50,8 @@ const QVector<FunctionPageEntry> &functionPages()
         entry(MediaFunction::Gif, "Gif", "gif", makePage<MediaGifFunctionPage>),
         entry(MediaFunction::Dubbing, "Dubbing", "dubbing", makePage<MediaDubbingFunctionPage>),
         entry(MediaFunction::Shot, "Shot", "shot", makePage<MediaShotFunctionPage>),
-        entry(MediaFunction::Watermark, "Watermark", "watermark"),
+        entry(MediaFunction::Watermark, "Watermark", "watermark",
+              makePage<MediaWatermarkFunctionPage>),
         entry(MediaFunction::AudioConvert, "AudioConverter", "audio",
               makePage<AudioConvertFunctionPage>),
         entry(MediaFunction::Screencap, "Screencap", "screencap"),

@@ -8,6 +8,7 @@
 #include "MediaKits/MediaTasksManager/inputcheck.h"
 #include "MediaKits/MediaTasksManager/kuxtask.h"
 #include "MediaKits/MediaTasksManager/mactask.h"
+#include "MediaKits/MediaTasksManager/overlaypictures.h"
 #include "MediaKits/MediaTasksManager/qlvtask.h"
 #include "MediaKits/MediaTasksManager/qsvtask.h"
 #include "MediaKits/MediaTasksManager/resultcheck.h"
@@ -17,6 +18,48 @@
 #include <QFileInfo>
 
 namespace {
+
+QString tr(const char *text)
+{
+    return ComplexConvertTask::tr(text);
+}
+
+// What makes a conversion impossible, told before it begins; empty for nothing.
+
+QString gifProblem(const ConvertTaskParam &param)
+{
+    const MediaInfoData *source = param.sourceInfo.data();
+    const bool hasPicture = !source || source->video || source->hasCover;
+    return isGifFormat(param.format) && !hasPicture ? tr("文件中没有画面，无法转成 GIF")
+                                                    : QString();
+}
+
+QString musicProblem(const ConvertTaskParam &param)
+{
+    for (const QString &music : musicFiles(param)) {
+        const QString cause = inputProblem(music);
+        if (!cause.isEmpty())
+            return tr("配乐%1：%2").arg(QFileInfo(music).fileName(), cause);
+    }
+    return {};
+}
+
+QString marksProblem(const ConvertTaskParam &param)
+{
+    return overlayProblem(param.videoFilters);
+}
+
+QString timeProblem(const ConvertTaskParam &param)
+{
+    const bool pastEnd =
+        param.timeRange && param.durationMs > 0 && param.timeRange->start >= param.durationMs;
+    return pastEnd ? tr("截取的开始时间超出了片长") : QString();
+}
+
+QString boxProblem(const ConvertTaskParam &param)
+{
+    return isAudioFormat(param.format) ? QString() : cropProblem(param.sourceInfo, param.cropRect);
+}
 
 constexpr double folderWeight = 0.0001;
 constexpr double convertWeight = 1.0;
@@ -43,25 +86,13 @@ QString ComplexConvertTask::subject() const
 
 QString ComplexConvertTask::problem() const
 {
-    const QString input = inputProblem(m_param->inputFile);
-    if (!input.isEmpty())
-        return input;
-    const MediaInfoData *source = m_param->sourceInfo.data();
-    if (isGifFormat(m_param->format) && source && !source->video && !source->hasCover)
-        return tr("文件中没有画面，无法转成 GIF");
-    for (const QString &music : musicFiles(*m_param)) {
-        const QString musicProblem = inputProblem(music);
-        if (!musicProblem.isEmpty())
-            return tr("配乐%1：%2").arg(QFileInfo(music).fileName(), musicProblem);
+    QString cause = inputProblem(m_param->inputFile);
+    for (const auto &check :
+         {&gifProblem, &musicProblem, &marksProblem, &timeProblem, &boxProblem}) {
+        if (cause.isEmpty())
+            cause = check(*m_param);
     }
-    const bool pastEnd = m_param->timeRange && m_param->durationMs > 0 &&
-                         m_param->timeRange->start >= m_param->durationMs;
-    if (pastEnd)
-        return tr("截取的开始时间超出了片长");
-    const QString crop = isAudioFormat(m_param->format)
-                             ? QString()
-                             : cropProblem(m_param->sourceInfo, m_param->cropRect);
-    return crop.isEmpty() ? outputProblem(finalPath()) : crop;
+    return cause.isEmpty() ? outputProblem(finalPath()) : cause;
 }
 
 ConvertTaskParam ComplexConvertTask::convertStep(const ConvertTaskParam &param,
@@ -83,13 +114,7 @@ void ComplexConvertTask::replaceOddNames(ConvertTaskParam &step)
         const QFileInfo palette(step.paletteFile);
         step.paletteFile = QDir(m_aliases.forFilter(palette.path())).filePath(palette.fileName());
     }
-    const QString imageKey = QStringLiteral("imagefile");
-    for (QVariant &entry : step.videoFilters) {
-        QVariantMap overlay = entry.toMap();
-        if (overlay.contains(imageKey))
-            overlay[imageKey] = m_aliases.forFilter(overlay.value(imageKey).toString());
-        entry = overlay;
-    }
+    step.videoFilters = overlayPictures(step.videoFilters, m_aliases);
     const QString musicsKey = QStringLiteral("musics");
     const QString pathKey = QStringLiteral("filePath");
     for (QVariant &entry : step.audioFilters) {

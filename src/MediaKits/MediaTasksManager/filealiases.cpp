@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QImage>
 #include <QUuid>
 
 #include <algorithm>
@@ -64,7 +65,15 @@ void FileAliases::clear()
     m_count = 0;
 }
 
-QString FileAliases::link(const QString &path)
+QString FileAliases::forImage(const QImage &picture)
+{
+    // Quickly written: it is read once or twice.
+    constexpr int littleCompression = 90;
+    const QString path = newPath() + QLatin1String(".png");
+    return picture.save(path, "png", littleCompression) ? path : QString();
+}
+
+QString FileAliases::newPath()
 {
     if (m_dir.isEmpty()) {
         const QString name = QUuid::createUuid().toString(QUuid::WithoutBraces);
@@ -72,10 +81,15 @@ QString FileAliases::link(const QString &path)
         QDir().mkpath(m_dir);
         claimWorkFolder(m_dir);
     }
+    return QStringLiteral("%1/file%2").arg(m_dir, QString::number(++m_count));
+}
+
+QString FileAliases::link(const QString &path)
+{
     const QString suffix = QFileInfo(path).suffix();
     const bool plainSuffix =
         std::all_of(suffix.cbegin(), suffix.cend(), [](QChar c) { return c.isLetterOrNumber(); });
-    QString alias = QStringLiteral("%1/file%2").arg(m_dir, QString::number(++m_count));
+    QString alias = newPath();
     if (plainSuffix && !suffix.isEmpty())
         alias += QLatin1Char('.') + suffix;
     return QFile::link(QFileInfo(path).absoluteFilePath(), alias) ? alias : path;

@@ -3,6 +3,8 @@
 
 #include <QString>
 
+class QImage;
+
 /// Plain second names (links) for files whose path a tool can't take where it has to stand: a
 /// filter reads "=" and quotes as its own syntax, an image reader takes "%d" for a pattern. The
 /// links live in a claimed work folder of their own until the object goes.
@@ -27,11 +29,15 @@ public:
     /// The same for a file or a folder that is told to a tool among fields which "|" separates.
     QString forFields(const QString &path);
 
-    /// Removes all links.
+    /// A file beside the links that holds a picture; empty when it can't be written.
+    QString forImage(const QImage &picture);
+
+    /// Removes all links and pictures.
     void clear();
 
 private:
     QString link(const QString &path);
+    QString newPath();
 
     QString m_dir; ///< empty while there are no links
     int m_count = 0;

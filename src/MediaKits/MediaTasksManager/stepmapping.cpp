@@ -26,7 +26,7 @@ const QString endKey = QStringLiteral("endTime");
 constexpr float leastLook = 0.0001F;
 // A size below gives no filter, or the picture's own size.
 constexpr int leastSide = 2;
-constexpr double secondMs = 1000.0;
+constexpr int secondMs = 1000;
 
 bool hasSize(const QSharedPointer<VEncParam> &video)
 {
@@ -78,7 +78,8 @@ bool mapInterval(QVariantMap &overlay, const ConvertTaskParam &step)
         step.beauty && !isNeutral(double(step.beauty->speed)) ? double(step.beauty->speed) : 1.0;
     const auto mapped = [&](int ms) { return int(std::max(ms - origin, 0) / speed); };
     overlay[startKey] = mapped(overlay.value(startKey).toInt());
-    overlay[endKey] = mapped(end);
+    // The filter counts in whole seconds: the one in which the overlay ends belongs to it.
+    overlay[endKey] = (mapped(end) + secondMs - 1) / secondMs * secondMs;
     return end > origin;
 }
 
@@ -108,10 +109,17 @@ bool mapPlace(QVariantMap &overlay, const PictureMap &way)
     overlay[rectKey] = place;
     QFont font = overlay.value(fontKey).value<QFont>();
     if (font.pixelSize() > 0) {
+        overlay[chosenFontKey] = font;
         font.setPixelSize(std::max(1, qRound(font.pixelSize() * way.heightFactor())));
         overlay[fontKey] = font;
     }
     return place.intersects(QRectF(QPointF(0, 0), way.size()));
+}
+
+bool staysPut(const QVariantMap &overlay, const PictureMap &way)
+{
+    const QRectF whole(QPointF(0, 0), way.size());
+    return way.isIdentity() && whole.contains(overlay.value(rectKey).toRectF());
 }
 
 void mapOverlays(ConvertTaskParam &step)
@@ -123,7 +131,7 @@ void mapOverlays(ConvertTaskParam &step)
     for (const QVariant &entry : step.videoFilters) {
         QVariantMap overlay = entry.toMap();
         const bool inTime = mapInterval(overlay, step);
-        const bool inPlace = !way.isKnown() || way.isIdentity() || mapPlace(overlay, way);
+        const bool inPlace = !way.isKnown() || staysPut(overlay, way) || mapPlace(overlay, way);
         if (inTime && inPlace)
             seen += overlay;
     }

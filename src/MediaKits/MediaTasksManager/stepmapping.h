@@ -3,6 +3,11 @@
 
 #include "MediaKits/MediaTasksManager/converttaskparam.h"
 
+#include <QLatin1String>
+
+/// In an overlay that was mapped, the font as it was before, when it has another size then.
+inline constexpr QLatin1String chosenFontKey("chosenFont");
+
 /// What a chain's convert step is told so that its result is what the record asks for. The texts
 /// that are made of a record have their own ways: overlays come behind scaling and turns, flips in
 /// front of turns, a crop only with a size, some looks count as none. The mapping says the same in

@@ -2,6 +2,7 @@
 #include "platform/fontfile.h"
 
 #include <QFile>
+#include <QHash>
 
 #include <memory>
 
@@ -14,13 +15,16 @@ struct PatternDeleter
 };
 using PatternPointer = std::unique_ptr<FcPattern, PatternDeleter>;
 
-PatternPointer bestMatch(const QByteArray &family)
+// @param language that the font should know, as "zh-cn"; null for any
+PatternPointer bestMatch(const QByteArray &family, const char *language = nullptr)
 {
     const PatternPointer wanted(FcPatternCreate());
     if (!wanted)
         return nullptr;
     FcPatternAddString(wanted.get(), FC_FAMILY,
                        reinterpret_cast<const FcChar8 *>(family.constData()));
+    if (language)
+        FcPatternAddString(wanted.get(), FC_LANG, reinterpret_cast<const FcChar8 *>(language));
     FcConfigSubstitute(nullptr, wanted.get(), FcMatchPattern);
     FcDefaultSubstitute(wanted.get());
     FcResult result = FcResultNoMatch;
@@ -38,7 +42,27 @@ bool hasFamily(const FcPattern *font, const QString &family)
     }
     return false;
 }
+
+QString findNearest(const QString &family)
+{
+    const QByteArray name = family.toUtf8();
+    const PatternPointer exact = bestMatch(name);
+    if (exact && hasFamily(exact.get(), family))
+        return family;
+    const PatternPointer font = bestMatch(name, "zh-cn");
+    FcChar8 *found = nullptr;
+    if (!font || FcPatternGetString(font.get(), FC_FAMILY, 0, &found) != FcResultMatch)
+        return family;
+    return QString::fromUtf8(reinterpret_cast<const char *>(found));
+}
 } // namespace
+
+QString nearestFontFamily(const QString &family)
+{
+    static QHash<QString, QString> known;
+    const auto place = known.constFind(family);
+    return place != known.constEnd() ? *place : *known.insert(family, findNearest(family));
+}
 
 QString fontFileOfFamily(const QString &family)
 {

@@ -56,9 +56,33 @@ void DrmWidget::mouseMoveEvent(QMouseEvent *event)
     }
     const QPoint pointer = inParent(*event);
     if (m_direction == moveDirection)
-        move(EdgeDrag::pushedInto(QRect(pointer - m_pressOffset, size()), bound()));
+        moveTo(pointer - m_pressOffset, event->modifiers().testFlag(Qt::AltModifier));
     else if (m_direction != 0)
         setGeometry(resized(pointer));
+}
+
+void DrmWidget::moveTo(const QPoint &place, bool freely)
+{
+    const QPoint inside = EdgeDrag::pushedInto(QRect(place, size()), bound());
+    if (freely)
+        emit snapped({});
+    move(freely ? inside : caught(inside));
+}
+
+QPoint DrmWidget::caught(const QPoint &place)
+{
+    const QSize room = bound();
+    const QPoint to(EdgeDrag::caught(place.x(), width(), room.width()),
+                    EdgeDrag::caught(place.y(), height(), room.height()));
+    QVector<QLine> guides;
+    const int x = EdgeDrag::guide(to.x(), width(), room.width());
+    const int y = EdgeDrag::guide(to.y(), height(), room.height());
+    if (x >= 0)
+        guides += QLine(x, 0, x, room.height() - 1);
+    if (y >= 0)
+        guides += QLine(0, y, room.width() - 1, y);
+    emit snapped(guides);
+    return to;
 }
 
 QRect DrmWidget::resized(const QPoint &pointer) const

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QLine>
 #include <QRect>
+#include <QVector>
 #include <QWidget>
 
-/// A box that is dragged and resized inside its parent.
+/// A box that is dragged and resized inside its parent. A box that is moved near an edge or the
+/// middle of it is caught there, unless Alt is held.
 class DrmWidget : public QWidget
 {
     Q_OBJECT
@@ -27,6 +30,8 @@ signals:
     void rectResized(QRect rect);
     void rectMoved(QRect rect);
     void mousePressed();
+    /// While it is dragged: lines of the parent that it is caught by, none when it is free.
+    void snapped(QVector<QLine> guides);
     void mouseReleased();
 
 protected:
@@ -40,6 +45,8 @@ private:
     void testHit(const QMouseEvent &event, bool pressed);
     QPoint inParent(const QMouseEvent &event) const;
     QSize bound() const;
+    void moveTo(const QPoint &place, bool freely);
+    QPoint caught(const QPoint &place);
     QRect resized(const QPoint &pointer) const;
 
     int m_direction = moveDirection;

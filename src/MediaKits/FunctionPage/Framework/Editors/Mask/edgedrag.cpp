@@ -6,6 +6,7 @@
 #include <QRectF>
 
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 namespace EdgeDrag {
@@ -16,6 +17,9 @@ constexpr std::pair<Edge, Qt::Edge> directions[] = {{TopEdge, Qt::TopEdge},
                                                     {BottomEdge, Qt::BottomEdge},
                                                     {LeftEdge, Qt::LeftEdge},
                                                     {RightEdge, Qt::RightEdge}};
+
+// Widget pixels.
+constexpr int catchDistance = 6;
 
 } // namespace
 
@@ -70,6 +74,24 @@ QPoint pushedInto(const QRect &rect, const QSize &bound)
 {
     return {std::min(std::max(rect.left(), 0), bound.width() - rect.width()),
             std::min(std::max(rect.top(), 0), bound.height() - rect.height())};
+}
+
+int caught(int place, int length, int bound)
+{
+    for (const int stop : {0, bound - length, (bound - length) / 2}) {
+        if (std::abs(place - stop) <= catchDistance)
+            return stop;
+    }
+    return place;
+}
+
+int guide(int place, int length, int bound)
+{
+    if (place == 0)
+        return 0;
+    if (place == bound - length)
+        return bound - 1;
+    return place == (bound - length) / 2 ? bound / 2 : -1;
 }
 
 QRect withAspect(const QRect &rect, int edges, double aspect, const QSize &bound)

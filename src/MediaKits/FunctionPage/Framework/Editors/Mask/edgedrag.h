@@ -34,6 +34,12 @@ QRect clamped(const QRect &rect, const QSize &bound);
 /// The place of a rectangle pushed back into the bound, the upper left first.
 QPoint pushedInto(const QRect &rect, const QSize &bound);
 
+/// Where something of a length stops that is moved inside a bound: near an end or the middle of the
+/// bound it is caught there.
+int caught(int place, int length, int bound);
+/// The pixel of the bound that something of a length is caught by; -1 for none.
+int guide(int place, int length, int bound);
+
 /// A rectangle that has just been resized by its edges, with height = width * aspect. What the
 /// bound has no room for makes it smaller.
 QRect withAspect(const QRect &rect, int edges, double aspect, const QSize &bound);

@@ -2,16 +2,17 @@
 #include "MediaKits/FunctionPage/Framework/Editors/Mask/watermarkmaskadapter.h"
 
 #include "controls/repolish.h"
+#include "controls/textctrl.h"
 #include "MediaKits/FunctionPage/Framework/Dialogs/mediamessagebox.h"
 #include "MediaKits/FunctionPage/Framework/Editors/Mask/drmwidget.h"
 #include "MediaKits/FunctionPage/Framework/Editors/Mask/edgedrag.h"
 #include "MediaKits/FunctionPage/Framework/Editors/Mask/watermarkmaskadapteritem.h"
 #include "MediaKits/FunctionPage/Framework/Editors/Mask/watermarkmaskwidget.h"
 
-#include <QScopedValueRollback>
 #include <QTimer>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 // In picture pixels, were they square.
@@ -27,7 +28,7 @@ WatermarkMaskAdapter::WatermarkMaskAdapter(QWidget *target, QObject *parent)
 
 WatermarkMaskAdapter::~WatermarkMaskAdapter() = default;
 
-WatermarkMaskAdapterItem *WatermarkMaskAdapter::addTextItem()
+TextMaskAdapterItem *WatermarkMaskAdapter::addTextItem()
 {
     return addItem(std::make_unique<TextMaskAdapterItem>(this, m_maskWidget->area()), defaultBox);
 }
@@ -52,23 +53,37 @@ WatermarkMaskAdapterItem *WatermarkMaskAdapter::addDelogoItem()
     return addItem(std::make_unique<DelogoMaskAdapterItem>(this, m_maskWidget->area()), defaultBox);
 }
 
-WatermarkMaskAdapterItem *
-WatermarkMaskAdapter::addItem(std::unique_ptr<WatermarkMaskAdapterItem> item, const QSize &size)
+template<class Item>
+Item *WatermarkMaskAdapter::addItem(std::unique_ptr<Item> item, const QSize &size)
 {
-    WatermarkMaskAdapterItem *added = item.get();
+    Item *added = item.get();
     m_items.push_back(std::move(item));
-    DrmWidget *box = added->widget();
-    connect(box, &DrmWidget::rectMoved, this, [this, added] { onBoxChanged(added); });
-    connect(box, &DrmWidget::rectResized, this, [this, added] { onBoxChanged(added); });
-    connect(box, &DrmWidget::mousePressed, this, [this, added] { selectItem(added); });
-    QTimer::singleShot(0, box, [this, added, box, size] {
-        // The editor may have placed it meanwhile.
-        if (added->m_rect.isNull())
-            setItemRect(added, QRectF(0, 0, size.width() / pixelAspect(), size.height()));
-        box->setVisible(added->m_visible);
+    placeNew(added, size);
+    return added;
+}
+
+void WatermarkMaskAdapter::placeNew(WatermarkMaskAdapterItem *item, const QSize &size)
+{
+    DrmWidget *box = item->widget();
+    connect(box, &DrmWidget::rectMoved, this, [this, item] { onBoxMoved(item); });
+    connect(box, &DrmWidget::rectResized, this, [this, item] { onBoxResized(item); });
+    connect(box, &DrmWidget::mousePressed, this, [this, item] { selectItem(item); });
+    connect(box, &DrmWidget::mouseReleased, this, [this, item] {
+        m_maskWidget->showGuides({});
+        showDrawnRegion();
+        emit itemReleased(item);
+    });
+    connect(box, &DrmWidget::snapped, this, [this](const QVector<QLine> &guides) {
+        m_maskWidget->showGuides(guides);
         showDrawnRegion();
     });
-    return added;
+    QTimer::singleShot(0, box, [this, item, box, size] {
+        // The editor may have placed it meanwhile.
+        if (item->m_rect.isNull())
+            setItemRect(item, QRectF(0, 0, size.width() / pixelAspect(), size.height()));
+        box->setVisible(item->m_visible);
+        showDrawnRegion();
+    });
 }
 
 WatermarkMaskAdapter::Items::const_iterator
@@ -78,13 +93,15 @@ WatermarkMaskAdapter::find(const WatermarkMaskAdapterItem *item) const
                         [item](const auto &own) { return own.get() == item; });
 }
 
+QSizeF WatermarkMaskAdapter::textSize(const TextMaskAdapterItem &item) const
+{
+    const QSize own = item.text()->sizeHint();
+    return {std::ceil(own.width() / pixelAspect() / 2) * 2, double(own.height())};
+}
+
 QRectF WatermarkMaskAdapter::itemRect(const WatermarkMaskAdapterItem *item) const
 {
-    if (!has(item))
-        return {};
-    if (!isScaleKnown())
-        return item->m_rect;
-    return inPicture(QRectF(item->widget()->geometry()));
+    return has(item) ? item->m_rect : QRectF();
 }
 
 void WatermarkMaskAdapter::setItemRect(WatermarkMaskAdapterItem *item, const QRectF &rect)
@@ -93,15 +110,13 @@ void WatermarkMaskAdapter::setItemRect(WatermarkMaskAdapterItem *item, const QRe
         return;
     item->m_rect = rect;
     placeItem(*item);
+    emit itemRectChanged(item, rect);
 }
 
 void WatermarkMaskAdapter::moveItem(WatermarkMaskAdapterItem *item, const QPointF &topLeft)
 {
-    if (!has(item))
-        return;
-    item->m_rect.moveTopLeft(topLeft);
-    if (isScaleKnown())
-        item->widget()->move(onWidget(QRectF(topLeft, QSizeF())).topLeft().toPoint());
+    if (has(item))
+        setItemRect(item, QRectF(topLeft, item->m_rect.size()));
 }
 
 void WatermarkMaskAdapter::alignItem(WatermarkMaskAdapterItem *item, int place)
@@ -109,8 +124,8 @@ void WatermarkMaskAdapter::alignItem(WatermarkMaskAdapterItem *item, int place)
     if (!has(item) || place < 0 || place > 8)
         return;
     // Twice the way to the right and to the bottom, in halves.
-    const QSize room = target()->size() - item->widget()->size();
-    item->widget()->move(room.width() * (place % 3) / 2, room.height() * (place / 3) / 2);
+    const QSizeF room = QSizeF(videoSize()) - item->m_rect.size();
+    moveItem(item, {room.width() * (place % 3) / 2, room.height() * (place / 3) / 2});
 }
 
 void WatermarkMaskAdapter::setItemVisible(WatermarkMaskAdapterItem *item, bool visible)
@@ -118,7 +133,8 @@ void WatermarkMaskAdapter::setItemVisible(WatermarkMaskAdapterItem *item, bool v
     if (!has(item))
         return;
     item->m_visible = visible;
-    item->widget()->setVisible(visible);
+    // A new one has no place yet.
+    item->widget()->setVisible(visible && !item->m_rect.isNull());
     showDrawnRegion();
 }
 
@@ -160,7 +176,6 @@ void WatermarkMaskAdapter::markSelected(WatermarkMaskAdapterItem *item, bool sel
 // The boxes stay where they are in the picture.
 void WatermarkMaskAdapter::onScaleChanged()
 {
-    const QScopedValueRollback<bool> placing(m_placing, true);
     for (const auto &item : m_items)
         placeItem(*item);
     showDrawnRegion();
@@ -174,13 +189,45 @@ void WatermarkMaskAdapter::placeItem(const WatermarkMaskAdapterItem &item)
     item.widget()->setGeometry(EdgeDrag::rounded(onWidget(rect)));
 }
 
-void WatermarkMaskAdapter::onBoxChanged(WatermarkMaskAdapterItem *item)
+// What the adapter itself has done is told of late for a box that wasn't shown.
+bool WatermarkMaskAdapter::isWherePut(const WatermarkMaskAdapterItem &item) const
+{
+    return !isScaleKnown() || item.widget()->geometry() == EdgeDrag::rounded(onWidget(item.m_rect));
+}
+
+// A box at the edge or in the middle of the surface is there in the picture, too.
+void WatermarkMaskAdapter::onBoxMoved(WatermarkMaskAdapterItem *item)
 {
     showDrawnRegion();
-    if (m_placing || !isScaleKnown())
+    if (isWherePut(*item))
         return;
-    item->m_rect = itemRect(item);
-    emit itemRectChanged(item, item->m_rect);
+    const auto along = [](int start, int size, int bound, double place, double room) {
+        const int rest = bound - size - start;
+        if (rest == 0)
+            return room;
+        return std::abs(start - rest) <= 1 ? room / 2 : place;
+    };
+    const QRect box = item->widget()->geometry();
+    const QSize bound = m_maskWidget->area()->size();
+    const QPointF place = inPicture(QRectF(box)).topLeft();
+    const QSizeF room = QSizeF(videoSize()) - item->m_rect.size();
+    QRectF rect = item->m_rect;
+    rect.moveLeft(along(box.x(), box.width(), bound.width(), place.x(), room.width()));
+    rect.moveTop(along(box.y(), box.height(), bound.height(), place.y(), room.height()));
+    takeRect(item, rect);
+}
+
+void WatermarkMaskAdapter::onBoxResized(WatermarkMaskAdapterItem *item)
+{
+    showDrawnRegion();
+    if (!isWherePut(*item))
+        takeRect(item, inPicture(QRectF(item->widget()->geometry())));
+}
+
+void WatermarkMaskAdapter::takeRect(WatermarkMaskAdapterItem *item, const QRectF &rect)
+{
+    item->m_rect = rect;
+    emit itemRectChanged(item, rect);
 }
 
 void WatermarkMaskAdapter::showDrawnRegion()
@@ -190,5 +237,6 @@ void WatermarkMaskAdapter::showDrawnRegion()
         if (!item->widget()->isHidden())
             region += item->widget()->geometry();
     }
+    region += m_maskWidget->guideRegion();
     mask()->setDrawnRegion(region);
 }

@@ -8,11 +8,13 @@
 #include <memory>
 #include <vector>
 
+class TextMaskAdapterItem;
 class WatermarkMaskAdapterItem;
 class WatermarkMaskWidget;
 
-/// The boxes over a picture, in picture pixels. Operations on an item that isn't (any more) one of
-/// the adapter's do nothing.
+/// The boxes over a picture, in picture pixels. What is set or moved by these pixels keeps them,
+/// also where the surface is too coarse to show them; only what is dragged takes its own.
+/// Operations on an item that isn't (any more) one of the adapter's do nothing.
 class WatermarkMaskAdapter : public MaskAdapter
 {
     Q_OBJECT
@@ -22,14 +24,17 @@ public:
     ~WatermarkMaskAdapter() override;
 
     /// A new box has its place when the event loop has gone round once.
-    WatermarkMaskAdapterItem *addTextItem();
+    TextMaskAdapterItem *addTextItem();
     /// Null, after a message, when the picture can't be read.
     WatermarkMaskAdapterItem *addImageItem(const QString &path);
     WatermarkMaskAdapterItem *addDelogoItem();
 
+    /// The size of a text as it is, which its box should have.
+    QSizeF textSize(const TextMaskAdapterItem &item) const;
     QRectF itemRect(const WatermarkMaskAdapterItem *item) const;
     void setItemRect(WatermarkMaskAdapterItem *item, const QRectF &rect);
     void moveItem(WatermarkMaskAdapterItem *item, const QPointF &topLeft);
+    /// Inside the picture.
     /// @param place one of nine, 0 to 8, row by row from the upper left; others leave the place
     void alignItem(WatermarkMaskAdapterItem *item, int place);
     /// Whether the box is seen, as in the part of the time that it stands for.
@@ -45,6 +50,8 @@ public slots:
 signals:
     void itemRectChanged(WatermarkMaskAdapterItem *item, QRectF rect);
     void itemSelectItemChanged(WatermarkMaskAdapterItem *cur, WatermarkMaskAdapterItem *pre);
+    /// The mouse has let go of it, wherever it is now.
+    void itemReleased(WatermarkMaskAdapterItem *item);
     /// The item is deleted as soon as the slots have returned.
     void itemRemoved(WatermarkMaskAdapterItem *item);
 
@@ -52,10 +59,14 @@ private:
     using Items = std::vector<std::unique_ptr<WatermarkMaskAdapterItem>>;
 
     void onScaleChanged() override;
-    WatermarkMaskAdapterItem *addItem(std::unique_ptr<WatermarkMaskAdapterItem> item,
-                                      const QSize &size);
+    template<class Item>
+    Item *addItem(std::unique_ptr<Item> item, const QSize &size);
+    void placeNew(WatermarkMaskAdapterItem *item, const QSize &size);
     void placeItem(const WatermarkMaskAdapterItem &item);
-    void onBoxChanged(WatermarkMaskAdapterItem *item);
+    bool isWherePut(const WatermarkMaskAdapterItem &item) const;
+    void onBoxMoved(WatermarkMaskAdapterItem *item);
+    void onBoxResized(WatermarkMaskAdapterItem *item);
+    void takeRect(WatermarkMaskAdapterItem *item, const QRectF &rect);
     void markSelected(WatermarkMaskAdapterItem *item, bool selected);
     void showDrawnRegion();
     Items::const_iterator find(const WatermarkMaskAdapterItem *item) const;
@@ -64,5 +75,4 @@ private:
     WatermarkMaskWidget *const m_maskWidget; ///< owned by the mask
     Items m_items;
     WatermarkMaskAdapterItem *m_selected = nullptr;
-    bool m_placing = false;
 };

@@ -43,6 +43,7 @@ TextMaskAdapterItem::TextMaskAdapterItem(WatermarkMaskAdapter *adapter, QWidget 
     : WatermarkMaskAdapterItem(Text, adapter, area), m_text(new TextCtrl(widget()))
 {
     widget()->setAllowedDirections(DrmWidget::moveDirection);
+    m_text->setFilling(true);
     addLayers(m_text, newOutline(), 0);
 }
 

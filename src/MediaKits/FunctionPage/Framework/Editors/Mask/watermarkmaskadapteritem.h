@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "MediaKits/FunctionPage/Framework/Editors/Mask/drmwidget.h"
+
 #include <QMap>
 #include <QPixmap>
 #include <QPointer>
 #include <QRectF>
 #include <QVariant>
 
-class DrmWidget;
 class ImageCtrl;
 class QStackedLayout;
 class QWidget;

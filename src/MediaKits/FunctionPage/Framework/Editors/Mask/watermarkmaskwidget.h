@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QLine>
+#include <QVector>
 #include <QWidget>
 
 /// The empty mask that carries movable boxes.
@@ -13,7 +15,12 @@ public:
 
     /// Parent of the boxes.
     QWidget *area() const { return m_area; }
+    /// Shows thin lines that a box was caught by, in the area's pixels.
+    void showGuides(const QVector<QLine> &guides);
+    /// Where those lines are drawn.
+    QRegion guideRegion() const;
 
 private:
+    QVector<QWidget *> m_guides;
     QWidget *const m_area;
 };

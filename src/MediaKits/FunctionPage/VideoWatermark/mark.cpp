@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/VideoWatermark/mark.h"
+
+QVariantList plainMarks(const QVariantList &marks)
+{
+    QVariantList maps;
+    for (const QVariant &mark : marks) {
+        if (const auto map = mark.value<Mark>())
+            maps += *map;
+    }
+    return maps;
+}
+
+QVariantList sharedMarks(const QVariantList &maps)
+{
+    QVariantList marks;
+    for (const QVariant &map : maps)
+        marks += QVariant::fromValue(Mark::create(map.toMap()));
+    return marks;
+}

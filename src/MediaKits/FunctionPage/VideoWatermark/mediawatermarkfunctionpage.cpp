@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/VideoWatermark/mediawatermarkfunctionpage.h"
+
+#include "MediaKits/FunctionPage/VideoWatermark/mediawatermarklistwidget.h"
+#include "MediaKits/MediaFormats/mediaformats.h"
+
+MediaWatermarkFunctionPage::MediaWatermarkFunctionPage(QWidget *parent)
+    : PresetListPage({MediaFunction::Watermark, VideoFormatClass, videoFormats}, parent)
+{
+}
+
+TaskRowsView *MediaWatermarkFunctionPage::createRows(QWidget *parent)
+{
+    return new MediaWatermarkListWidget(parent);
+}

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/VideoWatermark/mediawatermarklistitemwidget.h"
+
+#include "controls/runmodal.h"
+#include "MediaKits/FunctionPage/VideoWatermark/mark.h"
+#include "MediaKits/FunctionPage/VideoWatermark/videowatermarkdialog.h"
+
+#include <QListWidgetItem>
+
+namespace {
+
+// Data of the row's item: the marks as the editor takes them.
+constexpr int marksRole = Qt::UserRole + 10;
+
+TaskRowWidget::Kind watermarkRows()
+{
+    TaskRowWidget::Kind kind;
+    kind.function = MediaFunction::Watermark;
+    kind.reportsFailures = true;
+    kind.needsPicture = true;
+    kind.form.editorButton = QLatin1String("btnWatermarkSet");
+    kind.form.editorText = MediaWatermarkListItemWidget::tr("水印设置");
+    kind.form.editorIcon = QStringLiteral(":/drawable/row_watermark.png");
+    kind.form.startText = MediaWatermarkListItemWidget::tr("开始处理");
+    return kind;
+}
+
+struct Marked
+{
+    QVariantList marks;
+    bool isForAll;
+};
+
+} // namespace
+
+MediaWatermarkListItemWidget::MediaWatermarkListItemWidget(QListWidgetItem *item, QWidget *parent)
+    : VideoRowWidget(RowItem(item), watermarkRows(), parent)
+{
+    probeSource();
+}
+
+void MediaWatermarkListItemWidget::connectForm(TaskRowForm &form)
+{
+    VideoRowWidget::connectForm(form);
+    connect(&form, &TaskRowForm::editorPressed, this,
+            &MediaWatermarkListItemWidget::on_btnWatermarkSet_clicked);
+}
+
+void MediaWatermarkListItemWidget::on_btnWatermarkSet_clicked()
+{
+    const auto info = sourceInfo();
+    if (!info)
+        return;
+    auto *dialog = new VideoWatermarkDialog(this);
+    dialog->showMedium(sourcePath(), *info);
+    dialog->setMarks(item().data(marksRole).toList());
+    const auto saved = runModal(dialog, [](const VideoWatermarkDialog &edited) {
+        return Marked{edited.marks(), edited.isForAll()};
+    });
+    if (!saved || !task())
+        return;
+    applyEdited([this, &saved] {
+        setMarks(saved->marks);
+        if (saved->isForAll)
+            emit editedForAll();
+    });
+}
+
+void MediaWatermarkListItemWidget::adoptEdited(const TaskRowWidget &edited)
+{
+    const auto &other = static_cast<const MediaWatermarkListItemWidget &>(edited);
+    const auto from = other.sourceInfo();
+    const auto to = sourceInfo();
+    if (from && to) {
+        const QVariantList marks = plainMarks(other.item().data(marksRole).toList());
+        setMarks(sharedMarks(marksFor(marks, markedPicture(*from), markedPicture(*to))));
+    }
+}
+
+void MediaWatermarkListItemWidget::setMarks(const QVariantList &marks)
+{
+    RowItem row = item();
+    row.setData(marksRole, marks);
+    param().videoFilters = plainMarks(marks);
+}

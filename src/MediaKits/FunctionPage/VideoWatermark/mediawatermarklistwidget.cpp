@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/VideoWatermark/mediawatermarklistwidget.h"
+
+#include "MediaKits/FunctionPage/VideoWatermark/mediawatermarklistitemwidget.h"
+
+MediaWatermarkListWidget::MediaWatermarkListWidget(QWidget *parent) : TaskListWidget(parent)
+{
+    qRegisterMetaType<TaskGrpState>("MediaWatermarkListWidget::TaskGrpState");
+}
+
+QSharedPointer<MediaTask> MediaWatermarkListWidget::createTask(const QString &path)
+{
+    return createConversion(path);
+}
+
+TaskRowWidget *MediaWatermarkListWidget::createRow(QListWidgetItem *item)
+{
+    return new MediaWatermarkListItemWidget(item, this);
+}

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#include "MediaKits/FunctionPage/VideoWatermark/templatemenu.h"
+
+#include "controls/runmodal.h"
+#include "MediaKits/AppInstance/LocalStore/watermarktemplates.h"
+#include "MediaKits/FunctionPage/VideoWatermark/markjson.h"
+#include "MediaKits/FunctionPage/VideoWatermark/templatenamedialog.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+namespace {
+
+const QLatin1String marksKey("marks");
+const QLatin1String widthKey("width");
+const QLatin1String heightKey("height");
+const QLatin1String aspectKey("pixelAspect");
+const QLatin1String durationKey("duration");
+
+// In a menu an ampersand stands for a key.
+QString menuText(QString name)
+{
+    return name.replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+} // namespace
+
+TemplateMenu::TemplateMenu(bool canSave, QWidget *parent) : QMenu(parent)
+{
+    const QStringList names = WatermarkTemplates::instance().names();
+    for (const QString &name : names)
+        addAction(menuText(name), this, [this, name] { emit chosen(name); });
+    if (!names.isEmpty())
+        addSeparator();
+    addAction(tr("存为模板…"), this, &TemplateMenu::askName)->setEnabled(canSave);
+    QMenu *removal = addMenu(tr("删除模板"));
+    removal->setEnabled(!names.isEmpty());
+    for (const QString &name : names)
+        removal->addAction(menuText(name), [name] { WatermarkTemplates::instance().remove(name); });
+}
+
+void TemplateMenu::askName()
+{
+    const auto name = runModal(new TemplateNameDialog(parentWidget()),
+                               [](const TemplateNameDialog &dialog) { return dialog.name(); });
+    if (name && !name->isEmpty())
+        emit nameGiven(*name);
+}
+
+void saveTemplate(const QString &name, const QVariantList &marks, const MarkedPicture &picture)
+{
+    QJsonArray entries;
+    for (const QVariant &mark : marks)
+        entries += markToJson(mark.toMap());
+    WatermarkTemplates::instance().set(name, {{marksKey, entries},
+                                              {widthKey, picture.size.width()},
+                                              {heightKey, picture.size.height()},
+                                              {aspectKey, picture.pixelAspect},
+                                              {durationKey, picture.durationMs}});
+}
+
+QVariantList templateFor(const QString &name, const MarkedPicture &picture)
+{
+    const QJsonObject stored = WatermarkTemplates::instance().value(name);
+    MarkedPicture from;
+    from.size = {stored[widthKey].toInt(), stored[heightKey].toInt()};
+    from.pixelAspect = stored[aspectKey].toDouble(1.0);
+    from.durationMs = stored[durationKey].toInt();
+    QVariantList marks;
+    for (const QJsonValue &entry : stored[marksKey].toArray()) {
+        const QVariantMap mark = markFromJson(entry.toObject());
+        if (!mark.isEmpty())
+            marks += mark;
+    }
+    return marksFor(marks, from, picture);
+}

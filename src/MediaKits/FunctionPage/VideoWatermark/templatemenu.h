@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/FunctionPage/VideoWatermark/markplacing.h"
+
+#include <QMenu>
+
+/// The templates of marks: to choose one, to save the present marks as one, to remove one.
+class TemplateMenu : public QMenu
+{
+    Q_OBJECT
+
+public:
+    /// @param canSave whether there is anything to save
+    explicit TemplateMenu(bool canSave, QWidget *parent = nullptr);
+
+signals:
+    void chosen(const QString &name);
+    /// The present marks are to be saved under this name.
+    void nameGiven(const QString &name);
+
+private:
+    void askName();
+};
+
+/// @param marks plain maps
+void saveTemplate(const QString &name, const QVariantList &marks, const MarkedPicture &picture);
+/// Plain maps, placed on another picture; empty for a name that isn't one.
+QVariantList templateFor(const QString &name, const MarkedPicture &picture);

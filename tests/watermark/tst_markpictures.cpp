@@ -1,0 +1,210 @@
+// SPDX-License-Identifier: MIT
+#include "watermark/watermarktest.h"
+
+#include <QPainter>
+
+#include <functional>
+
+namespace {
+
+constexpr int places = 9;
+constexpr int showLimitMs = 30000;
+constexpr quint32 mp4At720p = 1003004;
+const QLatin1String ground("0x206020");
+
+using IsMark = std::function<bool(const QColor &)>;
+
+bool isRed(const QColor &pixel)
+{
+    return pixel.red() > 140 && pixel.green() < 64;
+}
+
+bool isWhite(const QColor &pixel)
+{
+    return pixel.red() > 140 && pixel.green() > 150 && pixel.blue() > 140;
+}
+
+// Where the ninths of a picture have something of the mark's colour, in shares of the whole.
+QVector<QRectF> marked(const QImage &picture, const IsMark &isMark)
+{
+    QVector<QRect> parts(places);
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (isMark(picture.pixelColor(x, y)))
+                parts[y * 3 / picture.height() * 3 + x * 3 / picture.width()] |= QRect(x, y, 1, 1);
+        }
+    }
+    QVector<QRectF> shares;
+    for (const QRect &part : qAsConst(parts))
+        shares += QRectF(double(part.x()) / picture.width(), double(part.y()) / picture.height(),
+                         double(part.width()) / picture.width(),
+                         double(part.height()) / picture.height());
+    return shares;
+}
+
+QImage frame(const QString &path)
+{
+    return QImage::fromData(decodedMedia(path, "-ss 1 -frames:v 1 -c:v bmp -f image2pipe"_s));
+}
+
+// The part of the result that the source's picture fills.
+QImage withoutBars(const QImage &made, double shape)
+{
+    QSizeF inner(std::min(double(made.width()), made.height() * shape),
+                 std::min(made.width() / shape, double(made.height())));
+    QRectF part(QPointF(), inner);
+    part.moveCenter(QRectF(made.rect()).center());
+    return made.copy(part.toRect());
+}
+
+// How far two sides of rectangles are apart at most, in pixels of a picture of that size.
+double apart(const QRectF &one, const QRectF &other, const QSizeF &size)
+{
+    return std::max({std::abs(one.left() - other.left()) * size.width(),
+                     std::abs(one.right() - other.right()) * size.width(),
+                     std::abs(one.top() - other.top()) * size.height(),
+                     std::abs(one.bottom() - other.bottom()) * size.height()});
+}
+
+QImage screenPart(const QRect &part)
+{
+    return QGuiApplication::primaryScreen()
+        ->grabWindow(0, part.x(), part.y(), part.width(), part.height())
+        .toImage();
+}
+
+// Each ninth has a mark, and the ground around it.
+bool hasAll(const QVector<QRectF> &parts)
+{
+    return std::all_of(parts.begin(), parts.end(), [](const QRectF &part) {
+        return part.width() > 0.0 && part.width() < 0.3 && part.height() < 0.3;
+    });
+}
+
+} // namespace
+
+// What stands on the mask, what the player shows and what the file holds, as pictures.
+class TestMarkPictures : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        preparePages();
+        QImage logo(60, 40, QImage::Format_ARGB32);
+        logo.fill(Qt::red);
+        QVERIFY(logo.save(m_logo));
+    }
+
+    void maskPreviewAndFile_data()
+    {
+        QTest::addColumn<QString>("film");
+        QTest::addColumn<double>("shape"); // width by height as it is shown
+        QTest::addColumn<quint32>("preset");
+        QTest::addColumn<bool>("isText");
+        const auto row = [](const char *name, const char *film, double shape) {
+            for (const quint32 preset : {mp4AsSource, mp4At720p}) {
+                for (const bool isText : {false, true})
+                    QTest::addRow("%s of %s, preset %u", isText ? "texts" : "pictures", name,
+                                  preset)
+                        << QLatin1String(film) + QString() << shape << preset << isText;
+            }
+        };
+        row("small", "s=320x240 -d", 4.0 / 3);
+        row("full hd", "s=1920x1080", 16.0 / 9);
+        row("turned", "s=640x360 turned", 9.0 / 16);
+        row("anamorphic", "s=720x576 sar", 720.0 * 16 / 11 / 576);
+        row("odd", "s=321x241 odd", 321.0 / 241);
+    }
+
+    void maskPreviewAndFile()
+    {
+        QFETCH(QString, film);
+        QFETCH(double, shape);
+        QFETCH(quint32, preset);
+        QFETCH(bool, isText);
+        const IsMark isMark = isText ? isWhite : isRed;
+        WatermarkPage test({made(film)}, preset);
+        QVector<QRectF> onMask;
+        QVector<QRectF> inPreview;
+        QSize surface;
+        test.edit(0, [&](QWidget &dialog) {
+            if (isText)
+                addText(dialog, "HH"_s, 30);
+            else
+                addImage(dialog, m_logo);
+            QWidget *box = selectedBox(dialog);
+            QVERIFY(box);
+            for (int place = 0; place < places; ++place) {
+                if (place > 0) {
+                    QTest::keyClick(child(dialog, "csPlayer"), Qt::Key_C, Qt::ControlModifier);
+                    QTest::keyClick(child(dialog, "csPlayer"), Qt::Key_V, Qt::ControlModifier);
+                }
+                press(dialog, ("btnCompass" + QByteArray::number(place)).constData());
+            }
+            press(dialog, "btnPlay");
+            const QRect at(box->parentWidget()->mapToGlobal(QPoint()), box->parentWidget()->size());
+            surface = at.size();
+            QTRY_VERIFY_WITH_TIMEOUT(hasAll(onMask = marked(screenPart(at), isMark)), showLimitMs);
+            press(dialog, "btnPreview");
+            QTRY_VERIFY(!visibleWindow("VideoMask"));
+            shoot(dialog, QTest::currentDataTag());
+            QTRY_VERIFY_WITH_TIMEOUT(hasAll(inPreview = marked(screenPart(at), isMark)),
+                                     showLimitMs);
+            press(dialog, "btnOk");
+        });
+        QCOMPARE(test.marks(0).size(), places);
+        QVERIFY(test.convert(0));
+        const QImage result = frame(test.row(0)->outputPath());
+        const QImage inner = preset == mp4AsSource ? result : withoutBars(result, shape);
+        const QVector<QRectF> inFile = marked(inner, isMark);
+        // A pixel of the surface may be more than one of the file.
+        const QSizeF coarse(std::min(surface.width(), inner.width()),
+                            std::min(surface.height(), inner.height()));
+        for (int place = 0; place < places; ++place) {
+            const auto told = [&](const QRectF &part) {
+                return "%1: %2,%3 %4x%5 "_s.arg(place)
+                    .arg(part.x() * inner.width())
+                    .arg(part.y() * inner.height())
+                    .arg(part.width() * inner.width())
+                    .arg(part.height() * inner.height());
+            };
+            QVERIFY(!inFile[place].isEmpty());
+            // The last one has the outline of the current one on it.
+            // Bars may be a pixel wider than their shape tells.
+            const double most = place == places - 1 || preset != mp4AsSource ? 2.75 : 1.75;
+            QVERIFY2(apart(onMask[place], inFile[place], coarse) < most,
+                     qPrintable(told(onMask[place]) + told(inFile[place])));
+            QVERIFY2(apart(inPreview[place], inFile[place], coarse) < 2.5,
+                     qPrintable(told(inPreview[place]) + told(inFile[place])));
+        }
+    }
+
+private:
+    QString made(const QString &film)
+    {
+        const QString path = m_folder.filePath(film + ".mp4"_s);
+        if (QFile::exists(path))
+            return path;
+        const QString size = film.section(u' ', 0, 0);
+        const QString source =
+            "-f lavfi -i color=%1:%2:r=10:d=20,setsar=%3 %4 -preset ultrafast @"_s.arg(
+                ground, size, film.contains("sar"_s) ? "16/11"_s : "1"_s,
+                film.contains("odd"_s) ? "-pix_fmt yuv444p"_s : QString());
+        if (!film.contains("turned"_s)) {
+            makeMedia(source, {path});
+        } else {
+            const QString upright = m_folder.filePath("upright.mp4"_s);
+            makeMedia(source, {upright});
+            makeMedia("-i @ -c copy -metadata:s:v rotate=90 @"_s, {upright, path});
+        }
+        return path;
+    }
+
+    QTemporaryDir m_folder;
+    const QString m_logo = m_folder.filePath("logo.png"_s);
+};
+
+QTEST_MAIN(TestMarkPictures)
+#include "tst_markpictures.moc"
