@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "cli/commandline.h"
 #include "cli/consoleprogress.h"
+#include "cli/dubvalue.h"
 #include "cli/textvalues.h"
 #include "MediaKits/MediaTasksManager/converttask.h"
 #include "support/casename.h"
@@ -13,6 +14,22 @@ class TestCliValues : public QObject
     Q_OBJECT
 
 private slots:
+    void dubs()
+    {
+        const auto music = parseDub(R"({"file":"/a/b.mp3","start":3.5,"volume":0.8})"_s);
+        QVERIFY(music);
+        QCOMPARE(music->value("filePath"_s).toString(), "/a/b.mp3"_s);
+        QCOMPARE(music->value("startTime"_s).toInt(), 3500);
+        QCOMPARE(music->value("volume"_s).toFloat(), 0.8F);
+        QCOMPARE(parseDub(R"({"file":"/a"})"_s)->value("volume"_s).toFloat(), 1.0F);
+        for (const char *wrong : {"{", "[]", "{}", R"({"file":""})", R"({"file":"/a","end":1})",
+                                  R"({"file":"/a","start":-1})", R"({"file":"/a","start":"1"})",
+                                  R"({"file":"/a","volume":2.1})", R"({"file":"/a","start":1e99})"})
+            QVERIFY2(!parseDub(QLatin1String(wrong) + QString()), wrong);
+        QCOMPARE(parseFactor("0.5"_s).value_or(-1.0F), 0.5F);
+        QVERIFY(!parseFactor("2.5"_s) && !parseFactor("nan"_s) && !parseFactor("x"_s));
+    }
+
     void times()
     {
         const auto check = [&](const char *caseName, const QString &text, int ms) {

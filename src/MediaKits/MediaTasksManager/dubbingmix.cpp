@@ -37,14 +37,20 @@ bool isCut(const ConvertTaskParam &param)
     return param.timeRange && param.timeRange->end > 0;
 }
 
+// Music goes with the picture, which a container's length may be longer than; 0 when unknown.
+int filmMs(const ConvertTaskParam &param)
+{
+    const qint64 pictureMs = param.sourceInfo ? param.sourceInfo->content.pictureEndMs : 0;
+    return pictureMs > 0 ? int(pictureMs) : param.durationMs;
+}
+
 // The part of the source's time that is used; an end of 0 for one that isn't known.
 TimeSpan usedSpan(const ConvertTaskParam &param)
 {
+    const int endMs = filmMs(param);
     if (!isCut(param))
-        return {0, param.durationMs};
-    const bool knowsEnd = param.durationMs > 0;
-    return {param.timeRange->start,
-            knowsEnd ? std::min(param.timeRange->end, param.durationMs) : 0};
+        return {0, endMs};
+    return {param.timeRange->start, endMs > 0 ? std::min(param.timeRange->end, endMs) : 0};
 }
 
 // What the sounds are brought to: none of them may make the others smaller.
@@ -136,8 +142,8 @@ void mapDubbing(ConvertTaskParam &step)
     if (used.end > 0)
         mix.lengthMs = int((used.end - used.start) / speed);
     shapeMix(mix, step);
-    step.soundMix = QSharedPointer<SoundMix>::create(mix);
     const bool isSilent = step.sourceInfo && step.sourceInfo->audios.isEmpty();
+    step.soundMix = QSharedPointer<SoundMix>::create(mix);
     step.endsWithPicture =
         isSilent && mix.lengthMs <= 0 && hasMusic(step) && !isAudioFormat(step.format);
 }
@@ -151,14 +157,14 @@ ConvertTaskParam dubbingExcerpt(const ConvertTaskParam &param, int fromMs, int l
     excerpt.cropRect.clear();
     // Where the whole fades, which the excerpt doesn't see.
     changeMusics(excerpt, [&param](QVariantMap &music) {
-        addFade(music, music.value(startKey).toInt(), param.durationMs);
+        addFade(music, music.value(startKey).toInt(), filmMs(param));
         return true;
     });
     // Whole seconds, which the command tells exactly; early enough to hold a fade as a whole.
-    const int latest = param.durationMs > 0 ? std::max(param.durationMs - lengthMs, 0) : fromMs;
+    const int filmEnd = filmMs(param);
+    const int latest = filmEnd > 0 ? std::max(filmEnd - lengthMs, 0) : fromMs;
     const int start = std::min(fromMs, latest) / secondMs * secondMs;
-    const int end = param.durationMs > 0 ? std::min(start + lengthMs + secondMs, param.durationMs)
-                                         : start + lengthMs;
+    const int end = filmEnd > 0 ? std::min(start + lengthMs + secondMs, filmEnd) : start + lengthMs;
     excerpt.timeRange = QSharedPointer<TimeSpan>::create(TimeSpan{start, end});
     return excerpt;
 }

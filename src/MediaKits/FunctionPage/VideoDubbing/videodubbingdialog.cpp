@@ -28,7 +28,7 @@ constexpr int usualVolume = 100;
 constexpr int rowHeight = 68;
 constexpr int labelWidth = 96;
 constexpr int rowSpacing = 4;
-constexpr QSize volumeSize(72, 32);
+constexpr QSize volumeSize(88, 32);
 constexpr QSize usualSize(1036, 640);
 
 FragmentPane::Kind musicPane()
@@ -76,7 +76,9 @@ VideoDubbingDialog::~VideoDubbingDialog()
 
 void VideoDubbingDialog::setUpList()
 {
-    m_pane->setTexts(tr("配乐列表"), tr("把播放位置移到配乐开始的地方，点击“添加配乐”。"));
+    m_pane->setTexts(
+        tr("配乐列表"),
+        tr("设定开始时间和音量后，点击“添加配乐”。可以添加多段，每段各有自己的开始时间和音量。"));
     m_pane->list()->setFocusPolicy(Qt::TabFocus);
     QPushButton *add = m_pane->addButton();
     add->setObjectName(QStringLiteral("btnAddDubbing"));
@@ -162,7 +164,7 @@ void VideoDubbingDialog::setConversion(const ConvertTaskParam &param)
 void VideoDubbingDialog::setDuration(int ms)
 {
     TimeSpanEditor::setDuration(ms);
-    showSpan();
+    showCurrent();
 }
 
 void VideoDubbingDialog::setSettings(const QVariantMap &settings)
@@ -264,6 +266,11 @@ void VideoDubbingDialog::onCurrentChanged(QListWidgetItem *current, QListWidgetI
         row->setChecked(false);
     if (DubbingFragmentItemWidget *row = rowOf(current))
         row->setChecked(true);
+    showCurrent();
+}
+
+void VideoDubbingDialog::showCurrent()
+{
     if (const MusicEntry entry = currentEntry()) {
         const QSignalBlocker quietStart(&span());
         const QSignalBlocker quietVolume(m_audioVolume);

@@ -53,6 +53,7 @@ private:
     DubbingFragmentItemWidget *rowOf(QListWidgetItem *item) const;
     void onCurrentChanged(QListWidgetItem *current, QListWidgetItem *previous);
     void store(const QVariantMap &values);
+    void showCurrent();
     void showSpan();
     void showLoudness();
     void onChanged();
