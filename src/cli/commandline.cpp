@@ -24,6 +24,7 @@ const CommandRow commandRows[] = {
     {"convert", Command::Convert,
      "json preset out name from to crop speed beauty jobs dry-run strict"},
     {"merge", Command::Merge, "json preset out name strict"},
+    {"shots", Command::Shots, "json at every from to format scale long sheet out"},
 };
 
 QString tr(const char *text)
@@ -34,7 +35,7 @@ QString tr(const char *text)
 QList<QCommandLineOption> optionsOf(const CommandRow &row)
 {
     static const QStringList flags{QStringLiteral("json"), QStringLiteral("dry-run"),
-                                   QStringLiteral("strict")};
+                                   QStringLiteral("strict"), QStringLiteral("long")};
     QList<QCommandLineOption> options;
     const QStringList names = QString(QLatin1String(row.options)).split(QLatin1Char(' '));
     for (const QString &name : names) {
@@ -95,7 +96,7 @@ private:
 void readFiles(CommandLine &line, const QStringList &words, ValueReader &values)
 {
     const bool takesFiles = line.command == Command::Probe || line.command == Command::Convert ||
-                            line.command == Command::Merge;
+                            line.command == Command::Merge || line.command == Command::Shots;
     if (takesFiles && words.isEmpty())
         values.refuse(tr("没有给出文件"));
     if (!takesFiles && !words.isEmpty())
@@ -131,6 +132,14 @@ void readReader(CommandLine &line, ValueReader &values)
         values.refuse(tr("--reader 的值无效：%1").arg(word));
 }
 
+void readOutputDir(CommandLine &line, MediaFunction function, ValueReader &values)
+{
+    line.outputDir = values.isSet("out") ? QDir::current().absoluteFilePath(values.text("out"))
+                                         : defaultOutputDir(function);
+    if (values.isSet("out") && values.text("out").isEmpty())
+        values.refuse(tr("输出目录为空"));
+}
+
 void readTarget(CommandLine &line, ValueReader &values)
 {
     if (!values.isSet("preset"))
@@ -139,11 +148,7 @@ void readTarget(CommandLine &line, ValueReader &values)
     if (!EncParamCatalog::instance().hasEncParam(line.presetId))
         values.refuse(tr("未知的预设：%1").arg(values.text("preset")));
     const bool merges = line.command == Command::Merge;
-    line.outputDir = values.isSet("out")
-                         ? QDir::current().absoluteFilePath(values.text("out"))
-                         : defaultOutputDir(merges ? MediaFunction::Merge : MediaFunction::Convert);
-    if (values.isSet("out") && values.text("out").isEmpty())
-        values.refuse(tr("输出目录为空"));
+    readOutputDir(line, merges ? MediaFunction::Merge : MediaFunction::Convert, values);
     line.strict = values.isSet("strict");
     line.name = values.text("name");
     const bool named = values.isSet("name");
@@ -165,6 +170,46 @@ void readConversion(CommandLine &line, ValueReader &values)
     line.speed = values.number("speed", 0, 0, 9);
     line.jobs = values.number("jobs", 1, 1, maxJobs);
     line.dryRun = values.isSet("dry-run");
+}
+
+std::optional<double> parseScale(const QString &text)
+{
+    constexpr double largest = 5.0;
+    bool isNumber = false;
+    const double scale = text.toDouble(&isNumber);
+    return isNumber && scale >= 0.0 && scale <= largest ? std::make_optional(scale) : std::nullopt;
+}
+
+std::optional<QString> parsePictureFormat(const QString &text)
+{
+    const QStringList known{QStringLiteral("png"), QStringLiteral("jpg"), QStringLiteral("bmp")};
+    return known.contains(text.toLower()) ? std::make_optional(text.toLower()) : std::nullopt;
+}
+
+void readShots(CommandLine &line, ValueReader &values)
+{
+    constexpr int mostColumns = 20;
+    ShotWish &wish = line.shots;
+    if (values.isSet("at") == values.isSet("every"))
+        values.refuse(tr("请给出 --at T,T,… 或 --every S 之一"));
+    wish.atMs = values.value<QVector<int>>("at", parseTimesMs).value_or(wish.atMs);
+    wish.everyMs = values.value<int>("every", parseTimeMs).value_or(0);
+    if (values.isSet("every") && wish.everyMs == 0)
+        values.refuse(tr("--every 的值无效：%1").arg(values.text("every")));
+    if (values.isSet("at") && (values.isSet("from") || values.isSet("to")))
+        values.refuse(tr("--from 和 --to 只用于 --every"));
+    wish.fromMs = values.value<int>("from", parseTimeMs).value_or(0);
+    wish.toMs = values.value<int>("to", parseTimeMs);
+    if (wish.toMs && *wish.toMs < wish.fromMs)
+        values.refuse(tr("--to 必须晚于 --from"));
+    wish.format = values.value<QString>("format", parsePictureFormat).value_or(wish.format);
+    wish.scale = values.value<double>("scale", parseScale).value_or(wish.scale);
+    wish.isLong = values.isSet("long");
+    if (values.isSet("sheet"))
+        wish.columns = values.number("sheet", 0, 1, mostColumns);
+    if (wish.isLong && values.isSet("sheet"))
+        values.refuse(tr("--long 和 --sheet 不能同时使用"));
+    readOutputDir(line, MediaFunction::Shot, values);
 }
 
 } // namespace
@@ -209,6 +254,8 @@ std::optional<CommandLine> parseCommandLine(const QStringList &words, QString &e
         readTarget(line, values);
     if (line.command == Command::Convert)
         readConversion(line, values);
+    if (line.command == Command::Shots)
+        readShots(line, values);
     error = values.error();
     return error.isEmpty() ? std::make_optional(line) : std::nullopt;
 }
@@ -224,6 +271,9 @@ QString helpText()
               "              [--crop X,Y,W,H] [--speed 0..9] [--beauty key=value,…] [--jobs N]\n"
               "              [--dry-run] [--strict] [--json]\n"
               "  morvane-cli merge FILE… --preset ID --name BASE [--out DIR] [--strict] [--json]\n"
+              "  morvane-cli shots FILE… (--at T,T,… | --every T [--from T] [--to T]) [--format "
+              "png|jpg|bmp]\n"
+              "              [--scale 0..5] [--long | --sheet COLUMNS] [--out DIR] [--json]\n"
               "\n"
               "T 为秒数或 hh:mm:ss[.zzz]。--speed 1 最快，9 最慢，0 由编码器决定。\n"
               "--beauty 的键：contrast brightness saturation red green blue rotate volume speed\n"

@@ -5,12 +5,26 @@
 #include "MediaKits/MediaTasksManager/videobeautyparam.h"
 
 #include <QStringList>
+#include <QVector>
 
 #include <optional>
 
-enum class Command { Help, Categories, Presets, Probe, Convert, Merge };
+enum class Command { Help, Categories, Presets, Probe, Convert, Merge, Shots };
 
 enum class ProbeReader { Auto, FFProbe, MediaInfo };
+
+/// The pictures that are wanted of each file.
+struct ShotWish
+{
+    QVector<int> atMs; ///< single moments
+    int everyMs = 0;   ///< of a series; 0 for single moments
+    int fromMs = 0;
+    std::optional<int> toMs;
+    QString format = QStringLiteral("png");
+    double scale = 1.0; ///< 0 is the video's size, too
+    bool isLong = false;
+    int columns = 0; ///< of a sheet; 0 for none
+};
 
 /// What a user asked for, checked as far as it can be without looking at the files.
 struct CommandLine
@@ -26,6 +40,7 @@ struct CommandLine
     std::optional<int> toMs;
     std::optional<CropBox> crop;
     std::optional<VideoBeautyParam> beauty;
+    ShotWish shots;
     int speed = 0;
     int jobs = 1;
     bool dryRun = false;

@@ -4,6 +4,8 @@
 #include "MediaKits/MediaTasksManager/mediaselection.h"
 #include "MediaKits/MediaTasksManager/videobeautyparam.h"
 
+#include <QVector>
+
 #include <optional>
 
 // Values that a user types on the command line; nothing comes back for text that isn't one.
@@ -11,6 +13,9 @@
 /// Seconds ("12", "12.5") or "hh:mm:ss" with up to three decimals.
 /// @return ms
 std::optional<int> parseTimeMs(const QString &text);
+
+/// Such times, separated by commas; at least one.
+std::optional<QVector<int>> parseTimesMs(const QString &text);
 
 /// "X,Y,W,H" in picture pixels; the box must not be empty.
 std::optional<CropBox> parseCropBox(const QString &text);
