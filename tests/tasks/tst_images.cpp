@@ -195,6 +195,24 @@ private slots:
         QCOMPARE(QImage(m_folder->out + "/a(2).jpg"_s).size(), QSize(240, 5 * 180));
     }
 
+    // What a font lacks it writes as the same box.
+    void writesChinese()
+    {
+        QVector<QImage> sheets;
+        for (const QString &name : {"山"_s, "海"_s}) {
+            const QString film = m_folder->path(name + ".mp4"_s);
+            QVERIFY(QFile::copy(m_clip, film));
+            QVariantMap map = wanted(m_folder->out, 1);
+            map.insert("inputUrl"_s, film);
+            map.insert("baseName"_s, name);
+            map.insert("columns"_s, 1);
+            Watched<MutiImageTask> sheet(new MutiImageTaskParam(map));
+            QVERIFY2(sheet.run() == MediaTask::FINISHED, qPrintable(sheet.cause()));
+            sheets += QImage(m_folder->out + u'/' + name + ".png"_s);
+        }
+        QVERIFY(!sheets[0].isNull() && sheets[0] != sheets[1]);
+    }
+
     void refusesTooLargeAPicture()
     {
         QVariantMap map = wanted(m_folder->out, 0);
