@@ -27,6 +27,7 @@ const CommandRow commandRows[] = {
      "strict"},
     {"gif", Command::Gif, "json out name from to size fps quality jobs dry-run strict"},
     {"merge", Command::Merge, "json preset out name strict"},
+    {"shots", Command::Shots, "json at every from to format scale long sheet out"},
 };
 
 QString tr(const char *text)
@@ -36,9 +37,9 @@ QString tr(const char *text)
 
 QList<QCommandLineOption> optionsOf(const CommandRow &row)
 {
-    static const QStringList flags{QStringLiteral("json"), QStringLiteral("dry-run"),
-                                   QStringLiteral("strict"), QStringLiteral("quality"),
-                                   QStringLiteral("mute-film")};
+    static const QStringList flags{QStringLiteral("json"),      QStringLiteral("dry-run"),
+                                   QStringLiteral("strict"),    QStringLiteral("quality"),
+                                   QStringLiteral("mute-film"), QStringLiteral("long")};
     QList<QCommandLineOption> options;
     const QStringList names = QString(QLatin1String(row.options)).split(QLatin1Char(' '));
     for (const QString &name : names) {
@@ -120,12 +121,15 @@ MediaFunction functionOf(Command command)
 {
     if (command == Command::Gif)
         return MediaFunction::Gif;
+    if (command == Command::Shots)
+        return MediaFunction::Shot;
     return command == Command::Merge ? MediaFunction::Merge : MediaFunction::Convert;
 }
 
 void readFiles(CommandLine &line, const QStringList &words, ValueReader &values)
 {
-    const bool takesFiles = line.command == Command::Probe || makesFiles(line.command);
+    const bool takesFiles = line.command == Command::Probe || line.command == Command::Shots ||
+                            makesFiles(line.command);
     if (takesFiles && words.isEmpty())
         values.refuse(tr("没有给出文件"));
     if (!takesFiles && !words.isEmpty())
@@ -170,12 +174,17 @@ void readPreset(CommandLine &line, ValueReader &values)
         values.refuse(tr("未知的预设：%1").arg(values.text("preset")));
 }
 
-void readTarget(CommandLine &line, ValueReader &values)
+void readOutputDir(CommandLine &line, ValueReader &values)
 {
     line.outputDir = values.isSet("out") ? QDir::current().absoluteFilePath(values.text("out"))
                                          : defaultOutputDir(functionOf(line.command));
     if (values.isSet("out") && values.text("out").isEmpty())
         values.refuse(tr("输出目录为空"));
+}
+
+void readTarget(CommandLine &line, ValueReader &values)
+{
+    readOutputDir(line, values);
     line.strict = values.isSet("strict");
     line.name = values.text("name");
     const bool named = values.isSet("name");
@@ -229,6 +238,46 @@ void readGif(CommandLine &line, ValueReader &values)
     line.gifQuality = values.isSet("quality");
 }
 
+std::optional<double> parseScale(const QString &text)
+{
+    constexpr double largest = 5.0;
+    bool isNumber = false;
+    const double scale = text.toDouble(&isNumber);
+    return isNumber && scale >= 0.0 && scale <= largest ? std::make_optional(scale) : std::nullopt;
+}
+
+std::optional<QString> parsePictureFormat(const QString &text)
+{
+    const QStringList known{QStringLiteral("png"), QStringLiteral("jpg"), QStringLiteral("bmp")};
+    return known.contains(text.toLower()) ? std::make_optional(text.toLower()) : std::nullopt;
+}
+
+void readShots(CommandLine &line, ValueReader &values)
+{
+    constexpr int mostColumns = 20;
+    ShotWish &wish = line.shots;
+    if (values.isSet("at") == values.isSet("every"))
+        values.refuse(tr("请给出 --at T,T,… 或 --every S 之一"));
+    wish.atMs = values.value<QVector<int>>("at", parseTimesMs).value_or(wish.atMs);
+    wish.everyMs = values.value<int>("every", parseTimeMs).value_or(0);
+    if (values.isSet("every") && wish.everyMs == 0)
+        values.refuse(tr("--every 的值无效：%1").arg(values.text("every")));
+    if (values.isSet("at") && (values.isSet("from") || values.isSet("to")))
+        values.refuse(tr("--from 和 --to 只用于 --every"));
+    wish.fromMs = values.value<int>("from", parseTimeMs).value_or(0);
+    wish.toMs = values.value<int>("to", parseTimeMs);
+    if (wish.toMs && *wish.toMs < wish.fromMs)
+        values.refuse(tr("--to 必须晚于 --from"));
+    wish.format = values.value<QString>("format", parsePictureFormat).value_or(wish.format);
+    wish.scale = values.value<double>("scale", parseScale).value_or(wish.scale);
+    wish.isLong = values.isSet("long");
+    if (values.isSet("sheet"))
+        wish.columns = values.number("sheet", 0, 1, mostColumns);
+    if (wish.isLong && values.isSet("sheet"))
+        values.refuse(tr("--long 和 --sheet 不能同时使用"));
+    readOutputDir(line, values);
+}
+
 } // namespace
 
 std::optional<CommandLine> parseCommandLine(const QStringList &words, QString &error)
@@ -277,6 +326,8 @@ std::optional<CommandLine> parseCommandLine(const QStringList &words, QString &e
         readConversion(line, values);
     if (line.command == Command::Gif)
         readGif(line, values);
+    if (line.command == Command::Shots)
+        readShots(line, values);
     error = values.error();
     return error.isEmpty() ? std::make_optional(line) : std::nullopt;
 }
@@ -295,6 +346,9 @@ QString helpText()
               "  morvane-cli gif FILE… [--size WxH] [--fps N] [--quality] [--from T] [--to T]\n"
               "              [--out DIR] [--name BASE] [--jobs N] [--dry-run] [--strict] [--json]\n"
               "  morvane-cli merge FILE… --preset ID --name BASE [--out DIR] [--strict] [--json]\n"
+              "  morvane-cli shots FILE… (--at T,T,… | --every T [--from T] [--to T]) [--format "
+              "png|jpg|bmp]\n"
+              "              [--scale 0..5] [--long | --sheet COLUMNS] [--out DIR] [--json]\n"
               "\n"
               "T 为秒数或 hh:mm:ss[.zzz]。--speed 1 最快，9 最慢，0 由编码器决定。\n"
               "--beauty 的键：contrast brightness saturation red green blue rotate volume speed\n"

@@ -7,12 +7,26 @@
 #include <QSize>
 #include <QStringList>
 #include <QVariantMap>
+#include <QVector>
 
 #include <optional>
 
-enum class Command { Help, Categories, Presets, Probe, Convert, Gif, Merge };
+enum class Command { Help, Categories, Presets, Probe, Convert, Gif, Merge, Shots };
 
 enum class ProbeReader { Auto, FFProbe, MediaInfo };
+
+/// The pictures that are wanted of each file.
+struct ShotWish
+{
+    QVector<int> atMs; ///< single moments
+    int everyMs = 0;   ///< of a series; 0 for single moments
+    int fromMs = 0;
+    std::optional<int> toMs;
+    QString format = QStringLiteral("png");
+    double scale = 1.0; ///< 0 is the video's size, too
+    bool isLong = false;
+    int columns = 0; ///< of a sheet; 0 for none
+};
 
 /// What a user asked for, checked as far as it can be without looking at the files.
 struct CommandLine
@@ -30,6 +44,7 @@ struct CommandLine
     std::optional<VideoBeautyParam> beauty;
     /// A dubbing of the conversion; empty for none.
     QVariantMap dubbing;
+    ShotWish shots;
     int speed = 0;
     QSize gifSize;           ///< pixels, empty for the preset's own
     int gifRate = 10;        ///< frames a second

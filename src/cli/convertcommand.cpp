@@ -21,15 +21,31 @@
 
 #include <limits>
 
-namespace {
+void probeSource(const QString &file, QObject *owner,
+                 const std::function<void(const QSharedPointer<MediaInfoData> &)> &ready)
+{
+    if (inputProblem(file).isEmpty())
+        probeFile(file, ProbeReader::Auto, owner, ready);
+    else
+        ready({});
+}
 
-using Info = QSharedPointer<MediaInfoData>;
-
-int durationMs(const Info &info)
+int sourceDurationMs(const QSharedPointer<MediaInfoData> &info)
 {
     return info ? int(std::min<qint64>(info->format->duration, std::numeric_limits<int>::max()))
                 : 0;
 }
+
+// A hidden file ".mp4" has no base name, and its result shouldn't be hidden as well.
+QString resultBaseName(const QFileInfo &source)
+{
+    const QString name = source.completeBaseName();
+    return name.isEmpty() ? source.suffix() : name;
+}
+
+namespace {
+
+using Info = QSharedPointer<MediaInfoData>;
 
 QSharedPointer<TimeSpan> timeRange(const CommandLine &line, int sourceMs)
 {
@@ -44,20 +60,13 @@ QSharedPointer<TimeSpan> timeRange(const CommandLine &line, int sourceMs)
     return span;
 }
 
-// A hidden file ".mp4" has no base name, and its result shouldn't be hidden as well.
-QString baseName(const QFileInfo &source)
-{
-    const QString name = source.completeBaseName();
-    return name.isEmpty() ? source.suffix() : name;
-}
-
 ConvertTaskParam convertParam(const CommandLine &line, const QString &file, const Info &info)
 {
     ConvertTaskParam param;
     const QFileInfo source(file);
     param.inputFile = file;
     param.inputFormat = source.suffix().toLower();
-    param.outputName = line.name.isEmpty() ? baseName(source) : line.name;
+    param.outputName = line.name.isEmpty() ? resultBaseName(source) : line.name;
     param.outputDir = line.outputDir;
     param.encParam = line.command == Command::Gif
                          ? gifPreset(line.gifSize, line.gifRate)
@@ -65,7 +74,7 @@ ConvertTaskParam convertParam(const CommandLine &line, const QString &file, cons
     param.format = EncParamCatalog::instance().suffixOf(*param.encParam);
     if (line.gifQuality)
         param.palette = GifPalette::Own;
-    param.durationMs = durationMs(info);
+    param.durationMs = sourceDurationMs(info);
     param.speed = line.speed;
     param.sourceInfo = info;
     param.timeRange = timeRange(line, param.durationMs);
@@ -78,22 +87,12 @@ ConvertTaskParam convertParam(const CommandLine &line, const QString &file, cons
     return param;
 }
 
-// A file that can't be a source isn't probed; its task will say why.
-void probeSource(const QString &file, QObject *owner,
-                 const std::function<void(const Info &)> &ready)
-{
-    if (inputProblem(file).isEmpty())
-        probeFile(file, ProbeReader::Auto, owner, ready);
-    else
-        ready({});
-}
-
 QSharedPointer<InputFileMediaParam> mergeInput(const QString &file, const Info &info)
 {
     auto input = QSharedPointer<InputFileMediaParam>::create();
     input->file = file;
     input->format = QFileInfo(file).suffix().toUpper();
-    input->durationMs = durationMs(info);
+    input->durationMs = sourceDurationMs(info);
     input->sourceInfo = info;
     return input;
 }
@@ -126,7 +125,7 @@ void probeMusics(const CommandLine &line, QObject *owner,
         QVariantList told;
         for (int i = 0; i < musics.size(); ++i) {
             QVariantMap music = musics[i].toMap();
-            music.insert(QStringLiteral("duration"), durationMs(infos->at(i)));
+            music.insert(QStringLiteral("duration"), sourceDurationMs(infos->at(i)));
             told += music;
         }
         CommandLine known = line;

@@ -4,6 +4,18 @@
 #include "cli/commandline.h"
 #include "cli/jobrunner.h"
 
+struct MediaInfoData;
+class QFileInfo;
+
+/// Probes a file that may be a source; of any other its task will say what is wrong.
+/// @param ready called with null when nothing is known
+void probeSource(const QString &file, QObject *owner,
+                 const std::function<void(const QSharedPointer<MediaInfoData> &)> &ready);
+/// 0 when it isn't known.
+int sourceDurationMs(const QSharedPointer<MediaInfoData> &info);
+/// What a result is called unless it gets a name.
+QString resultBaseName(const QFileInfo &source);
+
 /// One conversion for each file of the command line.
 /// @param owner owns the readers that probe the files
 std::vector<CliJob> convertJobs(const CommandLine &line, QObject *owner);

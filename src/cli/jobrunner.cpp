@@ -29,7 +29,7 @@ struct JobRunner::Run
     QJsonValue input;
     std::unique_ptr<MediaTask> task;
     QElapsedTimer clock;
-    QString output;
+    QStringList outputs; ///< in the order in which they came
     double progress = 0.0;
 };
 
@@ -74,7 +74,7 @@ void JobRunner::begin(size_t index, MediaTask *task)
     connect(task, &MediaTask::taskCustomeMsgCome, this,
             [run](int type, MediaTask *, const QVariant &value) {
                 if (type == MediaTask::OutputMoved)
-                    run->output = value.toString();
+                    run->outputs += value.toString();
             });
     // Queued, so that the task is not deleted inside its own signal.
     connect(
@@ -108,6 +108,7 @@ void JobRunner::report(const Run &run)
 {
     m_progress.clear();
     const bool finished = run.task->state() == MediaTask::FINISHED;
+    const QString output = run.outputs.value(0);
     const TaskFailure &failure = run.task->failure();
     const TaskRemarks &remarks = run.task->remarks();
     if (!finished || (m_strict && !remarks.isEmpty()))
@@ -117,18 +118,22 @@ void JobRunner::report(const Run &run)
                                            ? run.task->state()
                                            : MediaTask::STOPED;
         const double seconds = run.clock.isValid() ? double(run.clock.elapsed()) / 1000.0 : 0.0;
-        printJsonLine({
+        QJsonObject record{
             {QStringLiteral("input"), run.input},
-            {QStringLiteral("output"), finished ? QJsonValue(run.output) : QJsonValue()},
+            {QStringLiteral("output"), finished ? QJsonValue(output) : QJsonValue()},
             {QStringLiteral("state"), stateKey(state)},
             {QStringLiteral("seconds"), seconds},
             {QStringLiteral("message"), failure.cause},
             {QStringLiteral("warnings"), QJsonArray::fromStringList(remarks.texts)},
             {QStringLiteral("report"),
              QJsonArray::fromStringList(finished ? remarks.report : failure.report)},
-        });
+        };
+        if (run.outputs.size() > 1)
+            record.insert(QStringLiteral("outputs"), QJsonArray::fromStringList(run.outputs));
+        printJsonLine(record);
     } else if (finished) {
-        printLine(run.output);
+        for (const QString &path : run.outputs)
+            printLine(path);
     }
     if (!failure.cause.isEmpty())
         printMessage(failure.cause);
@@ -136,7 +141,7 @@ void JobRunner::report(const Run &run)
     if (!said.isEmpty())
         printMessage(said);
     if (finished && !remarks.isEmpty()) {
-        printMessage(run.output + QStringLiteral("：") + remarks.texts.join(QStringLiteral("；")));
+        printMessage(output + QStringLiteral("：") + remarks.texts.join(QStringLiteral("；")));
     }
 }
 

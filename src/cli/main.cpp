@@ -4,6 +4,7 @@
 #include "cli/convertcommand.h"
 #include "cli/output.h"
 #include "cli/probecommand.h"
+#include "cli/shotscommand.h"
 #include "MediaKits/AppInstance/LocalStore/appdirs.h"
 #include "MediaKits/AppInstance/LocalStore/tempmarker.h"
 #include "MediaKits/Logger/logger.h"
@@ -49,6 +50,8 @@ int run(const CommandLine &line)
     case Command::Convert:
     case Command::Gif:
         return line.dryRun ? runDry(line) : runJobs(convertJobs(line, &owner), line);
+    case Command::Shots:
+        return runJobs(shotJobs(line, &owner), line);
     case Command::Merge:
         return runJobs(mergeJobs(line, &owner), line);
     }

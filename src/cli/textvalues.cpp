@@ -109,6 +109,19 @@ std::optional<int> parseTimeMs(const QString &text)
     return std::nullopt;
 }
 
+std::optional<QVector<int>> parseTimesMs(const QString &text)
+{
+    QVector<int> times;
+    const QStringList parts = text.split(QLatin1Char(','));
+    for (const QString &part : parts) {
+        const std::optional<int> time = parseTimeMs(part);
+        if (!time)
+            return std::nullopt;
+        times += *time;
+    }
+    return times;
+}
+
 std::optional<CropBox> parseCropBox(const QString &text)
 {
     static const QRegularExpression box(

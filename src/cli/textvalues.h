@@ -5,6 +5,7 @@
 #include "MediaKits/MediaTasksManager/videobeautyparam.h"
 
 #include <QSize>
+#include <QVector>
 
 #include <optional>
 
@@ -13,6 +14,9 @@
 /// Seconds ("12", "12.5") or "hh:mm:ss" with up to three decimals.
 /// @return ms
 std::optional<int> parseTimeMs(const QString &text);
+
+/// Such times, separated by commas; at least one.
+std::optional<QVector<int>> parseTimesMs(const QString &text);
 
 /// "X,Y,W,H" in picture pixels; the box must not be empty.
 std::optional<CropBox> parseCropBox(const QString &text);

@@ -156,6 +156,28 @@ private slots:
         QVERIFY2(sound.contains("\"[0:a]atempo=2.00[art0]\" -vn"_s), qPrintable(sound));
     }
 
+    void shoots()
+    {
+        const QTemporaryDir out;
+        const auto names = [&](const QStringList &options) {
+            const ToolRun run =
+                runCli(QStringList{"shots"_s, m_clip, "--out"_s, out.path()} + options);
+            QStringList found{QString::number(run.exitCode)};
+            for (const QString &path : run.outLines())
+                found += QFileInfo(path).size() > 0 ? QFileInfo(path).suffix() : path;
+            return found;
+        };
+        QCOMPARE(names({"--at"_s, "0,0.2"_s}), (QStringList{"0"_s, "png"_s, "png"_s}));
+        QCOMPARE(names({"--every"_s, "0.1"_s, "--to"_s, "0.2"_s, "--format"_s, "jpg"_s}),
+                 (QStringList{"0"_s, "jpg"_s, "jpg"_s, "jpg"_s}));
+        QCOMPARE(names({"--at"_s, "0,0.2,0.3"_s, "--sheet"_s, "2"_s, "--scale"_s, "0.5"_s}),
+                 (QStringList{"0"_s, "png"_s}));
+        for (const char *wrong : {"", "--at 1 --every 2", "--at x", "--at 1 --scale 6",
+                                  "--at 1 --format gif", "--at 1 --long --sheet 2"})
+            QCOMPARE(names(QString::fromLatin1(wrong).split(u' ', Qt::SkipEmptyParts)),
+                     QStringList("2"_s));
+    }
+
     void merges()
     {
         const QTemporaryDir out;

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
+#include "MediaKits/MediaInfo/MAMediaInfo/mamediainfo.h"
 #include "MediaKits/MediaTasksManager/grouptaskfactory.h"
 #include "MediaKits/MediaTasksManager/mutiimagetask.h"
+#include "MediaKits/MediaTasksManager/shottask.h"
 #include "MediaKits/MediaTasksManager/videoimagepicktask.h"
 #include "support/casename.h"
 #include "support/testfile.h"
 #include "tasks/chainrun.h"
 
+#include <QDirIterator>
 #include <QImage>
 #include <QtTest>
 
@@ -95,6 +98,135 @@ private slots:
         };
         check("each", false);
         check("stitched", true);
+    }
+
+    // Turned and with square pixels, as players show it, at any scale.
+    void takesTheShownPicture()
+    {
+        const QString flat = m_folder->path("flat.mp4"_s);
+        makeMedia("-f lavfi -i color=red:s=180x120:d=1,drawbox=0:0:90:120:blue:fill,setsar=4/3 "
+                  "-pix_fmt yuv420p @"_s,
+                  {flat});
+        const QString film = m_folder->path("turned.mp4"_s);
+        makeMedia("-i @ -c copy -metadata:s:v:0 rotate=90 @"_s, {flat, film});
+        const auto check = [&](float scale, const QSize &size) {
+            const CaseName inCase(qPrintable(QString::number(double(scale))));
+            QVariantMap map = wanted(m_folder->out, 1);
+            map.insert("inputUrl"_s, film);
+            map.insert("baseName"_s, QString::number(double(scale)));
+            map.insert("images"_s, QVariantList{QVariantMap{{"pos"_s, 0}, {"scale"_s, scale}}});
+            Watched<MutiImageTask> shots(new MutiImageTaskParam(map));
+            QVERIFY2(shots.run() == MediaTask::FINISHED, qPrintable(shots.cause()));
+            const QImage picture("%1/%2_1.png"_s.arg(m_folder->out).arg(double(scale)));
+            QCOMPARE(picture.size(), size);
+            if (scale < 0.5F && scale > 0.0F)
+                return;
+            const QColor below = picture.pixelColor(size.width() / 2, size.height() * 9 / 10);
+            QVERIFY2(below.blue() > 200 && below.red() < 60, qPrintable(below.name()));
+        };
+        check(1.0F, QSize(120, 240));
+        check(0.0F, QSize(120, 240));
+        check(2.0F, QSize(240, 480));
+        check(0.001F, QSize(1, 1));
+    }
+
+    // PNG holds the decoded frame; JPEG is hardly to be told from it.
+    void keepsQuality()
+    {
+        const QByteArray frame =
+            decodedMedia(m_clip, "-ss 1 -frames:v 1 -f rawvideo -pix_fmt rgb24"_s);
+        const auto difference = [&](const char *format) {
+            QVariantMap map = wanted(m_folder->out, 1);
+            map.insert("format"_s, QLatin1String(format));
+            map.insert("images"_s, QVariantList{QVariantMap{{"pos"_s, 1000}, {"scale"_s, 1.0F}}});
+            Watched<MutiImageTask> shots(new MutiImageTaskParam(map));
+            if (shots.run() != MediaTask::FINISHED)
+                return -1.0;
+            const QByteArray taken =
+                decodedMedia("%1/a_1.%2"_s.arg(m_folder->out, QLatin1String(format)),
+                             "-f rawvideo -pix_fmt rgb24"_s);
+            double sum = taken.size() == frame.size() ? 0.0 : -1.0;
+            for (int i = 0; i < taken.size() && sum >= 0.0; ++i)
+                sum += std::abs(int(quint8(taken[i])) - int(quint8(frame[i])));
+            return sum / frame.size();
+        };
+        QCOMPARE(difference("png"), 0.0);
+        QCOMPARE(difference("bmp"), 0.0);
+        const double jpeg = difference("jpg");
+        QVERIFY2(jpeg > 0.0 && jpeg < 4.0, qPrintable(QString::number(jpeg)));
+    }
+
+    // Moments of several sizes get the largest; names may hold anything.
+    void laysTogether()
+    {
+        const QString film = m_folder->path("50%d '\"a\":[b];{c}, 很长的名字.mp4"_s);
+        QVERIFY(QFile::copy(m_clip, film));
+        QVariantMap map = wanted(m_folder->out, 5);
+        map.insert("inputUrl"_s, film);
+        map.insert("format"_s, "jpg"_s);
+        QVariantList images = map.value("images"_s).toList();
+        images[2] = QVariantMap{{"pos"_s, 1500}, {"scale"_s, 0.75F}};
+        map.insert("images"_s, images);
+        map.insert("columns"_s, 2);
+        Watched<MutiImageTask> sheet(new MutiImageTaskParam(map));
+        QVERIFY2(sheet.run() == MediaTask::FINISHED, qPrintable(sheet.cause()));
+        const QImage picture(m_folder->out + "/a.jpg"_s);
+        const QSize part = QSize(240, 180 + ShotTask::captionHeight(240, 2));
+        constexpr int gap = 6;
+        QCOMPARE(picture.size(), QSize(2 * part.width() + 3 * gap, 3 * part.height() + 4 * gap));
+        // There is writing below each, and none in the free place.
+        const auto hasWriting = [&](int column, int line) {
+            const QPoint corner(gap + column * (part.width() + gap),
+                                gap + line * (part.height() + gap) + 182);
+            const QImage caption = picture.copy(QRect(corner, QSize(part.width(), 34)));
+            int dark = 0;
+            for (int y = 0; y < caption.height(); ++y) {
+                for (int x = 0; x < caption.width(); ++x)
+                    dark += int(qGray(caption.pixel(x, y)) < 128);
+            }
+            return dark > 100;
+        };
+        for (int i = 0; i < 6; ++i)
+            QCOMPARE(hasWriting(i % 2, i / 2), i < 5);
+        map.insert("columns"_s, 0);
+        map.insert("isPiiic"_s, true);
+        Watched<MutiImageTask> stitched(new MutiImageTaskParam(map));
+        QVERIFY2(stitched.run() == MediaTask::FINISHED, qPrintable(stitched.cause()));
+        QCOMPARE(QImage(m_folder->out + "/a(2).jpg"_s).size(), QSize(240, 5 * 180));
+    }
+
+    // What a font lacks it writes as the same box.
+    void writesChinese()
+    {
+        QVector<QImage> sheets;
+        for (const QString &name : {"山"_s, "海"_s}) {
+            const QString film = m_folder->path(name + ".mp4"_s);
+            QVERIFY(QFile::copy(m_clip, film));
+            QVariantMap map = wanted(m_folder->out, 1);
+            map.insert("inputUrl"_s, film);
+            map.insert("baseName"_s, name);
+            map.insert("columns"_s, 1);
+            Watched<MutiImageTask> sheet(new MutiImageTaskParam(map));
+            QVERIFY2(sheet.run() == MediaTask::FINISHED, qPrintable(sheet.cause()));
+            sheets += QImage(m_folder->out + u'/' + name + ".png"_s);
+        }
+        QVERIFY(!sheets[0].isNull() && sheets[0] != sheets[1]);
+    }
+
+    void refusesTooLargeAPicture()
+    {
+        QVariantMap map = wanted(m_folder->out, 0);
+        QVariantList images;
+        for (int i = 0; i < 274; ++i)
+            images += QVariantMap{{"pos"_s, 10 * i}, {"scale"_s, 1.0F}};
+        map.insert("images"_s, images);
+        map.insert("format"_s, "jpg"_s);
+        map.insert("isPiiic"_s, true);
+        map.insert("sourceInfo"_s,
+                   QVariant::fromValue(readWithLibrary(m_clip, ReadDepth::Headers)));
+        Watched<MutiImageTask> shots(new MutiImageTaskParam(map));
+        QCOMPARE(shots.run(), MediaTask::ERROR);
+        QVERIFY2(shots.cause().contains("320x65760"_s), qPrintable(shots.cause()));
     }
 
     void keepsWhatIsThere()
@@ -187,7 +319,21 @@ private slots:
         Watched<MutiImageTask> shots(new MutiImageTaskParam(map));
         QCOMPARE(shots.run(), MediaTask::ERROR);
         QVERIFY(!shots.cause().isEmpty());
-        QVERIFY(QDir(m_folder->out).entryList(QDir::Files).isEmpty());
+        const auto files = [this] {
+            int count = 0;
+            for (QDirIterator all(m_folder->out, QDir::Files | QDir::Hidden,
+                                  QDirIterator::Subdirectories);
+                 all.hasNext(); all.next())
+                ++count;
+            return count;
+        };
+        QCOMPARE(files(), 0);
+        // Stopped in the middle, only what has been finished is there.
+        Watched<MutiImageTask> stopped(new MutiImageTaskParam(wanted(m_folder->out, 3)));
+        QObject::connect(stopped.task.get(), &MediaTask::taskCustomeMsgCome, stopped.task.get(),
+                         [&] { stopped.task->stop(); });
+        QCOMPARE(stopped.run(), MediaTask::STOPED);
+        QCOMPARE(files(), 1);
     }
 
 private:

@@ -22,7 +22,8 @@ constexpr int firstBackMs = 2000;
 constexpr int backFactor = 8;
 
 // Of captions, in pixels and in parts of the font's size.
-constexpr int captionFontPart = 20; // of the picture's width
+const QString captionFamily = QStringLiteral("Noto Sans CJK SC"); // one font has to do for a line
+constexpr int captionFontPart = 20;                          // of the picture's width
 constexpr int smallestFont = 11;
 constexpr int largestFont = 40;
 constexpr double lineHeight = 1.4;
@@ -123,10 +124,10 @@ QString ShotTask::captionFilters() const
         QStringLiteral(",pad=iw:ih+%1:0:0:white").arg(captionHeight(size.width(), lines.size()));
     for (int i = 0; i < lines.size(); ++i) {
         const int y = size.height() + font / 3 + qRound(font * lineHeight * i);
-        filters += QStringLiteral(",drawtext=font=Sans:fontsize=%1:fontcolor=0x333333:"
-                                  "x=(w-text_w)/2:y=%2+(%1-ascent):text=%3")
-                       .arg(QString::number(font), QString::number(y),
-                            escapeLiteralText(fitted(lines[i], size.width())));
+        filters += QStringLiteral(",drawtext=font=%1:fontsize=%2:fontcolor=0x333333:"
+                                  "x=(w-text_w)/2:y=%3+(%2-ascent):text=%4")
+                       .arg(escapeDrawtextText(captionFamily), QString::number(font),
+                            QString::number(y), escapeLiteralText(fitted(lines[i], size.width())));
     }
     return filters;
 }

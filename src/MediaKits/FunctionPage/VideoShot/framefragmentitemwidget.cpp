@@ -29,6 +29,7 @@ FrameFragmentItemWidget::FrameFragmentItemWidget(QListWidgetItem *item, int ms, 
     auto *middle = new QWidget(this);
     middle->setFixedWidth(imageWidth);
     middle->setLayout(pages);
+    m_front->raise();
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(middle);

@@ -11,6 +11,7 @@
 #include "MediaKits/FunctionPage/VideoShot/shotpictureedit.h"
 #include "MediaKits/FunctionPage/VideoShot/shotthumbnails.h"
 #include "MediaKits/MediaInfo/shownpicture.h"
+#include "MediaKits/Player/csvideoplayer.h"
 
 #include <QAbstractSpinBox>
 #include <QButtonGroup>
@@ -29,6 +30,8 @@ constexpr int momentRole = 257;
 constexpr int thumbnailWidth = FrameFragmentItemWidget::imageWidth;
 constexpr QSize usualSize(1036, 660);
 constexpr int tabGap = 8;
+// All controls are to have room on a screen of 540 pixels.
+constexpr int leastPreviewHeight = 150;
 
 // A series up to the end of the video stops short of it, where there is a frame for sure.
 constexpr int endToleranceMs = 9;
@@ -52,6 +55,7 @@ FrameShotDialog::FrameShotDialog(QWidget *parent)
     setObjectName(QStringLiteral("FrameShotDialog"));
     setTitle(tr("截图设置"));
     countFrames();
+    player().setMinimumHeight(leastPreviewHeight);
     FragmentPane::Kind kind;
     kind.role = momentRole;
     kind.hasCurrent = true;
@@ -106,7 +110,7 @@ QWidget *FrameShotDialog::makeTabs()
 
 void FrameShotDialog::setUpTimeSection()
 {
-    timeSection().title()->setText(tr("截取时间"));
+    timeSection().title()->hide(); // the tabs say it
     timeSection().addRow(m_interval);
     auto *hint = new QLabel(tr("播放或拖动到要截取的画面，按回车键截取。"
                                "方向键移动一秒，加 Shift 键移动一帧。"));

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+#include "cli/shotscommand.h"
+
+#include "cli/convertcommand.h"
+#include "MediaKits/MediaTasksManager/grouptaskfactory.h"
+#include "MediaKits/MediaTasksManager/mutiimagetask.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace {
+
+// A series up to the end of a video stops short of it, where there is a frame for sure.
+constexpr int endToleranceMs = 9;
+constexpr int endGapMs = 100;
+
+QVector<int> momentsOf(const ShotWish &wish, int sourceMs)
+{
+    if (wish.everyMs == 0)
+        return wish.atMs;
+    const int end = std::min(wish.toMs.value_or(sourceMs), sourceMs);
+    const int last = end < sourceMs - endToleranceMs ? end : sourceMs - endGapMs;
+    QVector<int> moments;
+    for (qint64 ms = wish.fromMs; ms <= last; ms += wish.everyMs)
+        moments += int(ms);
+    return moments;
+}
+
+MediaTask *shotTask(const CommandLine &line, const QString &file,
+                    const QSharedPointer<MediaInfoData> &info)
+{
+    const ShotWish &wish = line.shots;
+    QVariantList images;
+    const QVector<int> moments = momentsOf(wish, sourceDurationMs(info));
+    for (const int ms : moments)
+        images +=
+            QVariantMap{{QStringLiteral("pos"), ms}, {QStringLiteral("scale"), float(wish.scale)}};
+    QVariantMap map{{QStringLiteral("inputUrl"), file},
+                    {QStringLiteral("outputDir"), line.outputDir},
+                    {QStringLiteral("baseName"), resultBaseName(QFileInfo(file))},
+                    {QStringLiteral("format"), wish.format},
+                    {QStringLiteral("images"), images},
+                    {QStringLiteral("isPiiic"), wish.isLong},
+                    {QStringLiteral("columns"), wish.columns}};
+    if (info)
+        map.insert(QStringLiteral("sourceInfo"), QVariant::fromValue(info));
+    MediaTask *task = createGroupTask(MutiImageKind);
+    task->setParam(new MutiImageTaskParam(map));
+    return task;
+}
+
+} // namespace
+
+std::vector<CliJob> shotJobs(const CommandLine &line, QObject *owner)
+{
+    std::vector<CliJob> jobs;
+    for (const QString &file : line.files) {
+        jobs.push_back({file, [=](const CliJob::Ready &ready) {
+                            probeSource(file, owner,
+                                        [=](const QSharedPointer<MediaInfoData> &info) {
+                                            ready(shotTask(line, file, info));
+                                        });
+                        }});
+    }
+    return jobs;
+}
