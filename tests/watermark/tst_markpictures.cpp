@@ -192,7 +192,9 @@ private slots:
             const double most = place == places - 1 || preset != mp4AsSource ? 2.75 : 1.75;
             QVERIFY2(apart(onMask[place], inFile[place], coarse) < most,
                      qPrintable(told(onMask[place]) + told(inFile[place])));
-            QVERIFY2(apart(inPreview[place], inFile[place], coarse) < 2.5,
+            // The player lays marks over the source's pixels, two by two.
+            const double mostPreviewed = preset == mp4AsSource ? 2.5 : 4.0;
+            QVERIFY2(apart(inPreview[place], inFile[place], coarse) < mostPreviewed,
                      qPrintable(told(inPreview[place]) + told(inFile[place])));
         }
     }
