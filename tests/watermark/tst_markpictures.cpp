@@ -9,6 +9,7 @@ namespace {
 
 constexpr int places = 9;
 constexpr int showLimitMs = 30000;
+constexpr int stillMs = 300;
 constexpr quint32 mp4At720p = 1003004;
 const QLatin1String ground("0x206020");
 
@@ -76,9 +77,24 @@ QImage screenPart(const QRect &part)
 // Each ninth has a mark, and the ground around it.
 bool hasAll(const QVector<QRectF> &parts)
 {
-    return std::all_of(parts.begin(), parts.end(), [](const QRectF &part) {
+    return !parts.isEmpty() && std::all_of(parts.begin(), parts.end(), [](const QRectF &part) {
         return part.width() > 0.0 && part.width() < 0.3 && part.height() < 0.3;
     });
+}
+
+// What the screen shows there once it keeps still: a window that goes is seen a while longer.
+QVector<QRectF> settled(const QRect &at, const IsMark &isMark)
+{
+    QVector<QRectF> last;
+    const bool isStill = QTest::qWaitFor(
+        [&] {
+            QTest::qWait(stillMs);
+            const QVector<QRectF> before = last;
+            last = marked(screenPart(at), isMark);
+            return hasAll(last) && last == before;
+        },
+        showLimitMs);
+    return isStill ? last : QVector<QRectF>();
 }
 
 } // namespace
@@ -146,12 +162,12 @@ private slots:
             press(dialog, "btnPlay");
             const QRect at(box->parentWidget()->mapToGlobal(QPoint()), box->parentWidget()->size());
             surface = at.size();
-            QTRY_VERIFY_WITH_TIMEOUT(hasAll(onMask = marked(screenPart(at), isMark)), showLimitMs);
+            onMask = settled(at, isMark);
+            QVERIFY(hasAll(onMask));
             press(dialog, "btnPreview");
             QTRY_VERIFY(!visibleWindow("VideoMask"));
-            shoot(dialog, QTest::currentDataTag());
-            QTRY_VERIFY_WITH_TIMEOUT(hasAll(inPreview = marked(screenPart(at), isMark)),
-                                     showLimitMs);
+            inPreview = settled(at, isMark);
+            QVERIFY(hasAll(inPreview));
             press(dialog, "btnOk");
         });
         QCOMPARE(test.marks(0).size(), places);
@@ -176,7 +192,9 @@ private slots:
             const double most = place == places - 1 || preset != mp4AsSource ? 2.75 : 1.75;
             QVERIFY2(apart(onMask[place], inFile[place], coarse) < most,
                      qPrintable(told(onMask[place]) + told(inFile[place])));
-            QVERIFY2(apart(inPreview[place], inFile[place], coarse) < 2.5,
+            // The player lays marks over the source's pixels, two by two.
+            const double mostPreviewed = preset == mp4AsSource ? 2.5 : 4.0;
+            QVERIFY2(apart(inPreview[place], inFile[place], coarse) < mostPreviewed,
                      qPrintable(told(inPreview[place]) + told(inFile[place])));
         }
     }
