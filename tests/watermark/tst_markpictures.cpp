@@ -157,7 +157,7 @@ private slots:
                     QTest::keyClick(child(dialog, "csPlayer"), Qt::Key_C, Qt::ControlModifier);
                     QTest::keyClick(child(dialog, "csPlayer"), Qt::Key_V, Qt::ControlModifier);
                 }
-                press(dialog, ("btnCompass" + QByteArray::number(place)).constData());
+                press(dialog, ("btnPlace" + QByteArray::number(place)).constData());
             }
             press(dialog, "btnPlay");
             const QRect at(box->parentWidget()->mapToGlobal(QPoint()), box->parentWidget()->size());

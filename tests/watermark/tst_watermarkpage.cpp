@@ -87,7 +87,7 @@ private slots:
             child<QSlider>(dialog, "sliderOpacity")->setValue(40);
             QCOMPARE(child<QSpinBox>(dialog, "sbOpacity")->value(), 40);
             press(dialog, "cbAspectKeep");
-            press(dialog, "btnCompass8");
+            press(dialog, "btnPlace8");
             child<QTimeEdit>(dialog, "tedtStart")->setTime(QTime(0, 0, 1));
             child<QTimeEdit>(dialog, "tedtEnd")->setTime(QTime(0, 0, 3));
             QCOMPARE(child<QLabel>(dialog, "lblTime")->text(), "00:00:01-00:00:03"_s);
@@ -137,7 +137,7 @@ private slots:
         test.edit(0, [this](QWidget &dialog) {
             addImage(dialog, m_logo);
             QVERIFY(selectedBox(dialog));
-            press(dialog, "btnCompass8");
+            press(dialog, "btnPlace8");
             press(dialog, "btnAddDelogo");
             QVERIFY(selectedBox(dialog));
             press(dialog, "cbForAll");
@@ -194,7 +194,7 @@ private slots:
             for (int i = 0; i < files.size(); ++i) {
                 addImage(dialog, files[i]);
                 QVERIFY2(selectedBox(dialog), qPrintable(files[i]));
-                press(dialog, ("btnCompass" + QByteArray::number(2 * i)).constData());
+                press(dialog, ("btnPlace" + QByteArray::number(2 * i)).constData());
             }
             press(dialog, "btnOk");
         });
@@ -248,7 +248,7 @@ private slots:
         WatermarkPage test({m_film});
         test.edit(0, [this](QWidget &dialog) {
             addText(dialog, "一"_s);
-            press(dialog, "btnCompass8");
+            press(dialog, "btnPlace8");
             QTimer::singleShot(0, &dialog, [] {
                 auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
                 QVERIFY(menu);

@@ -20,8 +20,8 @@ SudokuButtons::SudokuButtons(QWidget *parent) : QWidget(parent)
     grid->setSpacing(gap);
     for (int i = 0; i < side * side; ++i) {
         auto *button = new QPushButton(this);
-        button->setObjectName(QStringLiteral("btnCompass%1").arg(i));
-        button->setProperty("cls", QStringLiteral("compass"));
+        button->setObjectName(QStringLiteral("btnPlace%1").arg(i));
+        button->setProperty("cls", QStringLiteral("place"));
         button->setCursor(Qt::PointingHandCursor);
         button->setToolTip(names[i]);
         button->setAccessibleName(names[i]);
