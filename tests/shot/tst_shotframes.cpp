@@ -14,6 +14,7 @@
 namespace {
 
 constexpr int bits = 9;
+constexpr int stillForMs = 400;
 constexpr int positions = 20;
 constexpr int allWhite = (1 << bits) - 1;
 constexpr int filmMs = 8000;
@@ -75,9 +76,14 @@ private slots:
 
         // Stopped wherever it happens to be.
         QTest::keyClick(&dialog, Qt::Key_Space);
-        int told = -1;
-        QTRY_VERIFY(std::exchange(told, player->toldPosition()) == player->toldPosition() &&
-                    seen() >= 0);
+        // The player tells its last frame a moment after it stands still.
+        const auto standsStill = [&] {
+            const int told = player->toldPosition();
+            const int frame = seen();
+            QTest::qWait(stillForMs);
+            return frame >= 0 && told == player->toldPosition() && frame == seen();
+        };
+        QVERIFY(QTest::qWaitFor(standsStill));
         QTest::keyClick(&dialog, Qt::Key_Return);
 
         QRandomGenerator random(1);

@@ -162,12 +162,10 @@ private slots:
             press(dialog, "btnPlay");
             const QRect at(box->parentWidget()->mapToGlobal(QPoint()), box->parentWidget()->size());
             surface = at.size();
-            onMask = settled(at, isMark);
-            QVERIFY(hasAll(onMask));
+            QTRY_VERIFY(hasAll(onMask = settled(at, isMark)));
             press(dialog, "btnPreview");
             QTRY_VERIFY(!visibleWindow("VideoMask"));
-            inPreview = settled(at, isMark);
-            QVERIFY(hasAll(inPreview));
+            QTRY_VERIFY(hasAll(inPreview = settled(at, isMark)));
             press(dialog, "btnOk");
         });
         QCOMPARE(test.marks(0).size(), places);
