@@ -162,10 +162,10 @@ private slots:
             press(dialog, "btnPlay");
             const QRect at(box->parentWidget()->mapToGlobal(QPoint()), box->parentWidget()->size());
             surface = at.size();
-            QTRY_VERIFY(hasAll(onMask = settled(at, isMark)));
+            QVERIFY(QTest::qWaitFor([&] { return hasAll(onMask = settled(at, isMark)); }));
             press(dialog, "btnPreview");
             QTRY_VERIFY(!visibleWindow("VideoMask"));
-            QTRY_VERIFY(hasAll(inPreview = settled(at, isMark)));
+            QVERIFY(QTest::qWaitFor([&] { return hasAll(inPreview = settled(at, isMark)); }));
             press(dialog, "btnOk");
         });
         QCOMPARE(test.marks(0).size(), places);
