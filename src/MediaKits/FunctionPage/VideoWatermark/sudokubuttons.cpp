@@ -26,7 +26,7 @@ SudokuButtons::SudokuButtons(QWidget *parent) : QWidget(parent)
         button->setToolTip(names[i]);
         button->setAccessibleName(names[i]);
         button->setAutoDefault(false);
-        connect(button, &QPushButton::clicked, this, [this, i] { emit compassClicked(i); });
+        connect(button, &QPushButton::clicked, this, [this, i] { emit placeClicked(i); });
         grid->addWidget(button, i / side, i % side);
     }
 }

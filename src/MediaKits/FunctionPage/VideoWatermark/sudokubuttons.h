@@ -13,5 +13,5 @@ public:
 
 signals:
     /// @param place 0 to 8, row by row from the upper left
-    void compassClicked(int place);
+    void placeClicked(int place);
 };

@@ -137,8 +137,8 @@ void VideoWatermarkDialog::connectControls()
     pressed(confirmButton(), &VideoWatermarkDialog::on_btnOk_clicked);
     connect(m_previewButton, &QPushButton::toggled, this,
             &VideoWatermarkDialog::on_btnPreview_toggled);
-    connect(m_ui->sudokuButtons, &SudokuButtons::compassClicked, this,
-            &VideoWatermarkDialog::on_sudokuButtons_compassClicked);
+    connect(m_ui->sudokuButtons, &SudokuButtons::placeClicked, this,
+            &VideoWatermarkDialog::on_sudokuButtons_placeClicked);
     connect(m_ui->sliderOpacity, &QSlider::valueChanged, m_ui->sbOpacity, &QSpinBox::setValue);
     connect(m_ui->sbOpacity, qOverload<int>(&QSpinBox::valueChanged), this,
             &VideoWatermarkDialog::applyOpacity);
@@ -288,7 +288,7 @@ void VideoWatermarkDialog::applyOpacity(int value)
     m_marks->apply({{MarkKey::opacity, float(value) / percent}});
 }
 
-void VideoWatermarkDialog::on_sudokuButtons_compassClicked(int place)
+void VideoWatermarkDialog::on_sudokuButtons_placeClicked(int place)
 {
     m_marks->alignCurrent(place);
 }

@@ -48,7 +48,7 @@ private slots:
     void on_btnAddDelogo_clicked();
     void on_btnTemplate_clicked();
     void on_btnPreview_toggled(bool checked);
-    void on_sudokuButtons_compassClicked(int place);
+    void on_sudokuButtons_placeClicked(int place);
     void on_btnOk_clicked();
 
 private:
