@@ -6,7 +6,6 @@
 #include "support/pagetest.h"
 
 #include <QCheckBox>
-#include <QDialog>
 #include <QDoubleSpinBox>
 #include <QtTest>
 
@@ -15,7 +14,6 @@
 namespace {
 
 constexpr quint32 mp4AsSource = 1003001;
-constexpr int endLimitMs = 60000;
 constexpr double closeEnough = 0.1;
 constexpr int greyLook = 7;
 
@@ -47,39 +45,17 @@ void pickLook(const QWidget &dialog, int row)
                       list->visualItemRect(list->item(row)).center());
 }
 
-class BeautyPage : public PageTest<MediaBeautifyFunctionPage>
+class BeautyPage : public EditorPageTest<MediaBeautifyFunctionPage>
 {
 public:
     explicit BeautyPage(const QStringList &files)
-        : PageTest(FunctionSection::beautifier, mp4AsSource)
+        : EditorPageTest(FunctionSection::beautifier, mp4AsSource, "VideoBeautyDialog",
+                         "btnBeautySet")
     {
         addRows(files, "btnBeautySet");
     }
-    /// Opens the editor by the row's button, modally, for `act`, which has to end it.
-    template<class Act>
-    void edit(int row, Act act)
-    {
-        bool opened = false;
-        whenModal("VideoBeautyDialog", [&](QWidget &dialog) {
-            opened = true;
-            act(dialog);
-            // After a check that failed, too.
-            if (dialog.isVisible())
-                qobject_cast<QDialog *>(&dialog)->done(QDialog::Rejected);
-        });
-        press(*rowWidget(row), "btnBeautySet");
-        QVERIFY(opened);
-    }
     QSharedPointer<VideoBeautyParam> look(int row) const { return param(row).beauty; }
-    /// The probed result of a row that is started by its own button.
-    ProbedFile convert(int index)
-    {
-        press(*rowWidget(index), "btnConvert");
-        if (!QTest::qWaitFor([&] { return MediaTask::isFinal(state(index)); }, endLimitMs) ||
-            state(index) != MediaTask::FINISHED)
-            return {};
-        return probeMedia(row(index)->outputPath());
-    }
+    ProbedFile probed(int index) { return probeMedia(convert(index)); }
 };
 
 } // namespace
@@ -107,7 +83,7 @@ private slots:
         });
         QCOMPARE(test.text(0, "lblOutDuration"), "00:00:02"_s);
         QCOMPARE(test.text(0, "lblOutRes"), "240x320"_s);
-        const ProbedFile file = test.convert(0);
+        const ProbedFile file = test.probed(0);
         QCOMPARE(file.size(), QSize(240, 320));
         QVERIFY(std::abs(file.seconds - 2.0) < closeEnough);
         const QByteArray rgb =
@@ -227,7 +203,7 @@ private slots:
         const QString third = m_folder.filePath("c.mp4"_s);
         QVERIFY(QFile::copy(m_film, second) && QFile::copy(m_film, third));
         BeautyPage test({m_film, second, third});
-        QVERIFY(test.convert(2).isMedia());
+        QVERIFY(test.probed(2).isMedia());
         test.edit(0, [](QWidget &dialog) {
             press(dialog, "btnRotateCW");
             press(dialog, "cbForAll");
@@ -257,7 +233,7 @@ private slots:
         QVERIFY(!child(*test.rowWidget(0), "btnConvert")->isEnabled());
         QVERIFY(!child(*test.rowWidget(0), "btnBeautySet")->isEnabled());
         press(*test.page, "btnConvertAll");
-        QTRY_COMPARE_WITH_TIMEOUT(test.state(2), MediaTask::FINISHED, endLimitMs);
+        QTRY_COMPARE_WITH_TIMEOUT(test.state(2), MediaTask::FINISHED, test.endLimitMs);
         QCOMPARE(test.state(0), MediaTask::UNSTARTED);
     }
 
@@ -294,7 +270,7 @@ private slots:
             setBox(dialog, "sbVolume", 200);
             press(dialog, "btnSave");
         });
-        const ProbedFile file = test.convert(0);
+        const ProbedFile file = test.probed(0);
         QVERIFY(std::abs(file.size().width() - size.width()) <= 2);
         QVERIFY(std::abs(file.size().height() - size.height()) <= 2);
         QVERIFY2(std::abs(file.seconds - seconds) < closeEnough,

@@ -1,116 +1,20 @@
 // SPDX-License-Identifier: MIT
-#include "controls/elidedlabel.h"
 #include "controls/interceptslider.h"
+#include "dubbing/dubbingpage.h"
 #include "dubbing/heardsound.h"
-#include "MediaKits/FunctionPage/VideoDubbing/mediadubbingfunctionpage.h"
-#include "MediaKits/FunctionPage/VideoDubbing/musicentry.h"
 #include "MediaKits/Player/MPVPlayer/mpvplayer.h"
 #include "player/mpvpeer.h"
-#include "support/pagetest.h"
 
-#include <QDialog>
 #include <QProgressBar>
 #include <QRadioButton>
-#include <QSpinBox>
-#include <QTimeEdit>
 #include <QtTest>
 
 namespace {
 
-constexpr quint32 mp4AsSource = 1003001;
 constexpr int endLimitMs = 60000;
-constexpr int settingsRole = Qt::UserRole + 10;
-constexpr int entryRole = 257;
 constexpr int filmTone = 400;
 constexpr int shortTone = 1000;
 constexpr int longTone = 2500;
-
-QListWidget *musics(const QWidget &dialog)
-{
-    return child<QListWidget>(dialog, "listWidget");
-}
-
-QVariantMap entry(const QWidget &dialog, int row)
-{
-    return *musics(dialog)->item(row)->data(entryRole).value<MusicEntry>();
-}
-
-QString rowText(const QWidget &dialog, int row, const char *label)
-{
-    const QListWidget *list = musics(dialog);
-    return child<QLabel>(*list->itemWidget(list->item(row)), label)->text();
-}
-
-void addMusic(const QWidget &dialog, const QString &file)
-{
-    const int before = musics(dialog)->count();
-    FileChooser::setNextAnswer({file});
-    press(dialog, "btnAddDubbing");
-    QTRY_COMPARE(musics(dialog)->count(), before + 1);
-}
-
-void pick(const QWidget &dialog, int row)
-{
-    QListWidget *list = musics(dialog);
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier,
-                      list->visualItemRect(list->item(row)).center());
-}
-
-void setStart(const QWidget &dialog, int ms)
-{
-    child<QTimeEdit>(dialog, "tedtStart")->setTime(QTime(0, 0).addMSecs(ms));
-}
-
-QSpinBox *box(const QWidget &dialog, const char *name)
-{
-    return child<QSpinBox>(dialog, name);
-}
-
-QString hint(const QWidget &dialog)
-{
-    return child<ElidedLabel>(dialog, "lblHint")->fullText();
-}
-
-class DubbingPage : public PageTest<MediaDubbingFunctionPage>
-{
-public:
-    explicit DubbingPage(const QStringList &files) : PageTest(FunctionSection::dubbing, mp4AsSource)
-    {
-        addRows(files, "btnDubbingSet");
-    }
-    /// Opens the editor by the row's button, modally, for `act`, which has to end it.
-    template<class Act>
-    void edit(int row, Act act)
-    {
-        bool opened = false;
-        whenModal("VideoDubbingDialog", [&](QWidget &dialog) {
-            opened = true;
-            act(dialog);
-            // After a check that failed, too.
-            if (dialog.isVisible())
-                qobject_cast<QDialog *>(&dialog)->done(QDialog::Rejected);
-        });
-        press(*rowWidget(row), "btnDubbingSet");
-        QVERIFY(opened);
-    }
-    QVariantMap settings(int index) const
-    {
-        return list()->item(index)->data(settingsRole).toMap();
-    }
-    QVariantMap dubbing(int index) const { return param(index).audioFilters.value(0).toMap(); }
-    bool isUntouched(int index) const
-    {
-        return settings(index).isEmpty() && param(index).audioFilters.isEmpty();
-    }
-    /// Path of the result of a row that is started by its own button; empty when it fails.
-    QString convert(int index)
-    {
-        press(*rowWidget(index), "btnConvert");
-        const bool ended =
-            QTest::qWaitFor([&] { return MediaTask::isFinal(state(index)); }, endLimitMs);
-        return ended && state(index) == MediaTask::FINISHED ? row(index)->outputPath() : QString();
-    }
-};
 
 } // namespace
 

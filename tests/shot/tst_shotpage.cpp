@@ -65,34 +65,20 @@ QStringList temporaryPictures()
     return found;
 }
 
-class ShotPage : public PageTest<MediaShotFunctionPage>
+class ShotPage : public EditorPageTest<MediaShotFunctionPage>
 {
 public:
-    explicit ShotPage(const QStringList &files) : PageTest(FunctionSection::shot, 0)
+    explicit ShotPage(const QStringList &files)
+        : EditorPageTest(FunctionSection::shot, 0, "FrameShotDialog", "btnShotSet")
     {
         addRows(files, "btnShotSet");
-    }
-    /// Opens the editor by the row's button, modally, for `act`, which has to end it.
-    template<class Act>
-    void edit(int row, Act act)
-    {
-        bool opened = false;
-        whenModal("FrameShotDialog", [&](QWidget &dialog) {
-            opened = true;
-            act(dialog);
-            // After a check that failed, too.
-            if (dialog.isVisible())
-                qobject_cast<QDialog *>(&dialog)->done(QDialog::Rejected);
-        });
-        press(*rowWidget(row), "btnShotSet");
-        QVERIFY(opened);
     }
     QVariantMap &map(int index) const
     {
         return static_cast<MutiImageTaskParam *>(row(index)->task()->param())->map;
     }
     bool canStart(int index) const { return child(*rowWidget(index), "btnConvert")->isEnabled(); }
-    bool convert(int index)
+    bool shoot(int index)
     {
         press(*rowWidget(index), "btnConvert");
         return QTest::qWaitFor([&] { return statePage(index) == 2; }, endLimitMs);
@@ -145,13 +131,14 @@ private slots:
         QCOMPARE(test.text(0, "lblOutStyle"), "样式：单张"_s);
         QCOMPARE(test.text(0, "lblOutFormat"), "JPG"_s);
         const int recorded = HistoryRecord::instance().records().size();
-        QVERIFY(test.convert(0));
+        QVERIFY(test.shoot(0));
         const QStringList names{"film_1.jpg"_s, "film_2.jpg"_s, "film_3.jpg"_s};
         QCOMPARE(test.results(), names);
         QCOMPARE(QImage(test.out() + "/film_3.jpg"_s).size(), QSize(320, 240));
         QCOMPARE(test.row(0)->outputPath(), test.out() + "/film_1.jpg"_s);
         QCOMPARE(HistoryRecord::instance().records().size(), recorded + 1);
-        QCOMPARE(HistoryRecord::instance().records().first().outputfile, test.out() + "/film_1.jpg"_s);
+        QCOMPARE(HistoryRecord::instance().records().first().outputfile,
+                 test.out() + "/film_1.jpg"_s);
         QCOMPARE(test.map(0).value("baseName"_s).toString(), "film"_s);
     }
 
@@ -171,7 +158,7 @@ private slots:
             });
             QCOMPARE(test.text(0, "lblOutStyle"), "样式："_s + style);
             QCOMPARE(test.text(0, "lblOutCount"), "数量：5"_s);
-            QVERIFY(test.convert(0));
+            QVERIFY(test.shoot(0));
             QCOMPARE(test.results(), QStringList("film.png"_s));
             const QSize size = QImage(test.out() + "/film.png"_s).size();
             QVERIFY2(size.width() >= least.width() && size.height() >= least.height(),

@@ -12,6 +12,7 @@
 #include "support/testfile.h"
 #include "support/testmedia.h"
 
+#include <QDialog>
 #include <QListWidget>
 #include <QStackedWidget>
 #include <QtTest>
@@ -113,4 +114,48 @@ public:
     QTemporaryDir folder;
     std::unique_ptr<Page> page;
     bool shown = false;
+};
+
+/// The same of a page whose rows have an editor.
+template<class Page>
+class EditorPageTest : public PageTest<Page>
+{
+public:
+    static constexpr int endLimitMs = 60000;
+
+    /// @param editor class of the dialog
+    /// @param button of a row, opens it
+    EditorPageTest(QLatin1String section, quint32 preset, const char *editor, const char *button)
+        : PageTest<Page>(section, preset), m_editor(editor), m_button(button)
+    {
+    }
+
+    /// Opens the editor by the row's button, modally, for `act`, which has to end it.
+    template<class Act>
+    void edit(int row, Act act)
+    {
+        bool opened = false;
+        whenModal(m_editor, [&](QWidget &dialog) {
+            opened = true;
+            act(dialog);
+            // After a check that failed, too.
+            if (dialog.isVisible())
+                qobject_cast<QDialog *>(&dialog)->done(QDialog::Rejected);
+        });
+        press(*this->rowWidget(row), m_button);
+        QVERIFY(opened);
+    }
+    /// Path of the result of a row that is started by its own button; empty when it fails.
+    QString convert(int row)
+    {
+        press(*this->rowWidget(row), "btnConvert");
+        const bool ended =
+            QTest::qWaitFor([&] { return MediaTask::isFinal(this->state(row)); }, endLimitMs);
+        return ended && this->state(row) == MediaTask::FINISHED ? this->row(row)->outputPath()
+                                                                : QString();
+    }
+
+private:
+    const char *const m_editor;
+    const char *const m_button;
 };

@@ -169,7 +169,7 @@ private slots:
             press(dialog, "btnOk");
         });
         QCOMPARE(test.marks(0).size(), places);
-        QVERIFY(test.convert(0));
+        QVERIFY(!test.convert(0).isEmpty());
         const QImage result = frame(test.row(0)->outputPath());
         const QImage inner = preset == mp4AsSource ? result : withoutBars(result, shape);
         const QVector<QRectF> inFile = marked(inner, isMark);

@@ -5,45 +5,23 @@
 #include "support/pagetest.h"
 
 #include <QComboBox>
-#include <QDialog>
 #include <QPlainTextEdit>
 
 constexpr quint32 mp4AsSource = 1003001;
-constexpr int endLimitMs = 60000;
 
 /// The watermark page, whose editor is opened by its rows' buttons.
-class WatermarkPage : public PageTest<MediaWatermarkFunctionPage>
+class WatermarkPage : public EditorPageTest<MediaWatermarkFunctionPage>
 {
 public:
     explicit WatermarkPage(const QStringList &files, quint32 preset = mp4AsSource)
-        : PageTest(FunctionSection::watermark, preset)
+        : EditorPageTest(FunctionSection::watermark, preset, "VideoWatermarkDialog",
+                         "btnWatermarkSet")
     {
         addRows(files, "btnWatermarkSet");
     }
 
-    /// Opens the editor modally for `act`, which has to end it.
-    template<class Act>
-    void edit(int row, Act act)
-    {
-        bool opened = false;
-        whenModal("VideoWatermarkDialog", [&](QWidget &dialog) {
-            opened = true;
-            act(dialog);
-            // After a check that failed, too.
-            if (dialog.isVisible())
-                qobject_cast<QDialog *>(&dialog)->done(QDialog::Rejected);
-        });
-        press(*rowWidget(row), "btnWatermarkSet");
-        QVERIFY(opened);
-    }
     QVariantList marks(int row) const { return param(row).videoFilters; }
     QVariantMap mark(int row, int index) const { return marks(row).value(index).toMap(); }
-    bool convert(int index)
-    {
-        press(*rowWidget(index), "btnConvert");
-        return QTest::qWaitFor([&] { return MediaTask::isFinal(state(index)); }, endLimitMs) &&
-               state(index) == MediaTask::FINISHED;
-    }
 };
 
 inline QListWidget *markList(const QWidget &dialog)

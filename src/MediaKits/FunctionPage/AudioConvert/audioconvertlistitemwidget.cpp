@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/AudioConvert/audioconvertlistitemwidget.h"
 
-#include "controls/runmodal.h"
 #include "MediaKits/FunctionPage/AudioConvert/audioconvertlistwidget.h"
 #include "MediaKits/FunctionPage/AudioConvert/audiocutdialog.h"
 #include "MediaKits/FunctionPage/Framework/Formats/mediaformatdialog.h"
@@ -103,12 +102,10 @@ void AudioConvertListItemWidget::on_btnCut_clicked()
     dialog->start(sourcePath(), {});
     dialog->setDuration(int(info->format->duration));
     dialog->setTimeRange(param().timeRange);
-    const auto saved =
-        runModal(dialog, [](const AudioCutDialog &edited) { return edited.timeRange(); });
-    if (!saved || !task())
-        return;
-    applyEdited([this, &saved] {
-        param().timeRange = *saved;
-        showLength();
-    });
+    edit(
+        dialog, [](const AudioCutDialog &edited) { return edited.timeRange(); },
+        [this](const QSharedPointer<TimeSpan> &range) {
+            param().timeRange = range;
+            showLength();
+        });
 }

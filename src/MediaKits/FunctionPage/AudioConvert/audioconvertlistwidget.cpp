@@ -3,11 +3,6 @@
 
 #include "MediaKits/FunctionPage/AudioConvert/audioconvertlistitemwidget.h"
 
-QSharedPointer<MediaTask> AudioConvertListWidget::createTask(const QString &path)
-{
-    return createConversion(path);
-}
-
 TaskRowWidget *AudioConvertListWidget::createRow(QListWidgetItem *item)
 {
     return new AudioConvertListItemWidget(item, this);

@@ -12,6 +12,5 @@ public:
 
 protected:
     MediaFunction function() const override { return MediaFunction::AudioConvert; }
-    QSharedPointer<MediaTask> createTask(const QString &path) override;
     TaskRowWidget *createRow(QListWidgetItem *item) override;
 };

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/VideoBeautify/mediabeautifylistitemwidget.h"
 
-#include "controls/runmodal.h"
 #include "MediaKits/FunctionPage/VideoBeautify/videobeautydialog.h"
 
 #include <QListWidgetItem>
@@ -21,12 +20,6 @@ TaskRowWidget::Kind beautyRows()
     kind.form.speedButton = QLatin1String("btnSwitchRapid");
     return kind;
 }
-
-struct Beautified
-{
-    QSharedPointer<VideoBeautyParam> look;
-    bool isForAll;
-};
 
 } // namespace
 
@@ -51,16 +44,9 @@ void MediaBeautifyListItemWidget::on_btnBeautySet_clicked()
     auto *dialog = new VideoBeautyDialog(this);
     dialog->showMedium(sourcePath(), *info);
     dialog->setParam(param().beauty);
-    const auto saved = runModal(dialog, [](const VideoBeautyDialog &edited) {
-        return Beautified{edited.param(), edited.isForAll()};
-    });
-    if (!saved || !task())
-        return;
-    applyEdited([this, &saved] {
-        setBeauty(saved->look);
-        if (saved->isForAll)
-            emit editedForAll();
-    });
+    edit(
+        dialog, [](const VideoBeautyDialog &edited) { return edited.param(); },
+        [this](const QSharedPointer<VideoBeautyParam> &look) { setBeauty(look); });
 }
 
 void MediaBeautifyListItemWidget::adoptEdited(const TaskRowWidget &edited)

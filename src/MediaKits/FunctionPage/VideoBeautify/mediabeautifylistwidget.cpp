@@ -8,11 +8,6 @@ MediaBeautifyListWidget::MediaBeautifyListWidget(QWidget *parent) : TaskListWidg
     qRegisterMetaType<TaskGrpState>("MediaBeautifyListWidget::TaskGrpState");
 }
 
-QSharedPointer<MediaTask> MediaBeautifyListWidget::createTask(const QString &path)
-{
-    return createConversion(path);
-}
-
 TaskRowWidget *MediaBeautifyListWidget::createRow(QListWidgetItem *item)
 {
     return new MediaBeautifyListItemWidget(item, this);

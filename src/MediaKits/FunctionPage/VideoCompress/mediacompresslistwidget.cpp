@@ -3,11 +3,6 @@
 
 #include "MediaKits/FunctionPage/VideoCompress/mediacompresslistitemwidget.h"
 
-QSharedPointer<MediaTask> MediaCompressListWidget::createTask(const QString &path)
-{
-    return createConversion(path);
-}
-
 TaskRowWidget *MediaCompressListWidget::createRow(QListWidgetItem *item)
 {
     auto settings = QSharedPointer<CompressSettingsParam>::create();

@@ -16,7 +16,6 @@ public:
 protected:
     MediaFunction function() const override { return MediaFunction::Compress; }
     bool needsPreset() const override { return false; }
-    QSharedPointer<MediaTask> createTask(const QString &path) override;
     TaskRowWidget *createRow(QListWidgetItem *item) override;
 
 private:

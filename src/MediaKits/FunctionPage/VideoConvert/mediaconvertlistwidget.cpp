@@ -8,11 +8,6 @@ MediaConvertListWidget::MediaConvertListWidget(QWidget *parent) : TaskListWidget
     qRegisterMetaType<TaskGrpState>("MediaConvertListWidget::TaskGrpState");
 }
 
-QSharedPointer<MediaTask> MediaConvertListWidget::createTask(const QString &path)
-{
-    return createConversion(path);
-}
-
 TaskRowWidget *MediaConvertListWidget::createRow(QListWidgetItem *item)
 {
     return new MediaConvertListItemWidget(item, this);

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/VideoDubbing/mediadubbinglistitemwidget.h"
 
-#include "controls/runmodal.h"
 #include "MediaKits/FunctionPage/VideoDubbing/videodubbingdialog.h"
 
 namespace {
@@ -21,13 +20,6 @@ TaskRowWidget::Kind dubbingRows()
     kind.form.startText = MediaDubbingListItemWidget::tr("开始配音");
     return kind;
 }
-
-struct Dubbed
-{
-    QVariantMap settings;
-    QVariantMap options;
-    bool isForAll;
-};
 
 } // namespace
 
@@ -55,16 +47,14 @@ void MediaDubbingListItemWidget::on_btnDubbingSet_clicked()
     const QVariant earlier = item().data(settingsRole);
     if (earlier.isValid())
         dialog->setSettings(earlier.toMap());
-    const auto saved = runModal(dialog, [](const VideoDubbingDialog &edited) {
-        return Dubbed{edited.settings(), edited.optionMap(), edited.isForAll()};
-    });
-    if (!saved || !task())
-        return;
-    applyEdited([this, &saved] {
-        setDubbing(saved->settings, {saved->options});
-        if (saved->isForAll)
-            emit editedForAll();
-    });
+    edit(
+        dialog,
+        [](const VideoDubbingDialog &edited) {
+            return std::make_pair(edited.settings(), edited.optionMap());
+        },
+        [this](const std::pair<QVariantMap, QVariantMap> &saved) {
+            setDubbing(saved.first, {saved.second});
+        });
 }
 
 void MediaDubbingListItemWidget::adoptEdited(const TaskRowWidget &edited)

@@ -8,11 +8,6 @@ MediaDubbingListWidget::MediaDubbingListWidget(QWidget *parent) : TaskListWidget
     qRegisterMetaType<TaskGrpState>("MediaDubbingListWidget::TaskGrpState");
 }
 
-QSharedPointer<MediaTask> MediaDubbingListWidget::createTask(const QString &path)
-{
-    return createConversion(path);
-}
-
 TaskRowWidget *MediaDubbingListWidget::createRow(QListWidgetItem *item)
 {
     return new MediaDubbingListItemWidget(item, this);

@@ -12,7 +12,6 @@ public:
 
 protected:
     MediaFunction function() const override { return MediaFunction::Dubbing; }
-    QSharedPointer<MediaTask> createTask(const QString &path) override;
     TaskRowWidget *createRow(QListWidgetItem *item) override;
 };
 

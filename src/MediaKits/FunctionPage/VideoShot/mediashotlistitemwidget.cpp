@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/VideoShot/mediashotlistitemwidget.h"
 
-#include "controls/runmodal.h"
 #include "MediaKits/FunctionPage/VideoShot/frameshotdialog.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
 #include "MediaKits/MediaFormats/mediatexts.h"
@@ -131,13 +130,12 @@ void MediaShotListItemWidget::on_btnShotSet_clicked()
     auto *dialog = new FrameShotDialog(this);
     dialog->showSource(sourcePath(), info);
     dialog->setOptions(item().data(optionsRole).toMap());
-    const auto options =
-        runModal(dialog, [](const FrameShotDialog &edited) { return edited.options(); });
-    if (options && task())
-        applyEdited([this, &options] { takeOptions(*options); });
+    edit(
+        dialog, [](const FrameShotDialog &edited) { return edited.options(); },
+        [this](const QVariantMap &options) { applyOptions(options); });
 }
 
-void MediaShotListItemWidget::takeOptions(const QVariantMap &options)
+void MediaShotListItemWidget::applyOptions(const QVariantMap &options)
 {
     item().listItem()->setData(optionsRole, options);
     for (auto it = options.begin(); it != options.end(); ++it)

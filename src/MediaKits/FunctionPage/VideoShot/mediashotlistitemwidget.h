@@ -33,7 +33,7 @@ protected:
 private:
     QVariantMap &map() const;
     QString text(const char *key) const;
-    void takeOptions(const QVariantMap &options);
+    void applyOptions(const QVariantMap &options);
     void showOptions();
 
     QStringList m_results; // of the present run

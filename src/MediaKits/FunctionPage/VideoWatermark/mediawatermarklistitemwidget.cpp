@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/VideoWatermark/mediawatermarklistitemwidget.h"
 
-#include "controls/runmodal.h"
 #include "MediaKits/FunctionPage/VideoWatermark/mark.h"
 #include "MediaKits/FunctionPage/VideoWatermark/videowatermarkdialog.h"
 
@@ -24,12 +23,6 @@ TaskRowWidget::Kind watermarkRows()
     kind.form.startText = MediaWatermarkListItemWidget::tr("开始处理");
     return kind;
 }
-
-struct Marked
-{
-    QVariantList marks;
-    bool isForAll;
-};
 
 } // namespace
 
@@ -54,16 +47,9 @@ void MediaWatermarkListItemWidget::on_btnWatermarkSet_clicked()
     auto *dialog = new VideoWatermarkDialog(this);
     dialog->showMedium(sourcePath(), *info);
     dialog->setMarks(item().data(marksRole).toList());
-    const auto saved = runModal(dialog, [](const VideoWatermarkDialog &edited) {
-        return Marked{edited.marks(), edited.isForAll()};
-    });
-    if (!saved || !task())
-        return;
-    applyEdited([this, &saved] {
-        setMarks(saved->marks);
-        if (saved->isForAll)
-            emit editedForAll();
-    });
+    edit(
+        dialog, [](const VideoWatermarkDialog &edited) { return edited.marks(); },
+        [this](const QVariantList &marks) { setMarks(marks); });
 }
 
 void MediaWatermarkListItemWidget::adoptEdited(const TaskRowWidget &edited)

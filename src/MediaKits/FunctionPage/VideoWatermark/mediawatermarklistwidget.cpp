@@ -8,11 +8,6 @@ MediaWatermarkListWidget::MediaWatermarkListWidget(QWidget *parent) : TaskListWi
     qRegisterMetaType<TaskGrpState>("MediaWatermarkListWidget::TaskGrpState");
 }
 
-QSharedPointer<MediaTask> MediaWatermarkListWidget::createTask(const QString &path)
-{
-    return createConversion(path);
-}
-
 TaskRowWidget *MediaWatermarkListWidget::createRow(QListWidgetItem *item)
 {
     return new MediaWatermarkListItemWidget(item, this);

@@ -9,6 +9,7 @@
 #include "MediaKits/FunctionPage/Framework/Editors/Mask/watermarkmaskadapteritem.h"
 #include "MediaKits/FunctionPage/Framework/Editors/timespanbinding.h"
 #include "MediaKits/FunctionPage/Framework/Editors/timespanedit.h"
+#include "MediaKits/FunctionPage/VideoWatermark/markkeys.h"
 #include "MediaKits/FunctionPage/VideoWatermark/markset.h"
 #include "MediaKits/FunctionPage/VideoWatermark/templatemenu.h"
 #include "MediaKits/FunctionPage/VideoWatermark/texteditdialog.h"
@@ -23,23 +24,12 @@
 #include <QSignalBlocker>
 #include <QTimer>
 
-#include <algorithm>
-
 namespace {
 
 constexpr QSize usualSize(1080, 720);
 constexpr int rowHeight = 56;
 constexpr int panelHeight = 152;
-constexpr int farStep = 10;     // picture pixels
-constexpr int pasteOffset = 16; // picture pixels
 constexpr float percent = 100.0F;
-
-// What was copied last, for other videos too.
-QVariantMap &clipboard()
-{
-    static QVariantMap map;
-    return map;
-}
 
 QString pictureFilter()
 {
@@ -327,7 +317,7 @@ bool VideoWatermarkDialog::eventFilter(QObject *watched, QEvent *event)
 
 bool VideoWatermarkDialog::handleKey(const QKeyEvent &event)
 {
-    if (!m_previewButton->isChecked() && (handleMarkKey(event) || moveByKey(event)))
+    if (!m_previewButton->isChecked() && (handleMarkKey(event) || moveMark(*m_marks, event)))
         return true;
     return TimeSpanEditor::handleKey(event);
 }
@@ -335,9 +325,9 @@ bool VideoWatermarkDialog::handleKey(const QKeyEvent &event)
 bool VideoWatermarkDialog::handleMarkKey(const QKeyEvent &event)
 {
     if (event.matches(QKeySequence::Copy))
-        copyCurrent();
+        copyMark(*m_marks);
     else if (event.matches(QKeySequence::Paste))
-        paste();
+        pasteMark(*m_marks, m_picture);
     else if (event.matches(QKeySequence::Undo))
         undo();
     else if (event.matches(QKeySequence::Delete))
@@ -345,52 +335,6 @@ bool VideoWatermarkDialog::handleMarkKey(const QKeyEvent &event)
     else
         return false;
     return true;
-}
-
-bool VideoWatermarkDialog::moveByKey(const QKeyEvent &event)
-{
-    if (m_marks->currentType() == 0 ||
-        event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier))
-        return false;
-    const int step = event.modifiers().testFlag(Qt::ShiftModifier) ? farStep : 1;
-    switch (event.key()) {
-    case Qt::Key_Left:
-        m_marks->moveCurrent({-step, 0});
-        return true;
-    case Qt::Key_Right:
-        m_marks->moveCurrent({step, 0});
-        return true;
-    case Qt::Key_Up:
-        m_marks->moveCurrent({0, -step});
-        return true;
-    case Qt::Key_Down:
-        m_marks->moveCurrent({0, step});
-        return true;
-    default:
-        return false;
-    }
-}
-
-void VideoWatermarkDialog::copyCurrent()
-{
-    if (const Mark mark = m_marks->current())
-        clipboard() = *mark;
-}
-
-// Beside the one that it is a copy of, and inside the picture.
-void VideoWatermarkDialog::paste()
-{
-    QVariantMap map = clipboard();
-    if (map.isEmpty())
-        return;
-    map[MarkKey::startTime] = std::min(map.value(MarkKey::startTime).toInt(), duration() - 1);
-    map[MarkKey::endTime] = std::min(map.value(MarkKey::endTime).toInt(), duration());
-    QRectF rect = map.value(MarkKey::rect).toRectF();
-    const QSizeF room = QSizeF(m_picture.size) - rect.size();
-    rect.moveTo(std::clamp(rect.x() + pasteOffset, 0.0, std::max(0.0, room.width())),
-                std::clamp(rect.y() + pasteOffset, 0.0, std::max(0.0, room.height())));
-    map[MarkKey::rect] = rect;
-    m_marks->add(Mark::create(map));
 }
 
 void VideoWatermarkDialog::undo()

@@ -61,9 +61,6 @@ private:
     void applyTime();
     void applyOpacity(int percent);
     bool handleMarkKey(const QKeyEvent &event);
-    bool moveByKey(const QKeyEvent &event);
-    void copyCurrent();
-    void paste();
     void undo();
     void useTemplate(const QString &name);
 

@@ -32,6 +32,11 @@ void TaskListWidget::addFile(const QString &path)
     noteEmptiness();
 }
 
+QSharedPointer<MediaTask> TaskListWidget::createTask(const QString &path)
+{
+    return createConversion(path);
+}
+
 QVector<TaskRowWidget *> TaskListWidget::rows() const
 {
     QVector<TaskRowWidget *> all;

@@ -20,8 +20,8 @@ public:
     void clear() override;
 
 protected:
-    /// A new task with its parameter for a source.
-    virtual QSharedPointer<MediaTask> createTask(const QString &path) = 0;
+    /// A new task with its parameter for a source: a conversion, unless a list says otherwise.
+    virtual QSharedPointer<MediaTask> createTask(const QString &path);
     virtual TaskRowWidget *createRow(QListWidgetItem *item) = 0;
 
     QVector<TaskRowWidget *> rows() const override;

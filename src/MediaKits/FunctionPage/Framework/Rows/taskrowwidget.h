@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "controls/runmodal.h"
 #include "MediaKits/FunctionPage/Framework/Rows/mediarowwidget.h"
 #include "MediaKits/FunctionPage/Framework/Rows/taskoperation.h"
 #include "MediaKits/FunctionPage/Framework/Rows/taskrowform.h"
 #include "MediaKits/FunctionPage/Framework/Rows/worktimer.h"
+
+#include <utility>
 
 /// Base of the rows that show one task, which is data of the row's item, too. What the task is told
 /// is the subclass's to know.
@@ -71,6 +74,23 @@ protected:
     /// Lets what was chosen in an editor take effect. A task that has begun or ended meanwhile goes
     /// by what it was told: the user is asked whether it is to run again.
     void applyEdited(const std::function<void()> &apply);
+    /// Runs an editor that was set up for the row, and deletes it.
+    /// @param result makes of the saved editor what `apply` lets take effect, in all rows if the
+    /// user wants it so
+    template<class Editor, class Result, class Apply>
+    void edit(Editor *editor, Result result, Apply apply)
+    {
+        const auto saved = runModal(editor, [&](const Editor &edited) {
+            return std::make_pair(result(edited), edited.isForAll());
+        });
+        if (!saved || !task())
+            return;
+        applyEdited([&] {
+            apply(saved->first);
+            if (saved->second)
+                emit editedForAll();
+        });
+    }
     /// Gives the result a name, in the row too.
     void renameResult(const QString &name);
     /// For the subclass's own buttons.

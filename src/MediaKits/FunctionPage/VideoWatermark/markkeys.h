@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "MediaKits/FunctionPage/VideoWatermark/markplacing.h"
+
+class MarkSet;
+class QKeyEvent;
+
+// What keys do to the current one of the marks.
+
+/// Moves it by an arrow key: one pixel of the picture, with Shift ten. False for other keys.
+bool moveMark(MarkSet &marks, const QKeyEvent &event);
+
+/// Keeps a copy of it, for other videos too.
+void copyMark(const MarkSet &marks);
+
+/// Adds the copy that was kept, beside the place that it was copied from and inside the picture.
+void pasteMark(MarkSet &marks, const MarkedPicture &picture);
