@@ -40,6 +40,9 @@ constexpr int endGapMs = 100;
 // Rows that are added without a look at the user's events, in ms of work.
 constexpr int addingSliceMs = 8;
 
+// A player that was paused tells its frame well before.
+constexpr int settlingAtMostMs = 500;
+
 const QString posKey = QStringLiteral("pos");
 const QString scaleKey = QStringLiteral("scale");
 const QString imagesKey = QStringLiteral("images");
@@ -70,6 +73,10 @@ FrameShotDialog::FrameShotDialog(QWidget *parent)
     connect(confirmButton(), &QPushButton::clicked, this, &FrameShotDialog::on_btnOk_clicked);
     connect(m_picture, &ShotPictureEdit::stitchToggled, this,
             &FrameShotDialog::on_cbIsPiiic_toggled);
+    m_settleTimer.setSingleShot(true);
+    m_settleTimer.setInterval(settlingAtMostMs);
+    connect(&m_settleTimer, &QTimer::timeout, this, &FrameShotDialog::addSeen);
+    connect(this, &EditorDialog::positionChanged, this, &FrameShotDialog::onSettled);
     m_addTimer.setSingleShot(true);
     connect(&m_addTimer, &QTimer::timeout, this, &FrameShotDialog::addWaiting);
     showKind(false);
@@ -209,14 +216,34 @@ void FrameShotDialog::on_btnFragmentAdd_clicked()
         stopAdding();
         return;
     }
-    m_byButton = true;
-    if (isSeries) {
-        const Series wanted = series();
-        for (int i = 0; i < wanted.count(); ++i)
-            m_waiting += moment(wanted.start + i * wanted.step);
-    } else {
-        m_waiting += moment(position());
+    if (!isSeries) {
+        if (isSettling())
+            m_settleTimer.start();
+        else
+            addSeen();
+        return;
     }
+    m_byButton = true;
+    const Series wanted = series();
+    for (int i = 0; i < wanted.count(); ++i)
+        m_waiting += moment(wanted.start + i * wanted.step);
+    addWaiting();
+}
+
+void FrameShotDialog::onSettled()
+{
+    if (m_settleTimer.isActive() && !isSettling())
+        addSeen();
+}
+
+// What is added is what is seen: a preview that hasn't told its frame is sent to one.
+void FrameShotDialog::addSeen()
+{
+    m_settleTimer.stop();
+    if (isSettling())
+        seek(position());
+    m_byButton = true;
+    m_waiting += moment(position());
     addWaiting();
 }
 
@@ -299,6 +326,8 @@ bool FrameShotDialog::isChanged() const
 
 void FrameShotDialog::on_btnOk_clicked()
 {
+    if (m_settleTimer.isActive())
+        addSeen();
     m_shown = options();
     accept();
 }

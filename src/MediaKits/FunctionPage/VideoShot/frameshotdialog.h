@@ -67,6 +67,8 @@ private:
     QVariantMap moment(int ms) const;
     bool isAdding() const;
     void stopAdding();
+    void addSeen();
+    void onSettled();
     void addWaiting();
     void addMoment(const QVariantMap &moment);
     void showAdding();
@@ -80,6 +82,7 @@ private:
     QVariantMap m_shown;    // the result that leaving would go back to
     QVariantList m_waiting; // moments that have no row yet
     QTimer m_addTimer;
+    QTimer m_settleTimer; // runs while the frame to add has yet to be told
     bool m_byButton = false; // the present moments, which the list scrolls to
     QVector<QPointer<FrameFragmentItemWidget>> m_pictureless;
 };

@@ -208,6 +208,11 @@ void EditorDialog::countFrames()
     m_ui->csPlayer->tellFrames();
 }
 
+bool EditorDialog::isSettling() const
+{
+    return m_leadMs > 0 && !m_ui->btnPlay->isChecked() && !m_standsAtSought;
+}
+
 void EditorDialog::seek(int ms)
 {
     m_position = std::clamp(ms, 0, m_duration);

@@ -71,6 +71,9 @@ protected:
     /// Lets positions be those of frames: what is seen at one is the first frame from there on,
     /// which is what ffmpeg takes of a film from there on. For constructors.
     void countFrames();
+    /// Whether the preview was just paused and has yet to tell which frame it stands at;
+    /// `positionChanged` tells it.
+    bool isSettling() const;
     /// The length of a frame.
     int frameMs() const { return m_frameMs; }
     /// Tells at the foot why something isn't as it was asked for; empty for nothing.
