@@ -24,7 +24,8 @@ QVector<int> momentsOf(const ShotWish &wish, int sourceMs)
     QVector<int> moments;
     for (qint64 ms = wish.fromMs; ms <= last; ms += wish.everyMs)
         moments += int(ms);
-    return moments;
+    // Shorter than that, or of unknown length, a video still has a frame there.
+    return moments.isEmpty() ? QVector<int>{wish.fromMs} : moments;
 }
 
 MediaTask *shotTask(const CommandLine &line, const QString &file,

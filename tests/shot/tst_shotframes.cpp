@@ -98,6 +98,7 @@ private slots:
         for (int i = 1; i < images.size(); ++i) {
             const int pos = images[i].toMap().value("pos"_s).toInt();
             child<InterceptSlider>(dialog, "scrubBar")->sliderMoved(pos);
+            QVERIFY(taken(i) >= 0);
             QTRY_VERIFY2(
                 seen() == taken(i),
                 qPrintable("at %1 ms: seen %2, taken %3"_s.arg(pos).arg(seen()).arg(taken(i))));

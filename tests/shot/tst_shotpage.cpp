@@ -238,6 +238,29 @@ private slots:
         QCOMPARE(test.text(0, "lblOutCount"), "数量：60"_s);
     }
 
+    // What was added singly is no part of a series that is stopped, and a cleared series is over.
+    void seriesBesideSingles()
+    {
+        ShotPage test({m_film});
+        test.edit(0, [](QWidget &dialog) {
+            auto *button = child<QPushButton>(dialog, "btnFragmentAdd");
+            for (int i = 0; i < 5; ++i)
+                press(dialog, "btnFragmentAdd");
+            press(dialog, "btnSequenceSelect");
+            child<QSpinBox>(dialog, "sbInterval")->setValue(1);
+            QTRY_COMPARE(moments(dialog)->count(), 5);
+            QCOMPARE(button->text(), "截取到列表 >>"_s);
+            press(dialog, "btnFragmentAdd");
+            QCOMPARE(button->text(), "停止截取"_s);
+            press(dialog, "btnFragmentAdd");
+            QVERIFY(moments(dialog)->count() >= 5);
+            press(dialog, "btnFragmentAdd");
+            press(dialog, "btnClear");
+            QCOMPARE(moments(dialog)->count(), 0);
+            QTRY_COMPARE(button->text(), "截取到列表 >>"_s);
+        });
+    }
+
 private:
     QTemporaryDir m_folder;
     const QString m_film = m_folder.filePath("film.mp4"_s);

@@ -109,8 +109,10 @@ QString MutiImageTask::sizeProblem() const
     const int inRow = std::max(columns(), 1);
     if (columns() > 0)
         part += QSize(0, ShotTask::captionHeight(part.width(), captionLines));
-    const qint64 width = qint64(part.width()) * inRow;
-    const qint64 height = qint64(part.height()) * linesOf(imageList().size(), inRow);
+    const int lines = linesOf(imageList().size(), inRow);
+    const int gap = columns() > 0 ? sheetGap(part.width()) : 0;
+    const qint64 width = qint64(part.width()) * inRow + qint64(gap) * (inRow + 1);
+    const qint64 height = qint64(part.height()) * lines + qint64(gap) * (lines + 1);
     const bool isJpeg = text("format") == QLatin1String("jpg");
     if (width * height <= mostPixels &&
         (!isJpeg || std::max(width, height) <= qint64(longestJpegSide)))

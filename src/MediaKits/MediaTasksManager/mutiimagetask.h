@@ -41,6 +41,9 @@ public:
     ///        "gap" (pixels between and around the pictures, 0 for none)
     static QVariantMap stitchTree(const QVariantMap &stitch);
 
+    /// Whether all moments go into one picture.
+    bool isOnePicture() const;
+
 protected:
     QString problem() const override;
     GroupMediaTask *buildGroup() override;
@@ -50,7 +53,6 @@ private:
     QString text(const char *key) const;
     QVariantList imageList() const;
     int columns() const; ///< of a sheet; 0 for none
-    bool isOnePicture() const;
     double onePictureScale() const;
     QString numberedName(int number) const; ///< counted from 1
     QStringList caption(int posMs) const;

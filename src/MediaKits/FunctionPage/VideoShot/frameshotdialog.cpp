@@ -135,6 +135,9 @@ void FrameShotDialog::setUpList()
     m_pane->setTexts(tr("截取片段列表"), tr("在预览中找到想要的画面，点击“截取到列表”，"
                                             "或用“连续截图”按间隔截取。"));
     list()->setFocusPolicy(Qt::TabFocus);
+    // Their widgets have gone by then.
+    connect(list()->model(), &QAbstractItemModel::rowsRemoved, this, &FrameShotDialog::showAdding,
+            Qt::QueuedConnection);
     connect(m_pane->addButton(), &QPushButton::clicked, this,
             &FrameShotDialog::on_btnFragmentAdd_clicked);
     connect(m_pane->findChild<QPushButton *>(QStringLiteral("btnClear")), &QPushButton::clicked,
@@ -223,6 +226,9 @@ void FrameShotDialog::on_btnFragmentAdd_clicked()
             addSeen();
         return;
     }
+    // Those of an earlier result are no part of the series.
+    while (!m_waiting.isEmpty())
+        addMoment(m_waiting.takeFirst().toMap(), false);
     m_byButton = true;
     const Series wanted = series();
     for (int i = 0; i < wanted.count(); ++i)
@@ -242,9 +248,8 @@ void FrameShotDialog::addSeen()
     m_settleTimer.stop();
     if (isSettling())
         seek(position());
-    m_byButton = true;
-    m_waiting += moment(position());
-    addWaiting();
+    addMoment(moment(position()), true);
+    showAdding();
 }
 
 // What has come so far stays.
@@ -264,13 +269,13 @@ void FrameShotDialog::addWaiting()
     QElapsedTimer clock;
     clock.start();
     while (!m_waiting.isEmpty() && clock.elapsed() < addingSliceMs)
-        addMoment(m_waiting.takeFirst().toMap());
+        addMoment(m_waiting.takeFirst().toMap(), m_byButton, m_byButton);
     if (!m_waiting.isEmpty())
         m_addTimer.start();
     showAdding();
 }
 
-void FrameShotDialog::addMoment(const QVariantMap &moment)
+void FrameShotDialog::addMoment(const QVariantMap &moment, bool scrolls, bool canBeStopped)
 {
     const int pos = moment.value(posKey).toInt();
     auto *item = new QListWidgetItem;
@@ -279,13 +284,15 @@ void FrameShotDialog::addMoment(const QVariantMap &moment)
     auto *row = new FrameFragmentItemWidget(item, pos, list());
     list()->addItem(item);
     list()->setItemWidget(item, row);
-    if (m_byButton)
+    if (canBeStopped)
         m_pictureless += row;
-    m_thumbnails->request(pos, row, [this, row, scrolls = m_byButton](const QString &file) {
+    // The row outlives its item by a turn of the event loop.
+    const QPersistentModelIndex place = list()->model()->index(list()->row(item), 0);
+    m_thumbnails->request(pos, row, [this, row, place, scrolls](const QString &file) {
         if (!file.isEmpty())
             row->loadImage(file);
-        if (!file.isEmpty() && scrolls)
-            list()->scrollToItem(row->item());
+        if (!file.isEmpty() && scrolls && place.isValid())
+            list()->scrollTo(place);
         m_pictureless.removeOne(row);
         showAdding();
     });
@@ -335,6 +342,7 @@ void FrameShotDialog::on_btnOk_clicked()
 void FrameShotDialog::on_btnClear_clicked()
 {
     m_waiting.clear();
+    m_pictureless.clear();
     m_pane->clear();
     showAdding();
 }
@@ -354,10 +362,12 @@ void FrameShotDialog::removeCurrent()
 bool FrameShotDialog::handleKey(const QKeyEvent &event)
 {
     const bool isInField = qobject_cast<QAbstractSpinBox *>(focusWidget());
+    const auto *button = qobject_cast<QPushButton *>(focusWidget());
+    const bool isOtherButton = button && button != m_pane->addButton();
     const bool isEnter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
-    if (isEnter && !isInField && !event.isAutoRepeat())
+    if (isEnter && !isInField && !isOtherButton && !event.isAutoRepeat())
         on_btnFragmentAdd_clicked();
-    else if (event.key() == Qt::Key_Delete && !isInField)
+    else if (event.key() == Qt::Key_Delete && !isInField && !event.isAutoRepeat())
         removeCurrent();
     else
         return TimeSpanEditor::handleKey(event);

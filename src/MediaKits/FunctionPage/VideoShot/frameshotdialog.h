@@ -70,7 +70,7 @@ private:
     void addSeen();
     void onSettled();
     void addWaiting();
-    void addMoment(const QVariantMap &moment);
+    void addMoment(const QVariantMap &moment, bool scrolls, bool canBeStopped = false);
     void showAdding();
     void removeCurrent();
 
@@ -82,7 +82,7 @@ private:
     QVariantMap m_shown;    // the result that leaving would go back to
     QVariantList m_waiting; // moments that have no row yet
     QTimer m_addTimer;
-    QTimer m_settleTimer; // runs while the frame to add has yet to be told
+    QTimer m_settleTimer;    // runs while the frame to add has yet to be told
     bool m_byButton = false; // the present moments, which the list scrolls to
     QVector<QPointer<FrameFragmentItemWidget>> m_pictureless;
 };

@@ -40,7 +40,7 @@ MediaShotListItemWidget::MediaShotListItemWidget(QListWidgetItem *item, QWidget 
     showOptions();
     connect(task(), &MediaTask::taskStateChanged, this, [this](MediaTask::State state) {
         if (state == MediaTask::START)
-            m_results.clear();
+            clearResults();
     });
     probeSource();
 }
@@ -88,6 +88,15 @@ QString MediaShotListItemWidget::outputFormat() const
 void MediaShotListItemWidget::onResultMoved(const QString &path)
 {
     m_results += path;
+    // Pictures that stay apart have their numbers behind the name.
+    if (static_cast<MutiImageTask *>(task())->isOnePicture())
+        renameResult(QFileInfo(path).completeBaseName());
+}
+
+void MediaShotListItemWidget::clearResults()
+{
+    m_results.clear();
+    change([](RowContent &content) { content.out.size.clear(); });
 }
 
 // Of pictures there is nothing to probe but what is asked for.

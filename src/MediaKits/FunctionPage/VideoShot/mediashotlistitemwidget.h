@@ -34,6 +34,7 @@ private:
     QVariantMap &map() const;
     QString text(const char *key) const;
     void applyOptions(const QVariantMap &options);
+    void clearResults();
     void showOptions();
 
     QStringList m_results; // of the present run

@@ -22,6 +22,7 @@
 #include <QSignalBlocker>
 
 #include <algorithm>
+#include <limits>
 
 namespace {
 
@@ -145,15 +146,22 @@ void EditorDialog::connectPlayer()
     InterceptSlider *slider = m_ui->scrubBar;
     player->setRestarting(true);
     slider->setRangeVisible(false, false);
-    connect(player, &CSVideoPlayer::progressChanged, this, [this, player](long position) {
-        // The ms are rounded, and a frame begins no later than its position.
-        onProgress(m_leadMs > 0 ? std::max(player->toldPosition() - 1, 0) : int(position));
-    });
+    connect(player, &CSVideoPlayer::progressChanged, this,
+            [this, player](long position, long total) {
+                if (m_duration <= 0 && total > 0)
+                    showLength(int(total));
+                // The ms are rounded, and a frame begins no later than its position.
+                onProgress(m_leadMs > 0 ? std::max(player->toldPosition() - 1, 0) : int(position));
+            });
     connect(player, &CSVideoPlayer::finished, this,
             [this] { showHint(tr("预览已中断，设置仍然可以保存")); });
     connect(slider, &QSlider::sliderPressed, player, [player] { player->blockSignals(true); });
     connect(slider, &QSlider::sliderReleased, player, [player] { player->blockSignals(false); });
     connect(slider, &QSlider::sliderMoved, this, &EditorDialog::seek);
+    connect(slider, &QSlider::actionTriggered, this, [this, slider](int action) {
+        if (action != QSlider::SliderMove) // by the wheel
+            seek(slider->sliderPosition());
+    });
 }
 
 void EditorDialog::showMedium(const QString &file, const MediaInfoData &info)
@@ -191,9 +199,15 @@ void EditorDialog::setDuration(int ms)
 {
     m_duration = ms;
     m_ui->csPlayer->setDuration(ms);
+    showLength(ms);
+    seek(0);
+}
+
+// Where a probe knows none, the player may find one out.
+void EditorDialog::showLength(int ms)
+{
     m_ui->scrubBar->setMaximum(ms);
     m_ui->lblDuration->setText(timeText(ms));
-    seek(0);
 }
 
 void EditorDialog::setFrameRate(double framesPerSecond)
@@ -215,9 +229,10 @@ bool EditorDialog::isSettling() const
 
 void EditorDialog::seek(int ms)
 {
-    m_position = std::clamp(ms, 0, m_duration);
+    const int last = m_duration > 0 ? m_duration : std::numeric_limits<int>::max();
+    m_position = std::clamp(ms, 0, last);
     m_standsAtSought = !m_ui->btnPlay->isChecked();
-    m_ui->csPlayer->seek(std::min(m_position + m_leadMs, std::max(m_position, m_duration)));
+    m_ui->csPlayer->seek(m_position < last - m_leadMs ? m_position + m_leadMs : last);
     showPosition();
 }
 

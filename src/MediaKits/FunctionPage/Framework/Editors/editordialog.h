@@ -111,6 +111,7 @@ private:
     void setUpFocus();
     bool correctsTyped();
     void onProgress(int ms);
+    void showLength(int ms);
     void showPosition();
     bool mayLeave();
 
