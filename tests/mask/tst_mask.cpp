@@ -9,6 +9,7 @@
 #include "support/testfile.h"
 
 #include <QDialog>
+#include <QImageWriter>
 #include <QLabel>
 #include <QtTest>
 
@@ -301,8 +302,16 @@ private slots:
         QCOMPARE(guides(), 0);
         dragBy({250, 20});
         QCOMPARE(guides(), 1);
+        // One that goes while it is held, as when its time is over, is let go.
+        QSignalSpy releases(editor.adapter, &WatermarkMaskAdapter::itemReleased);
+        editor.adapter->setItemVisible(item, false);
+        QCOMPARE(guides(), 0);
+        QCOMPARE(releases.count(), 1);
+        editor.adapter->setItemVisible(item, true);
+        dragBy({250, 20});
         QTest::mouseRelease(box, Qt::LeftButton);
         QCOMPARE(guides(), 0);
+        QCOMPARE(releases.count(), 2);
     }
 
     void selectsAndRemoves()
@@ -354,6 +363,14 @@ private slots:
         Item *item = editor.adapter->addImageItem(path);
         QVERIFY(item);
         QTRY_COMPARE(item->widget()->size(), QSize(6, 60));
+
+        // A camera that was held upright notes that beside the picture.
+        const QString photo = folder.filePath("photo.jpg"_s);
+        QImageWriter writer(photo);
+        writer.setTransformation(QImageIOHandler::TransformationRotate90);
+        QVERIFY(writer.write(tall));
+        item = editor.adapter->addImageItem(photo);
+        QTRY_COMPARE(item->widget()->size(), QSize(80, 8));
     }
 
     void boxesStayInThePicture()
