@@ -252,8 +252,8 @@ private slots:
         QVariantList &marks = test.param(0).videoFilters;
         marks += mark("delogo", {0, 0, 640, 360}, 0, 4000);
         marks += mark("delogo", {900, 900, 50, 50}, 0, 4000);
-        marks += mark("delogo", {639, 100, 1, 40}, 0, 4000);
-        marks += mark("delogo", {100, 359, 40, 1}, 0, 4000);
+        marks += mark("delogo", {639.6, 100, 0.4, 40}, 0, 4000);
+        marks += mark("delogo", {100, 359.6, 40, 0.4}, 0, 4000);
         marks += mark("drawtext", {-20, 350, 400, 40}, 1000, 1000);
         marks += mark("drawtext", {10, 10, 40, 40}, 0, 90000);
         for (int i = 0; i < 50; ++i)
