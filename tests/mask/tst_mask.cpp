@@ -301,8 +301,16 @@ private slots:
         QCOMPARE(guides(), 0);
         dragBy({250, 20});
         QCOMPARE(guides(), 1);
+        // One that goes while it is held, as when its time is over, is let go.
+        QSignalSpy releases(editor.adapter, &WatermarkMaskAdapter::itemReleased);
+        editor.adapter->setItemVisible(item, false);
+        QCOMPARE(guides(), 0);
+        QCOMPARE(releases.count(), 1);
+        editor.adapter->setItemVisible(item, true);
+        dragBy({250, 20});
         QTest::mouseRelease(box, Qt::LeftButton);
         QCOMPARE(guides(), 0);
+        QCOMPARE(releases.count(), 2);
     }
 
     void selectsAndRemoves()
@@ -354,6 +362,17 @@ private slots:
         Item *item = editor.adapter->addImageItem(path);
         QVERIFY(item);
         QTRY_COMPARE(item->widget()->size(), QSize(6, 60));
+
+        // A camera that was held upright notes that beside the picture.
+        const QString photo = folder.filePath("photo.jpg"_s);
+        QVERIFY(tall.save(photo));
+        QByteArray bytes = contentOf(photo);
+        constexpr int startOfImage = 2;
+        bytes.insert(startOfImage, QByteArray::fromHex("ffe1002245786966000049492a0008000000"
+                                                       "010012010300010000000600000000000000"));
+        writeTestFile(photo, bytes);
+        item = editor.adapter->addImageItem(photo);
+        QTRY_COMPARE(item->widget()->size(), QSize(80, 8));
     }
 
     void boxesStayInThePicture()

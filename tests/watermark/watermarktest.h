@@ -29,14 +29,20 @@ inline QListWidget *markList(const QWidget &dialog)
     return child<QListWidget>(dialog, "listWidget");
 }
 
-inline void addText(QWidget &dialog, const QString &text, int size = 0)
+/// Answers the next dialog that asks for a text.
+inline void typeText(const QString &text, int size = 0)
 {
-    whenModal("TextEditDialog", [&](QWidget &edit) {
+    whenModal("TextEditDialog", [text, size](QWidget &edit) {
         child<QPlainTextEdit>(edit, "plainTextEdit")->setPlainText(text);
         if (size > 0)
             child<QComboBox>(edit, "cbFontSize")->setEditText(QString::number(size));
         press(edit, "btnOK");
     });
+}
+
+inline void addText(QWidget &dialog, const QString &text, int size = 0)
+{
+    typeText(text, size);
     press(dialog, "btnAddTextWM");
 }
 

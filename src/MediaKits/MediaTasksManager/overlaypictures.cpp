@@ -11,9 +11,11 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QImageReader>
+#include <QPainter>
 #include <QRectF>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -21,8 +23,10 @@ const QString filterKey = QStringLiteral("filter");
 const QString rectKey = QStringLiteral("rect");
 const QString fontKey = QStringLiteral("font");
 const QString imageKey = QStringLiteral("imagefile");
-// Larger ones than this side take more memory than a text on a film is worth.
+// Larger pictures take more memory than a text on a film is worth; the largest films have as many
+// pixels.
 constexpr int longestSide = 16384;
+constexpr double mostPixels = 8192.0 * 4320;
 
 bool isOf(const QVariantMap &overlay, const char *filter)
 {
@@ -36,8 +40,16 @@ int evenNear(double value)
 
 QSize evenSize(const QSizeF &size)
 {
-    const auto even = [](double side) { return std::clamp(evenNear(side), 2, longestSide); };
-    return {even(size.width()), even(size.height())};
+    return {std::max(evenNear(size.width()), 2), std::max(evenNear(size.height()), 2)};
+}
+
+// In its own shape.
+QSize boundedSize(const QSizeF &size)
+{
+    const double longest = std::max({size.width(), size.height(), 1.0});
+    const double pixels = std::max(size.width() * size.height(), 1.0);
+    const double factor = std::min({1.0, longestSide / longest, std::sqrt(mostPixels / pixels)});
+    return evenSize(size * factor);
 }
 
 // Pictures can be laid over others by even pixels only, and are cut to even sizes: the nearest are
@@ -45,6 +57,33 @@ QSize evenSize(const QSizeF &size)
 QRectF evenRect(const QRectF &rect)
 {
     return {QPointF(evenNear(rect.x()), evenNear(rect.y())), QSizeF(evenSize(rect.size()))};
+}
+
+// What of a text is seen on the picture, if that is known: the rest may be many times as large.
+QRectF seenPart(const QRectF &whole, const QSize &frame)
+{
+    if (frame.isEmpty())
+        return whole;
+    const QRectF seen = whole & QRectF(QPointF(0, 0), evenSize(frame + QSize(1, 1)));
+    return seen.isEmpty() ? QRectF(whole.topLeft(), QSizeF(2, 2)) : seen;
+}
+
+QImage painted(const Lettering &lettering, const QRectF &whole, const QRectF &part,
+               const QSize &pixels)
+{
+    if (part == whole)
+        return lettering.picture(pixels);
+    QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    const QSize own = lettering.size();
+    QPainter painter(&image);
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing |
+                           QPainter::SmoothPixmapTransform);
+    painter.scale(pixels.width() / part.width(), pixels.height() / part.height());
+    painter.translate(whole.topLeft() - part.topLeft());
+    painter.scale(whole.width() / own.width(), whole.height() / own.height());
+    lettering.paint(painter);
+    return image;
 }
 
 // The letters are laid out at the size that was chosen, and fill the rectangle.
@@ -57,13 +96,16 @@ QVariantMap textAsPicture(QVariantMap overlay, FileAliases &aliases)
                               overlay.value(QStringLiteral("fontcolor")).value<QColor>(),
                               Lettering::roomyInset(font)};
     const QRectF rect = overlay.value(rectKey).toRectF();
-    const QSize size = evenSize(rect.isEmpty() ? QSizeF(lettering.size()) : rect.size());
-    const QString file = aliases.forImage(lettering.picture(size));
+    const QSizeF size = rect.isEmpty() ? QSizeF(lettering.size()) : rect.size();
+    const QRectF whole = evenRect(QRectF(rect.topLeft(), size));
+    const QRectF part = seenPart(whole, overlay.value(frameKey).toSize());
+    const QSize pixels = boundedSize(part.size());
+    const QString file = aliases.forImage(painted(lettering, whole, part, pixels));
     if (file.isEmpty())
         return overlay;
     overlay[filterKey] = QStringLiteral("watermark");
     overlay[imageKey] = file;
-    overlay[rectKey] = evenRect(QRectF(rect.topLeft(), size));
+    overlay[rectKey] = QRectF(part.topLeft(), pixels);
     return overlay;
 }
 
@@ -92,7 +134,7 @@ QVariantMap withReadablePicture(QVariantMap overlay, FileAliases &aliases)
     const bool isTurned = reader.transformation() != QImageIOHandler::TransformationNone;
     if (!reader.format().isEmpty() && (isTurned || !isForFilter(reader.format()))) {
         if (reader.format().startsWith("svg"))
-            reader.setScaledSize(evenSize(overlay.value(rectKey).toRectF().size()));
+            reader.setScaledSize(boundedSize(overlay.value(rectKey).toRectF().size()));
         file = aliases.forImage(reader.read());
     }
     overlay[imageKey] = file.isEmpty() ? aliases.forFilter(path) : file;

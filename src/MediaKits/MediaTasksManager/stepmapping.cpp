@@ -95,11 +95,16 @@ QRect removalArea(const QRectF &rect, const QSize &picture)
     return area;
 }
 
+bool isRemoval(const QVariantMap &overlay)
+{
+    return overlay.value(QStringLiteral("filter")).toString() == QLatin1String("delogo");
+}
+
 // Tells whether anything of the overlay lies in the picture.
 bool mapPlace(QVariantMap &overlay, const PictureMap &way)
 {
     const QRectF rect = overlay.value(rectKey).toRectF();
-    if (overlay.value(QStringLiteral("filter")).toString() == QLatin1String("delogo")) {
+    if (isRemoval(overlay)) {
         const QRect area = removalArea(way.area(rect), way.size());
         overlay[rectKey] = QRectF(area);
         return !area.isEmpty();
@@ -113,13 +118,16 @@ bool mapPlace(QVariantMap &overlay, const PictureMap &way)
         font.setPixelSize(std::max(1, qRound(font.pixelSize() * way.heightFactor())));
         overlay[fontKey] = font;
     }
+    overlay[frameKey] = way.size();
     return place.intersects(QRectF(QPointF(0, 0), way.size()));
 }
 
+// Removals have to be looked at: the filter needs a margin, and something to remove.
 bool staysPut(const QVariantMap &overlay, const PictureMap &way)
 {
     const QRectF whole(QPointF(0, 0), way.size());
-    return way.isIdentity() && whole.contains(overlay.value(rectKey).toRectF());
+    return way.isIdentity() && !isRemoval(overlay) &&
+           whole.contains(overlay.value(rectKey).toRectF());
 }
 
 void mapOverlays(ConvertTaskParam &step)

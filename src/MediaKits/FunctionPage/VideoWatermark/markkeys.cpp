@@ -12,10 +12,16 @@ namespace {
 constexpr int farStep = 10;     // picture pixels
 constexpr int pasteOffset = 16; // picture pixels
 
-QVariantMap &clipboard()
+struct Copied
 {
-    static QVariantMap map;
-    return map;
+    QVariantMap map;
+    MarkedPicture picture; // that it was copied from
+};
+
+Copied &clipboard()
+{
+    static Copied copied;
+    return copied;
 }
 
 QPoint directionOf(int key)
@@ -46,20 +52,18 @@ bool moveMark(MarkSet &marks, const QKeyEvent &event)
     return true;
 }
 
-void copyMark(const MarkSet &marks)
+void copyMark(const MarkSet &marks, const MarkedPicture &picture)
 {
     if (const Mark mark = marks.current())
-        clipboard() = *mark;
+        clipboard() = {*mark, picture};
 }
 
 void pasteMark(MarkSet &marks, const MarkedPicture &picture)
 {
-    QVariantMap map = clipboard();
-    if (map.isEmpty())
+    const Copied &copied = clipboard();
+    if (copied.map.isEmpty())
         return;
-    const int length = picture.durationMs;
-    map[MarkKey::startTime] = std::min(map.value(MarkKey::startTime).toInt(), length - 1);
-    map[MarkKey::endTime] = std::min(map.value(MarkKey::endTime).toInt(), length);
+    QVariantMap map = marksFor({copied.map}, copied.picture, picture).first().toMap();
     QRectF rect = map.value(MarkKey::rect).toRectF();
     const QSizeF room = QSizeF(picture.size) - rect.size();
     rect.moveTo(std::clamp(rect.x() + pasteOffset, 0.0, std::max(0.0, room.width())),

@@ -12,7 +12,9 @@ class QKeyEvent;
 bool moveMark(MarkSet &marks, const QKeyEvent &event);
 
 /// Keeps a copy of it, for other videos too.
-void copyMark(const MarkSet &marks);
+/// @param picture that it lies on
+void copyMark(const MarkSet &marks, const MarkedPicture &picture);
 
-/// Adds the copy that was kept, beside the place that it was copied from and inside the picture.
+/// Adds the copy that was kept, placed on this picture, beside the place that it was copied from
+/// and inside the picture.
 void pasteMark(MarkSet &marks, const MarkedPicture &picture);

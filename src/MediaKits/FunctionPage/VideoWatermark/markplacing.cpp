@@ -63,6 +63,23 @@ QRectF movedRect(QVariantMap &mark, const MarkedPicture &from, const MarkedPictu
         size.width(), size.height()};
 }
 
+// ms; unknown lengths leave the times as they are.
+void moveTimes(QVariantMap &mark, int fromMs, int toMs)
+{
+    const int start = mark.value(MarkKey::startTime).toInt();
+    const int end = mark.value(MarkKey::endTime).toInt();
+    if (end <= 0 || (fromMs > 0 && start <= 0 && end >= fromMs)) {
+        mark[MarkKey::startTime] = 0;
+        mark[MarkKey::endTime] = toMs;
+    } else if (toMs > 0) {
+        const bool lastsToEnd = fromMs > 0 && end >= fromMs;
+        const int length = std::max(end - start, 0);
+        mark[MarkKey::endTime] = lastsToEnd ? toMs : std::min(end, toMs);
+        if (start >= toMs)
+            mark[MarkKey::startTime] = std::max(toMs - length, 0);
+    }
+}
+
 } // namespace
 
 MarkedPicture markedPicture(const MediaInfoData &info)
@@ -85,8 +102,7 @@ QVariantList marksFor(const QVariantList &marks, const MarkedPicture &from, cons
         const bool isSame = from.size == to.size && qFuzzyCompare(from.pixelAspect, to.pixelAspect);
         if (!isSame && !from.size.isEmpty() && !to.size.isEmpty())
             mark[MarkKey::rect] = movedRect(mark, from, to);
-        if (mark.value(MarkKey::endTime).toInt() >= from.durationMs && from.durationMs > 0)
-            mark[MarkKey::endTime] = to.durationMs;
+        moveTimes(mark, from.durationMs, to.durationMs);
         placed += mark;
     }
     return placed;

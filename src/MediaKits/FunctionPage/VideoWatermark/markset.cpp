@@ -76,7 +76,8 @@ void MarkSet::setMarks(const QVariantList &marks)
         if (!mark || !isKnown(*mark))
             continue;
         const QString picture = mark->value(MarkKey::imagefile).toString();
-        const bool hasPicture = picture.isEmpty() || !QPixmap(picture).isNull();
+        const bool hasPicture =
+            picture.isEmpty() || !WatermarkMaskAdapter::uprightPicture(picture).isNull();
         append(mark, hasPicture ? makeBox(*mark) : nullptr);
     }
 }
@@ -97,7 +98,9 @@ void MarkSet::append(const Mark &mark, WatermarkMaskAdapterItem *box)
     if (box) {
         showInBox(box, *mark, *mark);
         const QRectF rect = mark->value(MarkKey::rect).toRectF();
-        if (!rect.isNull())
+        if (rect.isNull())
+            mark->insert(MarkKey::rect, m_mask->itemRect(box));
+        else
             m_mask->setItemRect(box, rect);
     }
     onCurrentChanged();
@@ -152,13 +155,22 @@ void MarkSet::apply(const QVariantMap &part)
     const Mark mark = current();
     if (!mark)
         return;
-    for (auto key = part.begin(); key != part.end(); ++key)
+    QVariantMap changed;
+    for (auto key = part.begin(); key != part.end(); ++key) {
+        if (mark->value(key.key()) != key.value())
+            changed.insert(key.key(), key.value());
+    }
+    if (changed.isEmpty())
+        return;
+    for (auto key = changed.begin(); key != changed.end(); ++key)
         mark->insert(key.key(), key.value());
     if (WatermarkMaskAdapterItem *box = currentBox())
-        showInBox(box, *mark, part);
+        showInBox(box, *mark, changed);
     widgetOf(m_list->currentItem())->refresh();
-    const bool isTyped = part.contains(MarkKey::text);
-    emit edited(isTyped ? QString() : part.firstKey() + QString::number(m_list->currentRow()));
+    const QString name =
+        QStringList(changed.keys()).join(u' ') + QString::number(m_list->currentRow());
+    // A dialog's outcome is a step of its own.
+    emit edited(part.contains(MarkKey::font) ? QString() : name);
 }
 
 void MarkSet::showInBox(WatermarkMaskAdapterItem *box, const QVariantMap &map,
@@ -217,10 +229,12 @@ void MarkSet::showAt(int ms)
     for (int i = 0; i < m_list->count(); ++i) {
         const QListWidgetItem *item = m_list->item(i);
         const Mark mark = markOf(item);
-        if (mark && boxOf(item)) {
-            m_mask->setItemVisible(boxOf(item), mark->value(MarkKey::startTime).toInt() <= ms &&
-                                                    ms <= mark->value(MarkKey::endTime).toInt());
-        }
+        if (!mark || !boxOf(item))
+            continue;
+        const int start = mark->value(MarkKey::startTime).toInt();
+        const int end = mark->value(MarkKey::endTime).toInt();
+        // Without an end it lasts for the whole film, as it does in the file.
+        m_mask->setItemVisible(boxOf(item), end <= 0 || (start <= ms && ms <= end));
     }
 }
 

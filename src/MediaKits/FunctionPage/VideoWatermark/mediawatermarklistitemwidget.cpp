@@ -8,8 +8,22 @@
 
 namespace {
 
+struct OtherMarks
+{
+    QVariantList marks; // plain maps
+    MarkedPicture picture;
+};
+
+} // namespace
+
+Q_DECLARE_METATYPE(OtherMarks)
+
+namespace {
+
 // Data of the row's item: the marks as the editor takes them.
 constexpr int marksRole = Qt::UserRole + 10;
+// Marks of another row, as long as nobody knows what they are to be placed on.
+constexpr int waitingRole = Qt::UserRole + 11;
 
 TaskRowWidget::Kind watermarkRows()
 {
@@ -56,11 +70,33 @@ void MediaWatermarkListItemWidget::adoptEdited(const TaskRowWidget &edited)
 {
     const auto &other = static_cast<const MediaWatermarkListItemWidget &>(edited);
     const auto from = other.sourceInfo();
-    const auto to = sourceInfo();
-    if (from && to) {
-        const QVariantList marks = plainMarks(other.item().data(marksRole).toList());
-        setMarks(sharedMarks(marksFor(marks, markedPicture(*from), markedPicture(*to))));
-    }
+    if (!from)
+        return;
+    const QVariantList marks = plainMarks(other.item().data(marksRole).toList());
+    RowItem row = item();
+    row.setData(waitingRole, QVariant::fromValue(OtherMarks{marks, markedPicture(*from)}));
+    if (const auto to = sourceInfo())
+        placeWaiting(*to);
+    else
+        // For a start that comes before the probe.
+        param().videoFilters = marks;
+}
+
+void MediaWatermarkListItemWidget::keepSource(const QSharedPointer<MediaInfoData> &info)
+{
+    VideoRowWidget::keepSource(info);
+    placeWaiting(*info);
+}
+
+void MediaWatermarkListItemWidget::placeWaiting(const MediaInfoData &info)
+{
+    RowItem row = item();
+    const QVariant waiting = row.data(waitingRole);
+    if (!waiting.isValid())
+        return;
+    const auto other = waiting.value<OtherMarks>();
+    row.setData(waitingRole, {});
+    setMarks(sharedMarks(marksFor(other.marks, other.picture, markedPicture(info))));
 }
 
 void MediaWatermarkListItemWidget::setMarks(const QVariantList &marks)

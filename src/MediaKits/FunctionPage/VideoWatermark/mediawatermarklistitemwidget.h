@@ -18,8 +18,11 @@ public slots:
 
 protected:
     void connectForm(TaskRowForm &form) override;
+    void keepSource(const QSharedPointer<MediaInfoData> &info) override;
 
 private:
     /// @param marks shared maps, as the editor gives them
     void setMarks(const QVariantList &marks);
+    /// Marks of another row that came before this one's source was known.
+    void placeWaiting(const MediaInfoData &info);
 };

@@ -3,6 +3,7 @@
 
 #include "controls/runmodal.h"
 #include "MediaKits/AppInstance/LocalStore/watermarktemplates.h"
+#include "MediaKits/FunctionPage/Framework/Dialogs/mediamessagebox.h"
 #include "MediaKits/FunctionPage/VideoWatermark/markjson.h"
 #include "MediaKits/FunctionPage/VideoWatermark/templatenamedialog.h"
 
@@ -32,19 +33,31 @@ TemplateMenu::TemplateMenu(bool canSave, QWidget *parent) : QMenu(parent)
         addAction(menuText(name), this, [this, name] { emit chosen(name); });
     if (!names.isEmpty())
         addSeparator();
-    addAction(tr("存为模板…"), this, &TemplateMenu::askName)->setEnabled(canSave);
+    addAction(tr("存为模板…"), this, &TemplateMenu::savingWanted)->setEnabled(canSave);
     QMenu *removal = addMenu(tr("删除模板"));
     removal->setEnabled(!names.isEmpty());
     for (const QString &name : names)
-        removal->addAction(menuText(name), [name] { WatermarkTemplates::instance().remove(name); });
+        removal->addAction(menuText(name), this, [this, name] { emit removalWanted(name); });
 }
 
-void TemplateMenu::askName()
+QString askTemplateName(QWidget *parent)
 {
-    const auto name = runModal(new TemplateNameDialog(parentWidget()),
+    const auto name = runModal(new TemplateNameDialog(parent),
                                [](const TemplateNameDialog &dialog) { return dialog.name(); });
-    if (name && !name->isEmpty())
-        emit nameGiven(*name);
+    if (!name || name->isEmpty())
+        return {};
+    const bool mayTake =
+        !WatermarkTemplates::instance().names().contains(*name) ||
+        MediaMessageBox::ask(TemplateMenu::tr("提示"),
+                             TemplateMenu::tr("已有模板“%1”，要替换它吗？").arg(*name), parent);
+    return mayTake ? *name : QString();
+}
+
+void askAndRemoveTemplate(const QString &name, QWidget *parent)
+{
+    if (MediaMessageBox::ask(TemplateMenu::tr("提示"),
+                             TemplateMenu::tr("确定删除模板“%1”吗？").arg(name), parent))
+        WatermarkTemplates::instance().remove(name);
 }
 
 void saveTemplate(const QString &name, const QVariantList &marks, const MarkedPicture &picture)

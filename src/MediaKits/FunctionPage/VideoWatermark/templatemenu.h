@@ -16,12 +16,16 @@ public:
 
 signals:
     void chosen(const QString &name);
-    /// The present marks are to be saved under this name.
-    void nameGiven(const QString &name);
-
-private:
-    void askName();
+    /// The present marks are to be saved as one.
+    void savingWanted();
+    void removalWanted(const QString &name);
 };
+
+/// Asks for the name of a new template, and whether it may replace one of that name.
+/// @return empty when the user cancelled, or the parent has gone
+QString askTemplateName(QWidget *parent);
+/// Removes a template if the user is sure.
+void askAndRemoveTemplate(const QString &name, QWidget *parent);
 
 /// @param marks plain maps
 void saveTemplate(const QString &name, const QVariantList &marks, const MarkedPicture &picture);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/VideoWatermark/texteditdialog.h"
 
+#include "controls/runmodal.h"
 #include "platform/fontfile.h"
 #include "ui_texteditdialog.h"
 
@@ -87,9 +88,12 @@ void TextEditDialog::showSample()
 
 void TextEditDialog::on_WBtnColor_clicked()
 {
-    const QColor chosen = QColorDialog::getColor(Qt::white, this, tr("颜色对话框"));
-    if (chosen.isValid())
-        setColor(chosen);
+    auto *dialog = new QColorDialog(Qt::white, this);
+    dialog->setWindowTitle(tr("颜色对话框"));
+    const auto chosen =
+        runModal(dialog, [](const QColorDialog &colors) { return colors.selectedColor(); });
+    if (chosen && chosen->isValid())
+        setColor(*chosen);
 }
 
 void TextEditDialog::on_btnReset_clicked()

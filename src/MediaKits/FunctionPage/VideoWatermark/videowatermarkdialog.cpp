@@ -21,8 +21,11 @@
 #include <QImageReader>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QPointer>
 #include <QSignalBlocker>
 #include <QTimer>
+
+#include <algorithm>
 
 namespace {
 
@@ -213,8 +216,9 @@ void VideoWatermarkDialog::on_btnAddTextWM_clicked()
 
 void VideoWatermarkDialog::on_btnAddImageWM_clicked()
 {
+    const QPointer<VideoWatermarkDialog> alive(this);
     const QString path = FileChooser::chooseFile(this, {tr("图片文件"), pictureFilter(), {}});
-    if (path.isEmpty())
+    if (!alive || path.isEmpty())
         return;
     addMark({{MarkKey::filter, MarkFilter::image},
              {MarkKey::imagefile, path},
@@ -236,9 +240,13 @@ void VideoWatermarkDialog::editText()
     dialog->setColor(mark->value(MarkKey::fontcolor).value<QColor>());
     dialog->setTextFont(mark->value(MarkKey::font).value<QFont>());
     dialog->setText(mark->value(MarkKey::text).toString());
-    const auto typed = runModal(dialog, textMap);
-    if (typed && !typed->value(MarkKey::text).toString().isEmpty())
-        m_marks->apply(*typed);
+    auto typed = runModal(dialog, textMap);
+    if (!typed)
+        return;
+    // One without letters would have nothing to be grasped by.
+    if (typed->value(MarkKey::text).toString().isEmpty())
+        typed->remove(MarkKey::text);
+    m_marks->apply(*typed);
 }
 
 void VideoWatermarkDialog::showPanel()
@@ -325,7 +333,7 @@ bool VideoWatermarkDialog::handleKey(const QKeyEvent &event)
 bool VideoWatermarkDialog::handleMarkKey(const QKeyEvent &event)
 {
     if (event.matches(QKeySequence::Copy))
-        copyMark(*m_marks);
+        copyMark(*m_marks, m_picture);
     else if (event.matches(QKeySequence::Paste))
         pasteMark(*m_marks, m_picture);
     else if (event.matches(QKeySequence::Undo))
@@ -342,18 +350,35 @@ void VideoWatermarkDialog::undo()
     const auto before = m_history.back();
     if (!before)
         return;
+    const int row = m_pane->list()->currentRow();
     m_marks->setMarks(sharedMarks(*before));
+    if (row >= 0)
+        m_pane->list()->setCurrentRow(std::min(row, m_pane->list()->count() - 1));
     m_marks->showAt(position());
     showPanel();
 }
 
 void VideoWatermarkDialog::on_btnTemplate_clicked()
 {
-    TemplateMenu menu(!m_marks->marks().isEmpty(), this);
-    connect(&menu, &TemplateMenu::chosen, this, &VideoWatermarkDialog::useTemplate);
-    connect(&menu, &TemplateMenu::nameGiven, this,
-            [this](const QString &name) { saveTemplate(name, plainList(), m_picture); });
-    menu.exec(m_ui->btnTemplate->mapToGlobal(QPoint(0, m_ui->btnTemplate->height())));
+    auto *menu = new TemplateMenu(!m_marks->marks().isEmpty(), this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    // Behind the menu's own work: while a question is open, this dialog may go, and the menu too.
+    connect(menu, &TemplateMenu::chosen, this, &VideoWatermarkDialog::useTemplate,
+            Qt::QueuedConnection);
+    connect(menu, &TemplateMenu::savingWanted, this, &VideoWatermarkDialog::saveAsTemplate,
+            Qt::QueuedConnection);
+    connect(
+        menu, &TemplateMenu::removalWanted, this,
+        [this](const QString &name) { askAndRemoveTemplate(name, this); }, Qt::QueuedConnection);
+    menu->popup(m_ui->btnTemplate->mapToGlobal(QPoint(0, m_ui->btnTemplate->height())));
+}
+
+void VideoWatermarkDialog::saveAsTemplate()
+{
+    const QPointer<VideoWatermarkDialog> alive(this);
+    const QString name = askTemplateName(this);
+    if (alive && !name.isEmpty())
+        saveTemplate(name, plainList(), m_picture);
 }
 
 void VideoWatermarkDialog::useTemplate(const QString &name)

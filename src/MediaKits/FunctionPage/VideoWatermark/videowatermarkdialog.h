@@ -63,6 +63,7 @@ private:
     bool handleMarkKey(const QKeyEvent &event);
     void undo();
     void useTemplate(const QString &name);
+    void saveAsTemplate();
 
     const std::unique_ptr<Ui::VideoWatermarkDialog> m_ui;
     WatermarkMaskAdapter *m_mask;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/VideoWatermark/watermarkfragmentitemwidget.h"
 
+#include "controls/plaintooltip.h"
 #include "MediaKits/FunctionPage/VideoWatermark/mark.h"
 #include "MediaKits/MediaFormats/mediatexts.h"
 #include "ui_watermarkfragmentitemwidget.h"
@@ -22,7 +23,7 @@ void WatermarkFragmentItemWidget::refresh()
     const QVariantMap mark = *m_item->data(MarkRole).value<Mark>();
     const QString text = mark.value(MarkKey::text).toString();
     m_ui->lblText->setFullText(text.simplified());
-    m_ui->lblText->setToolTip(text.toHtmlEscaped());
+    setPlainToolTip(m_ui->lblText, text);
     m_ui->lblTime->setText(timeText(mark.value(MarkKey::startTime).toInt()) + QLatin1Char('-') +
                            timeText(mark.value(MarkKey::endTime).toInt()));
     m_ui->btnEdit->setVisible(mark.value(MarkKey::filter) == QVariant(MarkFilter::text));

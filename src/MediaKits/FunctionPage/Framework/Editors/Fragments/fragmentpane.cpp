@@ -50,8 +50,8 @@ void FragmentPane::addClearButton()
 
 void FragmentPane::clear()
 {
-    while (!isEmpty())
-        delete list()->takeItem(0);
+    if (!isEmpty())
+        list()->model()->removeRows(0, list()->count());
 }
 
 void FragmentPane::setTexts(const QString &title, const QString &empty)

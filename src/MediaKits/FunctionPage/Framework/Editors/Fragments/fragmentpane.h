@@ -80,7 +80,7 @@ public:
     }
 
 public slots:
-    /// Deletes the items, first to last.
+    /// Deletes the items, which the list's model tells of as one removal.
     void clear();
 
 private:

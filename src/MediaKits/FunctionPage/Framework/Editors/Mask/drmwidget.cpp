@@ -5,6 +5,8 @@
 
 #include <QMouseEvent>
 
+#include <utility>
+
 namespace {
 constexpr int edgeWidth = 4;
 constexpr double flattest = 0.2;
@@ -42,6 +44,7 @@ void DrmWidget::mousePressEvent(QMouseEvent *event)
     emit mousePressed();
     const bool left = event->button() == Qt::LeftButton;
     if (left) {
+        m_isHeld = true;
         m_pressed = geometry();
         m_pressOffset = inParent(*event) - m_pressed.topLeft();
     }
@@ -50,7 +53,7 @@ void DrmWidget::mousePressEvent(QMouseEvent *event)
 
 void DrmWidget::mouseMoveEvent(QMouseEvent *event)
 {
-    if (!(event->buttons() & Qt::LeftButton)) {
+    if (!m_isHeld || !(event->buttons() & Qt::LeftButton)) {
         testHit(*event, false);
         return;
     }
@@ -98,7 +101,16 @@ QRect DrmWidget::resized(const QPoint &pointer) const
 void DrmWidget::mouseReleaseEvent(QMouseEvent *event)
 {
     testHit(*event, false);
+    m_isHeld = false;
     emit mouseReleased();
+}
+
+// Nothing tells a hidden widget that the button was released.
+void DrmWidget::hideEvent(QHideEvent *event)
+{
+    QWidget::hideEvent(event);
+    if (std::exchange(m_isHeld, false))
+        emit mouseReleased();
 }
 
 void DrmWidget::moveEvent(QMoveEvent *event)

@@ -32,12 +32,14 @@ signals:
     void mousePressed();
     /// While it is dragged: lines of the parent that it is caught by, none when it is free.
     void snapped(QVector<QLine> guides);
+    /// Also when it is hidden while it is dragged.
     void mouseReleased();
 
 protected:
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
     void moveEvent(QMoveEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
@@ -50,6 +52,7 @@ private:
     QRect resized(const QPoint &pointer) const;
 
     int m_direction = moveDirection;
+    bool m_isHeld = false;
     QPoint m_pressOffset;
     QRect m_pressed; ///< geometry at the press
     double m_aspect = 0.0;

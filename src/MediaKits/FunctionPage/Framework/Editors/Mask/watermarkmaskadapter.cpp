@@ -9,6 +9,7 @@
 #include "MediaKits/FunctionPage/Framework/Editors/Mask/watermarkmaskadapteritem.h"
 #include "MediaKits/FunctionPage/Framework/Editors/Mask/watermarkmaskwidget.h"
 
+#include <QImageReader>
 #include <QTimer>
 
 #include <algorithm>
@@ -33,9 +34,17 @@ TextMaskAdapterItem *WatermarkMaskAdapter::addTextItem()
     return addItem(std::make_unique<TextMaskAdapterItem>(this, m_maskWidget->area()), defaultBox);
 }
 
+QPixmap WatermarkMaskAdapter::uprightPicture(const QString &path)
+{
+    QImageReader reader(path);
+    reader.setDecideFormatFromContent(true);
+    reader.setAutoTransform(true);
+    return QPixmap::fromImageReader(&reader);
+}
+
 WatermarkMaskAdapterItem *WatermarkMaskAdapter::addImageItem(const QString &path)
 {
-    const QPixmap picture(path);
+    const QPixmap picture = uprightPicture(path);
     if (picture.isNull()) {
         MediaMessageBox::showMessage(tr("错误"), tr("无法打开图片"), target()->window());
         return nullptr;
@@ -77,12 +86,11 @@ void WatermarkMaskAdapter::placeNew(WatermarkMaskAdapterItem *item, const QSize 
         m_maskWidget->showGuides(guides);
         showDrawnRegion();
     });
-    QTimer::singleShot(0, box, [this, item, box, size] {
-        // The editor may have placed it meanwhile.
-        if (item->m_rect.isNull())
-            setItemRect(item, QRectF(0, 0, size.width() / pixelAspect(), size.height()));
-        box->setVisible(item->m_visible);
-        showDrawnRegion();
+    setItemRect(item, QRectF(0, 0, size.width() / pixelAspect(), size.height()));
+    // The editor may hide it before it is seen, or have removed it.
+    QTimer::singleShot(0, box, [this, item] {
+        if (has(item))
+            setItemVisible(item, item->m_visible);
     });
 }
 
@@ -133,8 +141,7 @@ void WatermarkMaskAdapter::setItemVisible(WatermarkMaskAdapterItem *item, bool v
     if (!has(item))
         return;
     item->m_visible = visible;
-    // A new one has no place yet.
-    item->widget()->setVisible(visible && !item->m_rect.isNull());
+    item->widget()->setVisible(visible);
     showDrawnRegion();
 }
 
@@ -148,7 +155,10 @@ void WatermarkMaskAdapter::removeItem(WatermarkMaskAdapterItem *item)
     const auto at = m_items.begin() + (place - m_items.cbegin());
     const std::unique_ptr<WatermarkMaskAdapterItem> removed = std::move(*at);
     m_items.erase(at);
+    // It outlives its item by a while.
+    removed->widget()->disconnect(this);
     removed->widget()->hide();
+    m_maskWidget->showGuides({});
     showDrawnRegion();
     emit itemRemoved(item);
 }

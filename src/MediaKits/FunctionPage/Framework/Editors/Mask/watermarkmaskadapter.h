@@ -23,8 +23,10 @@ public:
     explicit WatermarkMaskAdapter(QWidget *target, QObject *parent = nullptr);
     ~WatermarkMaskAdapter() override;
 
-    /// A new box has its place when the event loop has gone round once.
+    /// A new box is in the upper left, and seen when the event loop has gone round once.
     TextMaskAdapterItem *addTextItem();
+    /// As a viewer shows it, turned by what the camera noted; null when it can't be read.
+    static QPixmap uprightPicture(const QString &path);
     /// Null, after a message, when the picture can't be read.
     WatermarkMaskAdapterItem *addImageItem(const QString &path);
     WatermarkMaskAdapterItem *addDelogoItem();

@@ -1,0 +1,213 @@
+// SPDX-License-Identifier: MIT
+#include "watermark/watermarktest.h"
+
+#include "MediaKits/AppInstance/LocalStore/watermarktemplates.h"
+#include "MediaKits/FunctionPage/VideoWatermark/mark.h"
+#include "MediaKits/FunctionPage/VideoWatermark/videowatermarkdialog.h"
+
+#include <QCheckBox>
+#include <QJsonObject>
+#include <QLineEdit>
+#include <QMenu>
+#include <QSpinBox>
+#include <QTextDocument>
+#include <QTimeEdit>
+
+class TestMarkEditing : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        preparePages();
+        makeMedia("-f lavfi -i color=0x206080:s=640x360:r=10:d=4 @"_s, {m_film});
+        QImage logo(120, 60, QImage::Format_ARGB32);
+        logo.fill(Qt::red);
+        QVERIFY(logo.save(m_logo));
+    }
+
+    void panelChangesTheMark()
+    {
+        WatermarkPage test({m_film});
+        test.edit(0, [this](QWidget &dialog) {
+            addImage(dialog, m_logo);
+            QVERIFY(selectedBox(dialog));
+            child<QSlider>(dialog, "sliderOpacity")->setValue(40);
+            QCOMPARE(child<QSpinBox>(dialog, "sbOpacity")->value(), 40);
+            press(dialog, "cbAspectKeep");
+            press(dialog, "btnPlace8");
+            child<QTimeEdit>(dialog, "tedtStart")->setTime(QTime(0, 0, 1));
+            child<QTimeEdit>(dialog, "tedtEnd")->setTime(QTime(0, 0, 3));
+            QTest::keyClick(child(dialog, "csPlayer"), Qt::Key_Z, Qt::ControlModifier);
+            QTRY_COMPARE(child<QLabel>(dialog, "lblTime")->text(), "00:00:01-00:00:04"_s);
+            child<QTimeEdit>(dialog, "tedtEnd")->setTime(QTime(0, 0, 3));
+            QTRY_COMPARE(child<QLabel>(dialog, "lblTime")->text(), "00:00:01-00:00:03"_s);
+            press(dialog, "btnOk");
+        });
+        const QVariantMap mark = test.mark(0, 0);
+        QCOMPARE(mark.value("opacity"_s).toFloat(), 0.4F);
+        QCOMPARE(mark.value("aspectKeep"_s).toBool(), false);
+        QCOMPARE(mark.value("rect"_s).toRectF(), QRectF(520, 300, 120, 60));
+        QCOMPARE(mark.value("startTime"_s).toInt(), 1000);
+        QCOMPARE(mark.value("endTime"_s).toInt(), 3000);
+    }
+
+    void keys()
+    {
+        WatermarkPage test({m_film});
+        test.edit(0, [](QWidget &dialog) {
+            press(dialog, "btnAddDelogo");
+            QWidget *box = selectedBox(dialog);
+            QVERIFY(box);
+            QWidget *player = child(dialog, "csPlayer");
+            const auto type = [player](int key, Qt::KeyboardModifiers with = Qt::NoModifier) {
+                QTest::keyClick(player, Qt::Key(key), with);
+            };
+            type(Qt::Key_Right, Qt::ShiftModifier);
+            type(Qt::Key_Down);
+            type(Qt::Key_Up, Qt::ShiftModifier); // no further than the edge
+            type(Qt::Key_C, Qt::ControlModifier);
+            type(Qt::Key_V, Qt::ControlModifier);
+            QCOMPARE(markList(dialog)->count(), 2);
+            type(Qt::Key_Delete);
+            QCOMPARE(markList(dialog)->count(), 1);
+            type(Qt::Key_Z, Qt::ControlModifier);
+            QCOMPARE(markList(dialog)->count(), 2);
+            markList(dialog)->setCurrentRow(0);
+            type(Qt::Key_Down);
+            type(Qt::Key_Z, Qt::ControlModifier);
+            QCOMPARE(markList(dialog)->currentRow(), 0);
+            press(dialog, "btnClear");
+            QCOMPARE(markList(dialog)->count(), 0);
+            type(Qt::Key_Z, Qt::ControlModifier);
+            QCOMPARE(markList(dialog)->count(), 2);
+            type(Qt::Key_Z, Qt::ControlModifier);
+            QCOMPARE(markList(dialog)->count(), 1);
+            press(dialog, "btnOk");
+        });
+        QCOMPARE(test.mark(0, 0).value("rect"_s).toRectF(), QRectF(10, 0, 160, 120));
+    }
+
+    void timesInAnotherFilm()
+    {
+        const auto moved = [](int start, int end, int from, int to) {
+            const QVariantMap mark{{"startTime"_s, start}, {"endTime"_s, end}};
+            const QVariantMap placed =
+                marksFor({mark}, {{}, 1.0, from}, {{}, 1.0, to}).first().toMap();
+            return QPoint(placed["startTime"_s].toInt(), placed["endTime"_s].toInt());
+        };
+        QCOMPARE(moved(0, 60, 60, 5), QPoint(0, 5));
+        QCOMPARE(moved(2, 60, 60, 5), QPoint(2, 5));
+        QCOMPARE(moved(3, 20, 60, 5), QPoint(3, 5));
+        QCOMPARE(moved(10, 12, 60, 5), QPoint(3, 5));
+        QCOMPARE(moved(10, 30, 60, 5), QPoint(0, 5));
+        QCOMPARE(moved(58, 60, 60, 5), QPoint(3, 5));
+        QCOMPARE(moved(50, 60, 60, 90), QPoint(50, 90));
+        // Of an unknown length.
+        QCOMPARE(moved(0, 60, 60, 0), QPoint(0, 0));
+        QCOMPARE(moved(3, 20, 60, 0), QPoint(3, 20));
+        QCOMPARE(moved(0, 0, 0, 5), QPoint(0, 5));
+    }
+
+    void textThatIsEditedToNothing()
+    {
+        WatermarkPage test({m_film});
+        test.edit(0, [](QWidget &dialog) {
+            addText(dialog, "a & <b>b</b>"_s);
+            QTextDocument tip;
+            tip.setHtml(child<QLabel>(dialog, "lblText")->toolTip());
+            QCOMPARE(tip.toPlainText(), "a & <b>b</b>"_s);
+            typeText({}, 50);
+            press(dialog, "btnEdit");
+            press(dialog, "btnOk");
+        });
+        QCOMPARE(test.mark(0, 0).value("text"_s).toString(), "a & <b>b</b>"_s);
+        QCOMPARE(test.mark(0, 0).value("font"_s).value<QFont>().pixelSize(), 50);
+    }
+
+    // The end of a film whose length is unknown.
+    void markWithoutEnd()
+    {
+        WatermarkPage test({m_film});
+        test.edit(0, [](QWidget &dialog) {
+            const QVariantMap mark{{"filter"_s, "delogo"_s},
+                                   {"rect"_s, QRectF(0, 0, 90, 90)},
+                                   {"opacity"_s, 1.0},
+                                   {"startTime"_s, 9},
+                                   {"endTime"_s, 0}};
+            static_cast<VideoWatermarkDialog &>(dialog).setMarks(sharedMarks({mark}));
+            QVERIFY(selectedBox(dialog));
+            QTest::keyClick(child(dialog, "csPlayer"), Qt::Key_Right);
+            QVERIFY(selectedBox(dialog));
+        });
+    }
+
+    void templatesInAnotherRun()
+    {
+        WatermarkPage test({m_film});
+        test.edit(0, [this](QWidget &dialog) {
+            addText(dialog, "一"_s);
+            press(dialog, "btnPlace8");
+            const auto save = [&dialog] {
+                bool named = false;
+                whenModal("TemplateNameDialog", [&named](QWidget &names) {
+                    child<QLineEdit>(names, "editName")->setText("节日 & a"_s);
+                    named = true;
+                    press(names, "btnOK");
+                });
+                fromMenu(dialog, [](const QMenu &menu) {
+                    return menu.actions().at(menu.actions().size() - 2);
+                });
+                QTRY_VERIFY(named);
+            };
+            save();
+            QTRY_COMPARE(WatermarkTemplates::instance().names().size(), 1);
+            // One that is there is replaced or removed only by one who is sure.
+            const QJsonObject first = WatermarkTemplates::instance().value("节日 & a"_s);
+            press(dialog, "btnPlace0");
+            int asked = 0;
+            const auto refuse = [&asked](QWidget &box) {
+                ++asked;
+                press(box, "btnCancel");
+            };
+            whenModal("MediaMessageBox", refuse);
+            save();
+            QTRY_COMPARE(asked, 1);
+            whenModal("MediaMessageBox", refuse);
+            fromMenu(dialog, [](const QMenu &menu) {
+                return menu.actions().last()->menu()->actions().first();
+            });
+            QTRY_COMPARE(asked, 2);
+            QCOMPARE(WatermarkTemplates::instance().value("节日 & a"_s), first);
+        });
+        WatermarkTemplates again;
+        QCOMPARE(again.names(), QStringList("节日 & a"_s));
+        test.edit(0, [](QWidget &dialog) {
+            fromMenu(dialog, [](const QMenu &menu) { return menu.actions().first(); });
+            QTRY_COMPARE(markList(dialog)->count(), 1);
+            press(dialog, "btnOk");
+        });
+        const QRectF rect = test.mark(0, 0).value("rect"_s).toRectF();
+        QCOMPARE(rect.bottomRight(), QPointF(640, 360));
+        QCOMPARE(test.mark(0, 0).value("font"_s).value<QFont>().pixelSize(), 36);
+    }
+
+private:
+    template<class Find>
+    static void fromMenu(QWidget &dialog, Find find)
+    {
+        press(dialog, "btnTemplate");
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        QVERIFY(menu);
+        find(*menu)->trigger();
+        menu->close();
+    }
+
+    QTemporaryDir m_folder;
+    const QString m_film = m_folder.filePath("film.mp4"_s);
+    const QString m_logo = m_folder.filePath("logo.png"_s);
+};
+
+QTEST_MAIN(TestMarkEditing)
+#include "tst_markediting.moc"
