@@ -2,6 +2,7 @@
 #include "controls/elidedlabel.h"
 #include "MediaKits/FunctionPage/VideoBeautify/mediabeautifyfunctionpage.h"
 #include "MediaKits/Player/MPVPlayer/mpvplayer.h"
+#include "player/mpvpeer.h"
 #include "support/casename.h"
 #include "support/pagetest.h"
 
@@ -101,7 +102,6 @@ private slots:
         test.edit(0, [](QWidget &dialog) {
             setSpeed(dialog, 2.0);
             press(dialog, "btnRotateCW");
-            // It asks before anything is lost.
             QTimer::singleShot(0, &dialog, [&dialog] { press(dialog, "btnCancel"); });
             QTRY_VERIFY(!dialog.isVisible());
         });
@@ -173,6 +173,26 @@ private slots:
         VideoBeautyParam flipped;
         flipped.vflip = true;
         QVERIFY(isSameLook(*test.look(0), flipped));
+    }
+
+    // The player turns a tagged film behind all filters: a flip is seen as the other then.
+    void turnedFilms()
+    {
+        for (const int tag : {0, 90, 180, 270}) {
+            const CaseName inCase(QByteArray::number(tag).constData());
+            const QString film = m_folder.filePath("tag%1.mp4"_s.arg(tag));
+            makeMedia("-i @ -c copy -metadata:s:v rotate=%1 @"_s.arg(tag), {m_film, film});
+            BeautyPage test({film});
+            test.edit(0, [tag](QWidget &dialog) {
+                MpvPeer peer(dialog.findChild<MPVPlayer *>()->ipcServerName());
+                press(dialog, "cbHFlip");
+                QString graph;
+                QTRY_VERIFY((graph = QString::fromUtf8(
+                                 QJsonDocument(peer.property("vf").toArray()).toJson()))
+                                .contains("flip"_s));
+                QCOMPARE(graph.contains("vflip"_s), tag % 180 != 0);
+            });
+        }
     }
 
     // The keyboard alone; reaching the looks chooses none.

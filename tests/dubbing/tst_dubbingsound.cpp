@@ -53,6 +53,9 @@ private slots:
         makeMedia("-f lavfi -i sine=%1:r=48000:d=60 -ac 2 @"_s.arg(longTone), {media("long.ogg")});
         makeMedia("-f lavfi -i testsrc2=s=64x48:r=25:d=10 -c:v libx264 -pix_fmt yuv420p @"_s,
                   {media("silent.mp4")});
+        makeMedia("-f lavfi -i testsrc2=s=64x48:r=25:d=40 -f lavfi -i sine=%1:d=40 -ac 2 @"_s.arg(
+                      filmTone),
+                  {media("longer.mp4")});
     }
 
     // A factor is a factor, whatever else is heard: before, while and after another sound.
@@ -225,9 +228,6 @@ private slots:
     void theExcerptIsThatPart()
     {
         const QVariantList pieces{music("short.mp3", 1000, 0.8F), music("long.ogg", 4300, 0.5F)};
-        makeMedia("-f lavfi -i testsrc2=s=64x48:r=25:d=40 -f lavfi -i sine=%1:d=40 -ac 2 @"_s.arg(
-                      filmTone),
-                  {media("longer.mp4")});
         const HeardSound whole(dubbed("longer.mp4", pieces));
         for (const int fromMs : {0, 2600, 39000}) {
             ConvertTaskParam *param = record("longer.mp4", pieces);
@@ -240,6 +240,27 @@ private slots:
                      qPrintable(QString::number(fromMs)));
             QVERIFY(isNear(heard.level(filmTone, 1, 8), whole.level(filmTone, 1, 8)));
         }
+    }
+
+    // Music that the excerpt ends in the middle of fades only where the whole does.
+    void theExcerptFadesAsTheWhole()
+    {
+        const QScopedPointer<ConvertTaskParam> param(
+            record("longer.mp4", {music("short.mp3", 11500)}));
+        auto *excerpt = new ConvertTaskParam(dubbingExcerpt(*param, 2000, 10000));
+        const double end = (excerpt->timeRange->end - excerpt->timeRange->start) / 1000.0;
+        const HeardSound heard(converted(excerpt));
+        QVERIFY(isNear(heard.level(shortTone, end - 0.05, end - 0.01),
+                       heard.level(shortTone, end - 0.9, end - 0.5)));
+    }
+
+    void otherFiltersStayAsTheyAre()
+    {
+        const QScopedPointer<ConvertTaskParam> param(record("film.mp4", {music("short.mp3", 0)}));
+        const QVariant other = QVariantMap{{"filter"_s, "volume"_s}, {"volume"_s, 2.0}};
+        param->audioFilters += other;
+        mapDubbing(*param);
+        QCOMPARE(param->audioFilters.last(), other);
     }
 
 private:

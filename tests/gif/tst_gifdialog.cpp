@@ -216,6 +216,15 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(shown(dialog, "lblGifBytes"), "无法估算"_s, estimateLimitMs);
     }
 
+    // A second tells nothing of a whole whose length isn't known; nothing is converted in vain.
+    void noLength()
+    {
+        MutiGifCutDialog dialog;
+        dialog.showMedium(m_film, infoOf({320, 240}, 0));
+        QTRY_COMPARE_WITH_TIMEOUT(shown(dialog, "lblGifBytes"), "无法估算"_s, estimateLimitMs);
+        QCOMPARE(sampleFolders(), QStringList());
+    }
+
     void warnsOfLargeFiles()
     {
         MutiGifCutDialog dialog;

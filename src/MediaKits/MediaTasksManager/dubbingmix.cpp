@@ -64,12 +64,12 @@ void shapeMix(SoundMix &mix, const ConvertTaskParam &step)
         mix.sampleRate = std::max(sound.sampleRate, leastSampleRate);
 }
 
-// Music that goes on behind the end fades out there, unless it is told where already.
+// Music that goes on behind the end fades out there, unless its fade is told already.
 void addFade(QVariantMap &music, int startMs, int endMs)
 {
     const int ownMs = music.value(QStringLiteral("duration")).toInt();
     const bool endsBefore = ownMs > 0 && startMs + ownMs <= endMs;
-    if (endMs <= 0 || endsBefore || music.contains(fadeAtKey))
+    if (endMs <= 0 || endsBefore || music.contains(fadeKey))
         return;
     const int fadeMs = std::min(longestFadeMs, endMs / fadeShare);
     music[fadeAtKey] = endMs - fadeMs;
@@ -98,6 +98,8 @@ void changeMusics(ConvertTaskParam &param, Change change)
 {
     for (QVariant &entry : param.audioFilters) {
         QVariantMap dubbing = entry.toMap();
+        if (!isDubbing(dubbing))
+            continue;
         QVariantList heard;
         for (const QVariant &given : dubbing.value(musicsKey).toList()) {
             QVariantMap music = given.toMap();
@@ -158,13 +160,16 @@ ConvertTaskParam dubbingExcerpt(const ConvertTaskParam &param, int fromMs, int l
     // Where the whole fades, which the excerpt doesn't see.
     changeMusics(excerpt, [&param](QVariantMap &music) {
         addFade(music, music.value(startKey).toInt(), filmMs(param));
+        if (!music.contains(fadeKey))
+            music[fadeKey] = 0;
         return true;
     });
     // Whole seconds, which the command tells exactly; early enough to hold a fade as a whole.
     const int filmEnd = filmMs(param);
     const int latest = filmEnd > 0 ? std::max(filmEnd - lengthMs, 0) : fromMs;
     const int start = std::min(fromMs, latest) / secondMs * secondMs;
-    const int end = filmEnd > 0 ? std::min(start + lengthMs + secondMs, filmEnd) : start + lengthMs;
+    const int longest = start + lengthMs + secondMs;
+    const int end = filmEnd > 0 ? std::min(longest, filmEnd) : longest;
     excerpt.timeRange = QSharedPointer<TimeSpan>::create(TimeSpan{start, end});
     return excerpt;
 }

@@ -15,7 +15,8 @@ QStringList musicFiles(const ConvertTaskParam &param);
 void mapDubbing(ConvertTaskParam &step);
 
 /// What a conversion would sound like for some seconds, as a conversion of its own into a WAV file.
-/// @param fromMs where it is to begin in the source; near the end it begins earlier
-/// @param lengthMs of the excerpt at most
-/// @return `timeRange` tells which part it is; folder and name of the file are left to the caller
+/// @param fromMs what is to be heard of the source begins there
+/// @param lengthMs of what is to be heard
+/// @return `timeRange` tells which part it is: it begins up to a second earlier, and near the end
+///     `lengthMs` before that; folder and name of the file are left to the caller
 ConvertTaskParam dubbingExcerpt(const ConvertTaskParam &param, int fromMs, int lengthMs);

@@ -22,8 +22,9 @@ void LoudnessScan::measureNext()
         return;
     const QString file = m_waiting.first();
     m_runner = std::make_unique<LoudnessProcessor>(file);
-    const auto ended = [this, file] {
-        if (!m_runner->isFinal())
+    // Reports of the runner before may still come.
+    const auto ended = [this, file, runner = m_runner.get()] {
+        if (m_runner.get() != runner || !runner->isFinal())
             return;
         m_known.insert(file, m_runner->loudness());
         m_waiting.removeOne(file);

@@ -4,11 +4,10 @@
 #include "MediaKits/MediaTasksManager/converttaskparam.h"
 #include "MediaKits/MediaTasksManager/mediatask.h"
 
-#include <QTemporaryDir>
-
 #include <memory>
 
 class CSVideoPlayer;
+class WorkFolder;
 
 /// Lets the user hear some seconds of a mix in a running preview. The sound is made by the same
 /// way as the result's and only then given to the player: what is heard is what the file will hold.
@@ -19,7 +18,7 @@ class MixPreview : public QObject
 public:
     enum State { Off, Preparing, Playing };
 
-    /// How much is heard, in ms.
+    /// How much is heard at most, in ms.
     static constexpr int lengthMs = 10000;
 
     /// @param player outlives the preview
@@ -27,34 +26,41 @@ public:
     ~MixPreview() override;
 
     /// Prepares the mix of a conversion and plays it.
-    /// @param fromMs where it is to begin
+    /// @param fromMs where it is to begin; at the film's end, a second is heard
     void start(const ConvertTaskParam &param, int fromMs);
     /// Gives the video its own sound back.
     void stop();
     State state() const { return m_state; }
 
-    /// Tells where the preview stands, in ms: outside the excerpt it ends.
-    void follow(int positionMs);
-
 signals:
     void stateChanged(State state);
     /// The preview is to play from there, in ms.
     void begins(int fromMs);
-    /// The excerpt has been heard.
+    /// It has been heard, or the preview has gone elsewhere.
     void ended();
     /// There is nothing to hear, for this reason.
     void failed(const QString &cause);
 
 private:
     void onTaskState(MediaTask::State taskState);
+    void expectBegin(int beforeMs);
+    void onProgress();
     void play();
+    void give();
+    void takeBack();
+    bool beginsAnew(int toldMs) const;
     void setState(State state);
 
     CSVideoPlayer *const m_player;
     State m_state = Off;
-    TimeSpan m_span;         // of the excerpt
-    int m_ownSounds = 0;     // which the player counts from 1
-    bool m_hasBegun = false; // reports from before the jump come late
-    std::unique_ptr<QTemporaryDir> m_folder;
+    TimeSpan m_made;  // the excerpt
+    TimeSpan m_heard; // the part of it that is played
+    // Of the player that runs: without its film it takes no sound, started anew it has lost it.
+    bool m_isLoaded = false;
+    bool m_isGiven = false;
+    bool m_hasBegun = false;
+    int m_latestBeginMs = 0; // where the player is told to be then, at most
+    int m_toldMs = 0;        // by the player, last
+    std::unique_ptr<WorkFolder> m_folder;
     std::unique_ptr<MediaTask> m_task;
 };

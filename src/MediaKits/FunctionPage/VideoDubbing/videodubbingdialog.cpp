@@ -11,6 +11,7 @@
 #include "MediaKits/FunctionPage/VideoDubbing/loudnessscan.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
 #include "MediaKits/MediaInfo/mediainfo.h"
+#include "MediaKits/Player/csvideoplayer.h"
 
 #include <QFileInfo>
 #include <QHBoxLayout>
@@ -23,6 +24,7 @@
 namespace {
 
 constexpr float percent = 100.0F;
+constexpr int secondMs = 1000;
 constexpr int mostVolume = 200;
 constexpr int usualVolume = 100;
 constexpr int rowHeight = 68;
@@ -150,7 +152,6 @@ void VideoDubbingDialog::setUpMix()
     connect(m_mix, &MixPreview::ended, this, [this] { setPlaying(false); });
     connect(m_mix, &MixPreview::failed, this,
             [this](const QString &cause) { showHint(tr("无法试听：%1").arg(cause)); });
-    connect(this, &EditorDialog::positionChanged, m_mix, &MixPreview::follow);
 }
 
 void VideoDubbingDialog::setConversion(const ConvertTaskParam &param)
@@ -219,32 +220,53 @@ void VideoDubbingDialog::on_btnAddDubbing_clicked()
         FileChooser::chooseFile(this, {tr("音频文件"), fileDialogFilter(AudioFormatClass), {}});
     if (path.isEmpty())
         return;
+    const MusicEntry music = addMusic(path);
     MediaInfoBase *reader = createMediaInfo(QFileInfo(path).suffix().toUpper(), path, this);
-    connect(reader, &MediaInfoBase::got, this, [this, reader, path] {
+    connect(reader, &MediaInfoBase::got, this, [this, reader, music] {
         const auto info = reader->mediaInfo();
         reader->deleteLater();
         const bool isRead = info && info->format;
-        addMusic(path, isRead ? int(info->format->duration) : 0);
+        setLength(music, isRead ? int(info->format->duration) : 0);
         if (!isRead || info->audios.isEmpty())
-            showHint(tr("%1 中没有可用的声音").arg(QFileInfo(path).fileName()));
+            showUseless(music);
     });
-    connect(reader, &MediaInfoBase::error, this, [this, reader, path] {
+    connect(reader, &MediaInfoBase::error, this, [this, reader, music] {
         reader->deleteLater();
-        addMusic(path, 0);
-        showHint(tr("%1 中没有可用的声音").arg(QFileInfo(path).fileName()));
+        showUseless(music);
     });
     reader->start();
 }
 
-void VideoDubbingDialog::addMusic(const QString &path, int durationMs)
+// With what stands in the fields now; how long it is comes later for a large file.
+MusicEntry VideoDubbingDialog::addMusic(const QString &path)
 {
     showHint({});
-    m_pane->append<DubbingFragmentItemWidget>(MusicEntry::create(
+    const auto music = MusicEntry::create(
         QVariantMap{{MusicKey::filePath, path},
-                    {MusicKey::duration, durationMs},
+                    {MusicKey::duration, 0},
                     {MusicKey::startTime, span().start()},
-                    {MusicKey::volume, float(m_audioVolume->value()) / percent}}));
+                    {MusicKey::volume, float(m_audioVolume->value()) / percent}});
+    m_pane->append<DubbingFragmentItemWidget>(music);
     onChanged();
+    return music;
+}
+
+void VideoDubbingDialog::setLength(const MusicEntry &music, int ms)
+{
+    music->insert(MusicKey::duration, ms);
+    const QListWidget *list = m_pane->list();
+    for (int i = 0; i < list->count(); ++i) {
+        if (list->item(i)->data(DubbingFragmentItemWidget::entryRole).value<MusicEntry>() == music)
+            rowOf(list->item(i))->refresh();
+    }
+    showSpan();
+    onChanged();
+}
+
+void VideoDubbingDialog::showUseless(const MusicEntry &music)
+{
+    const QFileInfo file(music->value(MusicKey::filePath).toString());
+    showHint(tr("%1 中没有可用的声音").arg(file.fileName()));
 }
 
 MusicEntry VideoDubbingDialog::currentEntry() const
@@ -335,7 +357,10 @@ void VideoDubbingDialog::toggleMix()
     showHint({});
     ConvertTaskParam conversion = m_conversion;
     conversion.audioFilters = {optionMap()};
-    m_mix->start(conversion, position());
+    // Of a running preview only the whole second is shown.
+    const int told = player().toldPosition();
+    const bool isShown = told / secondMs == position() / secondMs;
+    m_mix->start(conversion, isShown ? told : position());
 }
 
 void VideoDubbingDialog::on_btnOk_clicked()

@@ -48,7 +48,9 @@ private:
     void setUpControls();
     QSpinBox *addVolumeRow(const QString &name, const char *objectName);
     void setUpMix();
-    void addMusic(const QString &path, int durationMs);
+    MusicEntry addMusic(const QString &path);
+    void setLength(const MusicEntry &music, int ms);
+    void showUseless(const MusicEntry &music);
     MusicEntry currentEntry() const;
     DubbingFragmentItemWidget *rowOf(QListWidgetItem *item) const;
     void onCurrentChanged(QListWidgetItem *current, QListWidgetItem *previous);

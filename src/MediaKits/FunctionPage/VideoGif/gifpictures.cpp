@@ -50,8 +50,11 @@ GifBytes gifBytes(const QString &path)
     GifBytes found;
     if (!file.open(QIODevice::ReadOnly))
         return found;
+    const uchar *bytes = file.map(0, file.size());
+    if (!bytes)
+        return found;
     found.all = file.size();
-    Walk walk(file.map(0, file.size()), file.size());
+    Walk walk(bytes, file.size());
     walk.skip(headerSize);
     walk.skipColours(walk.at(headerSize - 3));
     while (walk.here() == picture || walk.here() == extension) {

@@ -1,16 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/VideoGif/gifsample.h"
 
-#include "MediaKits/AppInstance/LocalStore/appdirs.h"
-#include "MediaKits/AppInstance/LocalStore/removedir.h"
-#include "MediaKits/AppInstance/LocalStore/tempmarker.h"
+#include "MediaKits/AppInstance/LocalStore/workfolder.h"
 #include "MediaKits/FunctionPage/VideoGif/gifpictures.h"
 #include "MediaKits/MediaTasksManager/converttask.h"
 #include "MediaKits/MediaTasksManager/grouptaskfactory.h"
 
-#include <QDir>
 #include <QFile>
-#include <QUuid>
 
 #include <algorithm>
 
@@ -29,16 +25,6 @@ TimeSpan sampledSpan(const ConvertTaskParam &gif)
     return {start, start + std::min(length, secondMs)};
 }
 
-QString newFolder()
-{
-    const QDir marker(createTempMarkerDir(tempDir()));
-    const QString folder =
-        marker.absoluteFilePath(QUuid::createUuid().toString(QUuid::WithoutBraces));
-    QDir().mkpath(folder);
-    claimWorkFolder(folder);
-    return folder;
-}
-
 } // namespace
 
 GifSample::GifSample(QObject *parent) : QObject(parent)
@@ -51,10 +37,6 @@ GifSample::GifSample(QObject *parent) : QObject(parent)
 GifSample::~GifSample()
 {
     cancel();
-    if (m_folder.isEmpty())
-        return;
-    removeDirRecursively(m_folder);
-    releaseWorkFolder(m_folder);
 }
 
 void GifSample::take(const ConvertTaskParam &gif)
@@ -74,17 +56,22 @@ void GifSample::cancel()
 
 QString GifSample::sampleFile() const
 {
-    return QDir(m_folder).filePath(QStringLiteral("%1.%2").arg(m_number).arg(m_gif.format));
+    return m_folder->filePath(QStringLiteral("%1.%2").arg(m_number).arg(m_gif.format));
 }
 
 void GifSample::begin()
 {
-    if (m_folder.isEmpty())
-        m_folder = newFolder();
+    // What a second takes would tell nothing of the whole.
+    if (ConvertTask::outputDuration(m_gif) <= 0) {
+        emit estimated(-1);
+        return;
+    }
+    if (!m_folder)
+        m_folder = std::make_unique<WorkFolder>();
     m_span = sampledSpan(m_gif);
     auto *param = new ConvertTaskParam(m_gif);
     param->timeRange = QSharedPointer<TimeSpan>::create(m_span);
-    param->outputDir = m_folder;
+    param->outputDir = m_folder->path();
     param->outputName = QString::number(++m_number);
     m_task.reset(createGroupTask(ComplexConvertKind));
     m_task->setParam(param);

@@ -8,6 +8,7 @@
 #include <memory>
 
 class MediaTask;
+class WorkFolder;
 
 /// Estimates how large a GIF becomes from a second of it, which is converted in the background into
 /// a folder of its own. Folder and conversion go with the object.
@@ -36,7 +37,7 @@ private:
 
     ConvertTaskParam m_gif;
     TimeSpan m_span; // of the sample
-    QString m_folder;
+    std::unique_ptr<WorkFolder> m_folder;
     int m_number = 0;
     QTimer m_pause;
     std::unique_ptr<MediaTask> m_task;
