@@ -1,12 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/VideoShot/shotthumbnails.h"
 
-#include "MediaKits/AppInstance/LocalStore/appdirs.h"
-#include "MediaKits/AppInstance/LocalStore/removedir.h"
-#include "MediaKits/AppInstance/LocalStore/tempmarker.h"
 #include "MediaKits/MediaTasksManager/shottask.h"
 
-#include <QDir>
 #include <QFile>
 #include <QUuid>
 
@@ -14,11 +10,6 @@ namespace {
 
 // The next one begins as soon as one has ended.
 constexpr int intervalMs = 1;
-
-QString newName()
-{
-    return QUuid::createUuid().toString(QUuid::WithoutBraces);
-}
 
 } // namespace
 
@@ -29,10 +20,6 @@ ShotThumbnails::~ShotThumbnails()
     m_manager.stopTimer();
     // The tools first, which may still be writing.
     qDeleteAll(findChildren<MediaTask *>(QString(), Qt::FindDirectChildrenOnly));
-    if (m_folder.isEmpty())
-        return;
-    removeDirRecursively(m_folder);
-    releaseWorkFolder(m_folder);
 }
 
 void ShotThumbnails::setSource(const QString &file, const QSharedPointer<MediaInfoData> &info,
@@ -45,12 +32,10 @@ void ShotThumbnails::setSource(const QString &file, const QSharedPointer<MediaIn
 
 QString ShotThumbnails::newFile()
 {
-    if (m_folder.isEmpty()) {
-        m_folder = QDir(createTempMarkerDir(tempDir())).absoluteFilePath(newName());
-        QDir().mkpath(m_folder);
-        claimWorkFolder(m_folder);
-    }
-    return m_folder + QLatin1Char('/') + newName() + QLatin1String(".png");
+    if (!m_folder)
+        m_folder = std::make_unique<WorkFolder>();
+    return m_folder->filePath(QUuid::createUuid().toString(QUuid::WithoutBraces) +
+                              QLatin1String(".png"));
 }
 
 void ShotThumbnails::request(int posMs, QObject *context,

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "MediaKits/AppInstance/LocalStore/workfolder.h"
 #include "MediaKits/MediaInfo/mediainfodata.h"
 #include "MediaKits/MediaTasksManager/mediatasksmanager.h"
 
 #include <functional>
+#include <memory>
 
 /// Makes the small pictures of a video's moments, one after the other. Each lives in a file only
 /// until it is taken; nothing of them is left when this object goes, nor, after a program that was
@@ -31,6 +33,6 @@ private:
     QString m_file;
     QSharedPointer<MediaInfoData> m_info;
     int m_width = 0;
-    QString m_folder; ///< empty until it is needed
+    std::unique_ptr<WorkFolder> m_folder; ///< null until it is needed
     int m_waiting = 0;
 };
