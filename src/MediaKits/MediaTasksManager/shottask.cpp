@@ -23,7 +23,7 @@ constexpr int backFactor = 8;
 
 // Of captions, in pixels and in parts of the font's size.
 const QString captionFamily = QStringLiteral("Noto Sans CJK SC"); // one font has to do for a line
-constexpr int captionFontPart = 20;                          // of the picture's width
+constexpr int captionFontPart = 20;                               // of the picture's width
 constexpr int smallestFont = 11;
 constexpr int largestFont = 40;
 constexpr double lineHeight = 1.4;

@@ -3,12 +3,12 @@
 
 #include "MediaKits/MediaTasksManager/converttaskparam.h"
 
-#include <QLatin1String>
+#include <QString>
 
 /// In an overlay that was mapped, the font as it was before, when it has another size then.
-inline constexpr QLatin1String chosenFontKey("chosenFont");
+inline const QString chosenFontKey = QStringLiteral("chosenFont");
 /// In a text that reaches over the picture, the size of the picture that it is drawn on.
-inline constexpr QLatin1String frameKey("frame");
+inline const QString frameKey = QStringLiteral("frame");
 
 /// What a chain's convert step is told so that its result is what the record asks for. The texts
 /// that are made of a record have their own ways: overlays come behind scaling and turns, flips in

@@ -13,22 +13,22 @@ using Mark = QSharedPointer<QVariantMap>;
 Q_DECLARE_METATYPE(QSharedPointer<QVariantMap>)
 
 namespace MarkKey {
-inline constexpr QLatin1String filter("filter");
-inline constexpr QLatin1String text("text");
-inline constexpr QLatin1String startTime("startTime");
-inline constexpr QLatin1String endTime("endTime");
-inline constexpr QLatin1String rect("rect");
-inline constexpr QLatin1String opacity("opacity");
-inline constexpr QLatin1String font("font");
-inline constexpr QLatin1String fontcolor("fontcolor");
-inline constexpr QLatin1String imagefile("imagefile");
-inline constexpr QLatin1String aspectKeep("aspectKeep");
+inline const QString filter = QStringLiteral("filter");
+inline const QString text = QStringLiteral("text");
+inline const QString startTime = QStringLiteral("startTime");
+inline const QString endTime = QStringLiteral("endTime");
+inline const QString rect = QStringLiteral("rect");
+inline const QString opacity = QStringLiteral("opacity");
+inline const QString font = QStringLiteral("font");
+inline const QString fontcolor = QStringLiteral("fontcolor");
+inline const QString imagefile = QStringLiteral("imagefile");
+inline const QString aspectKeep = QStringLiteral("aspectKeep");
 } // namespace MarkKey
 
 namespace MarkFilter {
-inline constexpr QLatin1String text("drawtext");
-inline constexpr QLatin1String image("watermark");
-inline constexpr QLatin1String delogo("delogo");
+inline const QString text = QStringLiteral("drawtext");
+inline const QString image = QStringLiteral("watermark");
+inline const QString delogo = QStringLiteral("delogo");
 } // namespace MarkFilter
 
 /// Copies of the maps, which nobody shares.

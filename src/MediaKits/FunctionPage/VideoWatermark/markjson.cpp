@@ -29,8 +29,8 @@ QVariantMap textFromJson(const QJsonObject &json)
 QJsonObject markToJson(const QVariantMap &mark)
 {
     QJsonObject json;
-    for (const QLatin1String key : {MarkKey::filter, MarkKey::text, MarkKey::startTime,
-                                    MarkKey::endTime, MarkKey::imagefile, MarkKey::aspectKeep}) {
+    for (const QString &key : {MarkKey::filter, MarkKey::text, MarkKey::startTime, MarkKey::endTime,
+                               MarkKey::imagefile, MarkKey::aspectKeep}) {
         if (mark.contains(key))
             json[key] = QJsonValue::fromVariant(mark.value(key));
     }
