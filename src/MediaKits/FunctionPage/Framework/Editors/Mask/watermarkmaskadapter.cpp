@@ -131,9 +131,10 @@ void WatermarkMaskAdapter::alignItem(WatermarkMaskAdapterItem *item, int place)
 {
     if (!has(item) || place < 0 || place > 8)
         return;
-    // Twice the way to the right and to the bottom, in halves.
     const QSizeF room = QSizeF(videoSize()) - item->m_rect.size();
-    moveItem(item, {room.width() * (place % 3) / 2, room.height() * (place / 3) / 2});
+    const int column = place % 3;
+    const int row = place / 3;
+    moveItem(item, {room.width() * column / 2, room.height() * row / 2});
 }
 
 void WatermarkMaskAdapter::setItemVisible(WatermarkMaskAdapterItem *item, bool visible)
