@@ -1,16 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/VideoDubbing/mixpreview.h"
 
-#include "MediaKits/AppInstance/LocalStore/workfolder.h"
 #include "MediaKits/MediaTasksManager/dubbingmix.h"
-#include "MediaKits/MediaTasksManager/grouptaskfactory.h"
 #include "MediaKits/Player/csvideoplayer.h"
 
 #include <algorithm>
 
 namespace {
 
-const QString mixName = QStringLiteral("mix");
 constexpr int secondMs = 1000;
 // Of a film that stands at its end.
 constexpr int leastHeardMs = 1000;
@@ -27,7 +24,8 @@ QString quoted(QString text)
 
 } // namespace
 
-MixPreview::MixPreview(CSVideoPlayer *player, QObject *parent) : QObject(parent), m_player(player)
+MixPreview::MixPreview(CSVideoPlayer *player, QObject *parent)
+    : QObject(parent), m_player(player), m_trial(nullptr)
 {
     player->tellFrames();
     connect(player, &CSVideoPlayer::started, this, [this] {
@@ -37,43 +35,22 @@ MixPreview::MixPreview(CSVideoPlayer *player, QObject *parent) : QObject(parent)
     });
     connect(player, &CSVideoPlayer::finished, this, &MixPreview::stop);
     connect(player, &CSVideoPlayer::progressChanged, this, &MixPreview::onProgress);
-}
-
-MixPreview::~MixPreview()
-{
-    if (m_task)
-        m_task->disconnect(this);
+    connect(&m_trial, &TrialConversion::made, this, &MixPreview::play);
+    connect(&m_trial, &TrialConversion::failed, this, [this](const QString &cause) {
+        stop();
+        emit failed(cause);
+    });
 }
 
 void MixPreview::start(const ConvertTaskParam &param, int fromMs)
 {
     stop();
-    auto *excerpt = new ConvertTaskParam(dubbingExcerpt(param, fromMs, lengthMs));
-    m_folder = std::make_unique<WorkFolder>();
-    excerpt->outputDir = m_folder->path();
-    excerpt->outputName = mixName;
-    m_made = *excerpt->timeRange;
+    const ConvertTaskParam excerpt = dubbingExcerpt(param, fromMs, lengthMs);
+    m_made = *excerpt.timeRange;
     m_heard.start = std::max(std::min(fromMs, m_made.end - leastHeardMs), m_made.start);
     m_heard.end = std::min(m_heard.start + lengthMs, m_made.end);
-    m_task.reset(createGroupTask(ComplexConvertKind));
-    m_task->setParam(excerpt);
-    connect(m_task.get(), &MediaTask::taskStateChanged, this, &MixPreview::onTaskState,
-            Qt::QueuedConnection);
     setState(Preparing);
-    m_task->start();
-}
-
-void MixPreview::onTaskState(MediaTask::State taskState)
-{
-    if (m_state != Preparing || sender() != m_task.get())
-        return;
-    if (taskState == MediaTask::FINISHED) {
-        play();
-    } else if (taskState == MediaTask::ERROR) {
-        const QString cause = m_task->failure().cause;
-        stop();
-        emit failed(cause);
-    }
+    m_trial.start(excerpt, m_made);
 }
 
 void MixPreview::play()
@@ -90,9 +67,8 @@ void MixPreview::play()
 // was heard before is kept in the player itself, in a text that is shown nowhere.
 void MixPreview::give()
 {
-    const QString file = m_folder->filePath(mixName + QLatin1String(".wav"));
     m_player->sendCommand(QStringLiteral("set title ${=aid}"));
-    m_player->sendCommand(QStringLiteral("raw audio-add %1 select").arg(quoted(file)));
+    m_player->sendCommand(QStringLiteral("raw audio-add %1 select").arg(quoted(m_trial.file())));
     m_player->sendCommand(QStringLiteral("set audio-delay %1").arg(m_made.start / secondMs));
     m_isGiven = true;
 }
@@ -109,9 +85,7 @@ void MixPreview::stop()
 {
     if (m_state == Playing && m_isGiven)
         takeBack();
-    if (m_task)
-        m_task->disconnect(this);
-    m_task.reset();
+    m_trial.stop();
     setState(Off);
 }
 

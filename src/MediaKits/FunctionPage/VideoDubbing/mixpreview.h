@@ -1,13 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/MediaTasksManager/converttaskparam.h"
-#include "MediaKits/MediaTasksManager/mediatask.h"
-
-#include <memory>
+#include "MediaKits/MediaTasksManager/trialconversion.h"
 
 class CSVideoPlayer;
-class WorkFolder;
 
 /// Lets the user hear some seconds of a mix in a running preview. The sound is made by the same
 /// way as the result's and only then given to the player: what is heard is what the file will hold.
@@ -23,7 +19,6 @@ public:
 
     /// @param player outlives the preview
     MixPreview(CSVideoPlayer *player, QObject *parent);
-    ~MixPreview() override;
 
     /// Prepares the mix of a conversion and plays it.
     /// @param fromMs where it is to begin; at the film's end, a second is heard
@@ -42,7 +37,6 @@ signals:
     void failed(const QString &cause);
 
 private:
-    void onTaskState(MediaTask::State taskState);
     void expectBegin(int beforeMs);
     void onProgress();
     void play();
@@ -61,6 +55,5 @@ private:
     bool m_hasBegun = false;
     int m_latestBeginMs = 0; // where the player is told to be then, at most
     int m_toldMs = 0;        // by the player, last
-    std::unique_ptr<WorkFolder> m_folder;
-    std::unique_ptr<MediaTask> m_task;
+    TrialConversion m_trial;
 };

@@ -1,12 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/VideoGif/gifsample.h"
 
-#include "MediaKits/AppInstance/LocalStore/workfolder.h"
 #include "MediaKits/FunctionPage/VideoGif/gifpictures.h"
 #include "MediaKits/MediaTasksManager/converttask.h"
-#include "MediaKits/MediaTasksManager/grouptaskfactory.h"
-
-#include <QFile>
 
 #include <algorithm>
 
@@ -27,16 +23,13 @@ TimeSpan sampledSpan(const ConvertTaskParam &gif)
 
 } // namespace
 
-GifSample::GifSample(QObject *parent) : QObject(parent)
+GifSample::GifSample(QObject *parent) : QObject(parent), m_trial(nullptr)
 {
     m_pause.setSingleShot(true);
     m_pause.setInterval(pauseMs);
     connect(&m_pause, &QTimer::timeout, this, &GifSample::begin);
-}
-
-GifSample::~GifSample()
-{
-    cancel();
+    connect(&m_trial, &TrialConversion::made, this, [this] { emit estimated(wholeSize()); });
+    connect(&m_trial, &TrialConversion::failed, this, [this] { emit estimated(-1); });
 }
 
 void GifSample::take(const ConvertTaskParam &gif)
@@ -49,14 +42,7 @@ void GifSample::take(const ConvertTaskParam &gif)
 void GifSample::cancel()
 {
     m_pause.stop();
-    if (m_task)
-        m_task->disconnect(this);
-    m_task.reset();
-}
-
-QString GifSample::sampleFile() const
-{
-    return m_folder->filePath(QStringLiteral("%1.%2").arg(m_number).arg(m_gif.format));
+    m_trial.stop();
 }
 
 void GifSample::begin()
@@ -66,36 +52,14 @@ void GifSample::begin()
         emit estimated(-1);
         return;
     }
-    if (!m_folder)
-        m_folder = std::make_unique<WorkFolder>();
     m_span = sampledSpan(m_gif);
-    auto *param = new ConvertTaskParam(m_gif);
-    param->timeRange = QSharedPointer<TimeSpan>::create(m_span);
-    param->outputDir = m_folder->path();
-    param->outputName = QString::number(++m_number);
-    m_task.reset(createGroupTask(ComplexConvertKind));
-    m_task->setParam(param);
-    connect(m_task.get(), &MediaTask::taskStateChanged, this, [this](MediaTask::State state) {
-        if (MediaTask::isFinal(state))
-            end();
-    });
-    m_task->start();
-}
-
-void GifSample::end()
-{
-    MediaTask *ended = m_task.release();
-    ended->disconnect(this);
-    const qint64 bytes = ended->state() == MediaTask::FINISHED ? wholeSize() : -1;
-    ended->deleteLater();
-    QFile::remove(sampleFile());
-    emit estimated(bytes);
+    m_trial.start(m_gif, m_span);
 }
 
 // The first picture is a whole one; the others hold what moves.
 qint64 GifSample::wholeSize() const
 {
-    const GifBytes sample = gifBytes(sampleFile());
+    const GifBytes sample = gifBytes(m_trial.file());
     if (sample.pictures == 0)
         return -1;
     if (sample.pictures == 1)

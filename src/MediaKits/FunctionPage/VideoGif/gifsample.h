@@ -1,24 +1,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/MediaTasksManager/converttaskparam.h"
+#include "MediaKits/MediaTasksManager/trialconversion.h"
 
 #include <QTimer>
 
-#include <memory>
-
-class MediaTask;
-class WorkFolder;
-
-/// Estimates how large a GIF becomes from a second of it, which is converted in the background into
-/// a folder of its own. Folder and conversion go with the object.
+/// Estimates how large a GIF becomes from a second of it, which is converted in the background.
 class GifSample : public QObject
 {
     Q_OBJECT
 
 public:
     explicit GifSample(QObject *parent);
-    ~GifSample() override;
 
     /// Begins soon, unless it is told of another GIF meanwhile. What was under way is stopped.
     void take(const ConvertTaskParam &gif);
@@ -31,14 +24,10 @@ signals:
 
 private:
     void begin();
-    void end();
     qint64 wholeSize() const;
-    QString sampleFile() const;
 
     ConvertTaskParam m_gif;
     TimeSpan m_span; // of the sample
-    std::unique_ptr<WorkFolder> m_folder;
-    int m_number = 0;
     QTimer m_pause;
-    std::unique_ptr<MediaTask> m_task;
+    TrialConversion m_trial;
 };
