@@ -52,7 +52,7 @@ QSharedPointer<EncParam> encParamFor(const CompressSettingsParam &settings,
 {
     QSharedPointer<EncParam> made = settings.encParam;
     if (!settings.advanced) {
-        const CompressPlan plan = compressPlan(settings.rate, info);
+        const CompressPlan plan = compressPlan(settings.rate, info, settings.leastPicture);
         if (plan.video <= 0)
             return nullptr;
         made = makeEncParam(plan.audio > 0 ? VideoPart | AudioPart : VideoPart);
@@ -68,9 +68,10 @@ QSharedPointer<EncParam> encParamFor(const CompressSettingsParam &settings,
 qint64 estimatedSize(const CompressSettingsParam &settings, const MediaInfoData &info)
 {
     if (!settings.advanced || !settings.encParam)
-        return compressPlan(settings.rate, info).bytes;
+        return compressPlan(settings.rate, info, settings.leastPicture).bytes;
     if (!settings.encParam->video)
         return -1;
     const auto audio = settings.encParam->audio;
-    return sizeAtRates(*settings.encParam->video, audio ? audio->bitrate : 0, info);
+    return sizeAtRates(*settings.encParam->video, audio ? audio->bitrate : 0, info,
+                       settings.leastPicture);
 }

@@ -113,7 +113,7 @@ double besidesRate(const MediaInfoData &info, double frameRate)
     return packets * containerOf(info).bytesBesidePacket * bitsPerByte / bitsPerKbit;
 }
 
-int leastPicture(const VEncParam &picture, const MediaInfoData &info)
+int presumedLeast(const VEncParam &picture, const MediaInfoData &info)
 {
     const Container &container = containerOf(info);
     const double frameRate = picture.frameRate > 0 ? picture.frameRate : usualFrameRate;
@@ -124,6 +124,15 @@ int leastPicture(const VEncParam &picture, const MediaInfoData &info)
     return container.encoder != Encoder::Older && own > 0
                ? std::min(least, std::max(1, int(own * simplerThanSource)))
                : least;
+}
+
+// What was measured is of the source's own size.
+int leastPicture(const VEncParam &picture, const MediaInfoData &info, int measured)
+{
+    const int presumed = presumedLeast(picture, info);
+    if (measured <= 0 || !info.video)
+        return presumed;
+    return std::max(1, int(measured * double(presumed) / presumedLeast(*info.video, info)));
 }
 
 int soundBeside(int coded, const MediaInfoData &info)
@@ -150,7 +159,7 @@ int pictureBitrate(const MediaInfoData &info)
     return std::max(int(rest), 0);
 }
 
-CompressPlan compressPlan(double rate, const MediaInfoData &info)
+CompressPlan compressPlan(double rate, const MediaInfoData &info, int least)
 {
     CompressPlan plan;
     const int own = pictureBitrate(info);
@@ -164,15 +173,15 @@ CompressPlan compressPlan(double rate, const MediaInfoData &info)
     if (!info.audios.isEmpty() && containerOf(info).codesSound)
         plan.audio = soundRate(*info.audios.first(), whole);
     const double besides = soundBeside(plan.audio, info) + besidesRate(info, info.video->frameRate);
-    const int least = leastPicture(*info.video, info);
+    const int smallest = leastPicture(*info.video, info, least);
     const int wanted = int(whole - besides);
-    plan.video = std::clamp(wanted, least, std::max(own, least));
+    plan.video = std::clamp(wanted, smallest, std::max(own, smallest));
     plan.bytes = plan.video == wanted ? qint64(double(info.format->fileSize) * rate)
                                       : bytesAt(plan.video + besides, info);
     return plan;
 }
 
-qint64 sizeAtRates(const VEncParam &picture, int audio, const MediaInfoData &info)
+qint64 sizeAtRates(const VEncParam &picture, int audio, const MediaInfoData &info, int least)
 {
     if (wholeRate(info) <= 0 || !info.video || picture.bitrate <= 0)
         return -1;
@@ -181,20 +190,33 @@ qint64 sizeAtRates(const VEncParam &picture, int audio, const MediaInfoData &inf
         shown.width = info.video->width;
         shown.height = info.video->height;
     }
-    const int video = std::max(picture.bitrate, leastPicture(shown, info));
+    const int video = std::max(picture.bitrate, leastPicture(shown, info, least));
     const int sound = soundBeside(audio > 0 ? audio : usualSoundRate, info);
     return bytesAt(video + sound + besidesRate(info, picture.frameRate), info);
 }
 
-double smallestShare(const MediaInfoData &info)
+double smallestShare(const MediaInfoData &info, int least)
 {
     const double whole = wholeRate(info);
     if (whole <= 0 || !info.video || info.video->width <= 0 || info.video->height <= 0)
         return unknownSmallestShare;
     const int sound = info.audios.isEmpty() ? 0 : leastSound(*info.audios.first());
-    const double least = leastPicture(*info.video, info) + soundBeside(sound, info) +
-                         besidesRate(info, info.video->frameRate);
-    return std::min(least / whole, 1.0);
+    const double smallest = leastPicture(*info.video, info, least) + soundBeside(sound, info) +
+                            besidesRate(info, info.video->frameRate);
+    return std::min(smallest / whole, 1.0);
+}
+
+bool leastNeedsTrial(const MediaInfoData &info)
+{
+    return containerOf(info).encoder == Encoder::Older && wholeRate(info) > 0 && info.video &&
+           info.video->width > 0 && info.video->height > 0;
+}
+
+bool leastMatters(double rate, const MediaInfoData &info)
+{
+    // The wildest scenes took six times what is presumed.
+    constexpr int wildest = 8;
+    return compressPlan(rate, info).video < wildest * presumedLeast(*info.video, info);
 }
 
 // The older encoders may miss a rate by a number of bits, which is little of a long film and much

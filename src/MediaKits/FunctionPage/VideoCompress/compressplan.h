@@ -17,16 +17,23 @@ struct CompressPlan
 int pictureBitrate(const MediaInfoData &info);
 
 /// @param rate wanted share of the source's size
-CompressPlan compressPlan(double rate, const MediaInfoData &info);
+/// @param least of the picture in kbit/s, as it was measured; 0 when it wasn't
+CompressPlan compressPlan(double rate, const MediaInfoData &info, int least = 0);
 
 /// Size of the result in bytes when these rates are asked for; -1 when it can't be told.
 /// @param picture as the result is to have it
 /// @param audio kbit/s, 0 for the encoder's own
-qint64 sizeAtRates(const VEncParam &picture, int audio, const MediaInfoData &info);
+/// @param least of the picture in the source's size, as above
+qint64 sizeAtRates(const VEncParam &picture, int audio, const MediaInfoData &info, int least = 0);
 
 /// The smallest size that the encoders can make of the source, as a share of its own; 0.2 where
 /// too little is known of it.
-double smallestShare(const MediaInfoData &info);
+double smallestShare(const MediaInfoData &info, int least = 0);
 
+/// Whether only a trial tells the least rate of the picture: what the older encoders need at least
+/// depends on the scenes.
+bool leastNeedsTrial(const MediaInfoData &info);
+/// Whether the least rate may be above what a share leaves for the picture.
+bool leastMatters(double rate, const MediaInfoData &info);
 /// What lets the encoder keep to a rate also in a short film, as `VEncParam::rateOptions`.
 QStringList rateOptions(int video, const MediaInfoData &info);

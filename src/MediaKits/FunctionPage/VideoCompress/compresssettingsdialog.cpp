@@ -51,7 +51,7 @@ CompressSettingsDialog::~CompressSettingsDialog() = default;
 void CompressSettingsDialog::setMediaInfo(const MediaInfoData &info)
 {
     m_sourceSize = mebibytes(info.format->fileSize);
-    m_smallestShare = smallestShare(info);
+    m_info = info;
     fillVideoChoices(info.video);
     fillAudioChoices(info.audios);
 }
@@ -83,10 +83,7 @@ void CompressSettingsDialog::fillAudioChoices(const QVector<QSharedPointer<AEncP
 void CompressSettingsDialog::setParam(const QSharedPointer<CompressSettingsParam> &param)
 {
     m_param = param;
-    m_ui->lblSizeRange->setText(sizeRangeText(m_ui->lblSizeRange->property("txtFormat").toString(),
-                                              m_sourceSize, m_smallestShare));
-    const QSignalBlocker blocker(m_ui->sbSize);
-    m_ui->sbSize->setRange(leastSize(), m_sourceSize);
+    showLeast();
     m_ui->sbSize->setSingleStep(m_sourceSize * (wholeRate - rateOfSlider(-1)));
     const bool advanced = param && param->advanced;
     showRate(advanced || !param ? usualRate : param->rate);
@@ -96,13 +93,31 @@ void CompressSettingsDialog::setParam(const QSharedPointer<CompressSettingsParam
         showEncParam(*param->encParam);
 }
 
+void CompressSettingsDialog::showLeast()
+{
+    m_smallestShare = smallestShare(m_info, m_param ? m_param->leastPicture : 0);
+    m_ui->lblSizeRange->setText(sizeRangeText(m_ui->lblSizeRange->property("txtFormat").toString(),
+                                              m_sourceSize, m_smallestShare));
+    // A number that is being typed may be any.
+    if (m_ui->sbSize->hasFocus())
+        return;
+    const QSignalBlocker blocker(m_ui->sbSize);
+    m_ui->sbSize->setRange(leastSize(), m_sourceSize);
+    showRate(m_asked);
+}
+
+double CompressSettingsDialog::chosenRate() const
+{
+    return std::clamp(m_asked, m_smallestShare, wholeRate);
+}
+
 void CompressSettingsDialog::showRate(double rate)
 {
     const QSignalBlocker sizeBlocker(m_ui->sbSize);
     const QSignalBlocker sliderBlocker(m_ui->compressSlider);
-    m_rate = std::max(rate, m_smallestShare);
-    m_ui->sbSize->setValue(m_sourceSize * m_rate);
-    m_ui->compressSlider->setValue(sliderOfRate(m_rate));
+    m_asked = rate;
+    m_ui->sbSize->setValue(m_sourceSize * chosenRate());
+    m_ui->compressSlider->setValue(sliderOfRate(chosenRate()));
     markRange(false);
 }
 
@@ -152,9 +167,9 @@ void CompressSettingsDialog::showEncParam(const EncParam &wanted)
 
 void CompressSettingsDialog::on_compressSlider_valueChanged(int value)
 {
-    m_rate = std::max(rateOfSlider(value), m_smallestShare);
+    m_asked = rateOfSlider(value);
     const QSignalBlocker blocker(m_ui->sbSize);
-    m_ui->sbSize->setValue(m_rate * m_sourceSize);
+    m_ui->sbSize->setValue(chosenRate() * m_sourceSize);
     markRange(false);
 }
 
@@ -162,9 +177,9 @@ void CompressSettingsDialog::on_sbSize_valueChanged(double size)
 {
     if (m_sourceSize <= 0.0)
         return;
-    m_rate = std::clamp(size / m_sourceSize, m_smallestShare, wholeRate);
+    m_asked = size / m_sourceSize;
     const QSignalBlocker blocker(m_ui->compressSlider);
-    m_ui->compressSlider->setValue(sliderOfRate(m_rate));
+    m_ui->compressSlider->setValue(sliderOfRate(chosenRate()));
     markRange(false);
 }
 
@@ -188,7 +203,7 @@ void CompressSettingsDialog::on_btnOK_clicked()
             m_param->encParam = makeEncParam(m_hasAudio ? VideoPart | AudioPart : VideoPart);
         fillEncParam(*m_param->encParam);
     } else {
-        m_param->rate = m_rate;
+        m_param->rate = chosenRate();
         m_param->encParam.clear();
     }
     accept();

@@ -26,6 +26,9 @@ public:
     void setParam(const QSharedPointer<CompressSettingsParam> &param);
     QSharedPointer<CompressSettingsParam> param() const { return m_param; }
 
+    /// Shows the range of sizes anew after the least one became known.
+    void showLeast();
+
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private slots:
@@ -41,14 +44,16 @@ private:
     void showRate(double rate);
     void markRange(bool missed);
     double leastSize() const { return m_sourceSize * m_smallestShare; }
+    double chosenRate() const;
     void showEncParam(const EncParam &wanted);
     void fillEncParam(EncParam &wanted) const;
 
     const std::unique_ptr<Ui::CompressSettingsDialog> m_ui;
     QSharedPointer<CompressSettingsParam> m_param;
+    MediaInfoData m_info;
     double m_sourceSize = 0.0; ///< MiB
     double m_smallestShare = 0.0;
-    double m_rate = 0.0;   ///< chosen share of the source's size
+    double m_asked = 0.0;  ///< share of the source's size, which may be too small
     bool m_missed = false; ///< what was typed isn't within the range
     bool m_hasAudio = false;
 };

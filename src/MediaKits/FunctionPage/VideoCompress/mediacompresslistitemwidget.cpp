@@ -3,10 +3,12 @@
 
 #include "controls/runmodal.h"
 #include "controls/toast.h"
+#include "MediaKits/FunctionPage/Framework/Rows/taskbatch.h"
 #include "MediaKits/FunctionPage/VideoCompress/compressarithmetic.h"
 #include "MediaKits/FunctionPage/VideoCompress/compresscontainer.h"
+#include "MediaKits/FunctionPage/VideoCompress/compressplan.h"
 #include "MediaKits/FunctionPage/VideoCompress/compresssettingsdialog.h"
-#include "MediaKits/FunctionPage/VideoCompress/mediacompresslistwidget.h"
+#include "MediaKits/FunctionPage/VideoCompress/leastratetrials.h"
 #include "MediaKits/MediaFormats/mediatexts.h"
 #include "MediaKits/MediaInfo/mediainfobase.h"
 
@@ -39,9 +41,14 @@ QString comparedSize(qint64 size, const MediaInfoData &source)
 
 } // namespace
 
-MediaCompressListItemWidget::MediaCompressListItemWidget(QListWidgetItem *item, QWidget *parent)
-    : ConvertRowWidget(RowItem(item), compressRows(), parent)
+MediaCompressListItemWidget::MediaCompressListItemWidget(QListWidgetItem *item,
+                                                         LeastRateTrials *trials, QWidget *parent)
+    : ConvertRowWidget(RowItem(item), compressRows(), parent), m_trials(trials)
 {
+    connect(trials, &LeastRateTrials::measured, this, [this](QObject *asker, int kbps) {
+        if (asker == this)
+            onMeasured(kbps);
+    });
     const QString suffix = compressContainer(sourceSuffix()).suffix;
     param().format = suffix;
     change([&](RowContent &content) {
@@ -105,6 +112,32 @@ void MediaCompressListItemWidget::applySettings(
     setWanted(encParamFor(*settings, *info), tr("无法按比例压缩，请用高级设置"));
     RowItem(item()).setData(CompressSettingsRole, QVariant::fromValue(settings));
     showSettings(*settings, *info);
+    if (leastNeedsTrial(*info) && (settings->advanced || leastMatters(settings->rate, *info)))
+        measureLeast(*info);
+}
+
+void MediaCompressListItemWidget::measureLeast(const MediaInfoData &info)
+{
+    CompressSettingsParam small;
+    small.rate = smallestRate;
+    const auto wanted = encParamFor(small, info);
+    if (!wanted || settings()->leastPicture > 0)
+        return;
+    ConvertTaskParam film = param();
+    film.encParam = withEncodersOf(compressContainer(sourceSuffix()), *wanted);
+    film.encParam->video->bitrate = 1;
+    film.encParam->video->rateOptions.clear();
+    m_trials->ask(this, film);
+}
+
+// A job that has begun keeps what it was told.
+void MediaCompressListItemWidget::onMeasured(int kbps)
+{
+    const auto present = settings();
+    present->leastPicture = kbps;
+    if (task() && TaskBatch::takesChoices(*task()))
+        applySettings(present);
+    emit leastMeasured();
 }
 
 // Without anything to ask for, the conversion would run, but compress nothing.
@@ -138,6 +171,10 @@ void MediaCompressListItemWidget::on_btnCompressSet_clicked()
     auto *dialog = new CompressSettingsDialog(this);
     dialog->setMediaInfo(*info);
     dialog->setParam(settings());
+    connect(this, &MediaCompressListItemWidget::leastMeasured, dialog,
+            &CompressSettingsDialog::showLeast);
+    if (leastNeedsTrial(*info))
+        measureLeast(*info);
     const auto chosen =
         runModal(dialog, [](const CompressSettingsDialog &edited) { return edited.param(); });
     if (chosen && task())

@@ -7,6 +7,8 @@
 /// Item data of this page's rows: `QSharedPointer<CompressSettingsParam>`.
 constexpr int CompressSettingsRole = Qt::UserRole + 5;
 
+class LeastRateTrials;
+
 /// One video to compress, which keeps its container where that can be written.
 class MediaCompressListItemWidget : public ConvertRowWidget
 {
@@ -14,7 +16,8 @@ class MediaCompressListItemWidget : public ConvertRowWidget
 
 public:
     /// @param item holds the settings, too
-    MediaCompressListItemWidget(QListWidgetItem *item, QWidget *parent);
+    /// @param trials outlive the row
+    MediaCompressListItemWidget(QListWidgetItem *item, LeastRateTrials *trials, QWidget *parent);
 
     /// Compresses to a share of the source's size, whatever was set before.
     void applyRate(double rate);
@@ -23,6 +26,10 @@ public:
 
 public slots:
     void on_btnCompressSet_clicked();
+
+signals:
+    /// The smallest size that can be had is now known for certain.
+    void leastMeasured();
 
 protected:
     void connectForm(TaskRowForm &form) override;
@@ -36,4 +43,8 @@ private:
     // What the conversion is told; without it the row can't be started, and tells why.
     void setWanted(const QSharedPointer<EncParam> &wanted, const QString &hindrance);
     void showSettings(const CompressSettingsParam &settings, const MediaInfoData &info);
+    void measureLeast(const MediaInfoData &info);
+    void onMeasured(int kbps);
+
+    LeastRateTrials *const m_trials;
 };

@@ -2,13 +2,14 @@
 #pragma once
 
 #include "MediaKits/FunctionPage/Framework/Rows/tasklistwidget.h"
+#include "MediaKits/FunctionPage/VideoCompress/leastratetrials.h"
 
 class MediaCompressListWidget : public TaskListWidget
 {
     Q_OBJECT
 
 public:
-    using TaskListWidget::TaskListWidget;
+    explicit MediaCompressListWidget(QWidget *parent = nullptr);
 
     /// The rate of new rows and of those that have not begun, which lose other settings.
     void setCompressRate(double rate);
@@ -20,4 +21,5 @@ protected:
 
 private:
     double m_rate = 1.0;
+    LeastRateTrials *const m_trials;
 };
