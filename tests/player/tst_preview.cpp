@@ -98,6 +98,7 @@ private slots:
         QTRY_COMPARE(player()->fileName(), m_sound);
         QVERIFY(isMarked(2) && !isMarked(0));
         QTRY_VERIFY_WITH_TIMEOUT(player()->isRunning(), startLimitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(showsWave(), startLimitMs);
 
         press(*previewWindow(), "btnClose");
         QVERIFY(!previewWindow()->isVisible());
@@ -196,10 +197,26 @@ private:
         return list()->itemWidget(list()->item(entry))->property("isPlaying").toBool();
     }
 
+    // The wave's grey, a whole column of it somewhere.
+    bool showsWave() const
+    {
+        const QImage shown = screenPart(*player());
+        int most = 0;
+        for (int x = 0; x < shown.width(); x++) {
+            int grey = 0;
+            for (int y = 0; y < shown.height(); y++) {
+                const QColor colour = shown.pixelColor(x, y);
+                grey += std::abs(colour.red() - 0x93) < 16 && std::abs(colour.blue() - 0x99) < 16;
+            }
+            most = std::max(most, grey);
+        }
+        return most > 8;
+    }
+
     QTemporaryDir m_media;
     QString m_clip = m_media.filePath("a.mp4"_s);
     QString m_other = m_media.filePath("b.mp4"_s);
-    QString m_sound = m_media.filePath("c.mp3"_s);
+    QString m_sound = m_media.filePath("Trip.2024.mp3"_s);
 };
 
 QTEST_MAIN(TestPreview)
