@@ -2,6 +2,7 @@
 #include "MediaKits/AppInstance/LocalStore/functionsettings.h"
 #include "MediaKits/FunctionPage/VideoConvert/mediaconvertfunctionpage.h"
 #include "resources/look.h"
+#include "stallmeter.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -9,7 +10,6 @@
 #include <QListWidget>
 #include <QScrollBar>
 #include <QTextStream>
-#include <QTimer>
 
 #include <algorithm>
 
@@ -31,35 +31,6 @@ qint64 ownMemory()
     }
     return 0;
 }
-
-// The longest time in which the event loop did not come round.
-class StallMeter
-{
-public:
-    StallMeter()
-    {
-        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { tick(); });
-        m_timer.setTimerType(Qt::PreciseTimer);
-        m_clock.start();
-        m_total.start();
-        m_timer.start(tickMs);
-    }
-    qint64 longestMs() const { return m_longest; }
-
-private:
-    void tick()
-    {
-        const qint64 stall = m_clock.restart() - tickMs;
-        if (qEnvironmentVariableIsSet("BENCH_STALLS") && stall > 30)
-            QTextStream(stderr) << "stall of " << stall << " ms at " << m_total.elapsed() << '\n';
-        m_longest = std::max(m_longest, stall);
-    }
-
-    QTimer m_timer;
-    QElapsedTimer m_clock;
-    QElapsedTimer m_total;
-    qint64 m_longest = 0;
-};
 
 qint64 scrollThrough(QListWidget &list)
 {
