@@ -219,6 +219,28 @@ private slots:
         }
     }
 
+    // What the player is told is told at a rate that it can follow.
+    void dragsAtARate()
+    {
+        constexpr int pauseMs = 60;
+        startPlayer(m_film);
+        MpvPeer &observer = peer();
+        observer.observe("vf");
+        VideoBeautyParam look;
+        QElapsedTimer drag;
+        drag.start();
+        for (int i = 0; drag.elapsed() < 20 * pauseMs; ++i) {
+            look.contrast = 0.8F + float(i % 100) / 200.0F;
+            m_preview->show(look);
+            QCoreApplication::processEvents();
+        }
+        const int mostChanges = int(drag.elapsed() / pauseMs) + 2;
+        int changes = 0;
+        QTRY_VERIFY((changes += observer.changes()) > 3);
+        changes += observer.changes();
+        QVERIFY2(changes <= mostChanges, qPrintable(QString::number(changes)));
+    }
+
     // Of many changes in a row the last one counts, also for a player that starts again.
     void theLastOneArrives()
     {

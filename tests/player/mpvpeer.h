@@ -25,10 +25,7 @@ public:
 
     QJsonValue property(const char *name)
     {
-        const int id = ++m_lastId;
-        const QJsonObject question{{"command"_s, QJsonArray{"get_property"_s, QLatin1String(name)}},
-                                   {"request_id"_s, id}};
-        m_socket.write(QJsonDocument(question).toJson(QJsonDocument::Compact) + '\n');
+        const int id = ask({"get_property"_s, QLatin1String(name)});
         QJsonValue answer(QJsonValue::Undefined);
         const bool answered = QTest::qWaitFor([&] {
             while (m_socket.canReadLine()) {
@@ -43,7 +40,25 @@ public:
         return answered ? answer : QJsonValue(QJsonValue::Undefined);
     }
 
+    void observe(const char *name) { ask({"observe_property"_s, 1, QLatin1String(name)}); }
+    /// How often what is observed has changed since it was asked last.
+    int changes()
+    {
+        int count = 0;
+        m_socket.waitForReadyRead(100);
+        while (m_socket.canReadLine())
+            count += m_socket.readLine().contains("\"property-change\"");
+        return count;
+    }
+
 private:
+    int ask(const QJsonArray &command)
+    {
+        const QJsonObject question{{"command"_s, command}, {"request_id"_s, ++m_lastId}};
+        m_socket.write(QJsonDocument(question).toJson(QJsonDocument::Compact) + '\n');
+        return m_lastId;
+    }
+
     QLocalSocket m_socket;
     bool m_connected = false;
     int m_lastId = 0;
