@@ -25,16 +25,23 @@ QString state(const QJsonObject &record)
 
 } // namespace
 
+// The command line on a system that fails.
+static QJsonObject convertOn(const QString &system, const QString &setting, const QString &file,
+                             const QString &outDir)
+{
+    const ToolRun run =
+        runCli({"convert"_s, file, "--preset"_s, "1003005"_s, "--out"_s, outDir, "--json"_s},
+               {"LD_PRELOAD="_s + builtProgram(system), setting,
+                "ASAN_OPTIONS=verify_asan_link_order=0"_s});
+    const QList<QJsonObject> records = jobRecords(run);
+    return records.size() == 1 ? records.first() : QJsonObject();
+}
+
 // The command line on a system whose file system lacks ways to rename.
 static QJsonObject convertWithoutRename(const QString &file, const QString &outDir,
                                         const QString &mode)
 {
-    const ToolRun run =
-        runCli({"convert"_s, file, "--preset"_s, "1003005"_s, "--out"_s, outDir, "--json"_s},
-               {"LD_PRELOAD="_s + builtProgram("norename.so"_s), "NORENAME="_s + mode,
-                "ASAN_OPTIONS=verify_asan_link_order=0"_s});
-    const QList<QJsonObject> records = jobRecords(run);
-    return records.size() == 1 ? records.first() : QJsonObject();
+    return convertOn("norename.so"_s, "NORENAME="_s + mode, file, outDir);
 }
 
 class TestBadInput : public QObject
@@ -88,6 +95,21 @@ private slots:
         QVERIFY2(message(record).contains("文件不完整"_s), qPrintable(message(record)));
         QVERIFY(!record["report"_s].toArray().isEmpty());
         QVERIFY(entriesOf(out.path()).isEmpty());
+    }
+
+    // A stick or a share that fails in the middle: ffmpeg takes it for the end, and ends well.
+    void unreadableSource()
+    {
+        for (const QString &suffix : {"avi"_s, "mkv"_s, "ts"_s}) {
+            const QString file = path("failing."_s + suffix);
+            makeMedia("-f lavfi -i testsrc2=d=8:s=640x480 -f lavfi -i sine=d=8 @"_s, {file});
+            const QTemporaryDir out;
+            const QJsonObject record =
+                convertOn("readerror.so"_s, "READERROR=."_s + suffix, file, out.path());
+            QCOMPARE(state(record), "ERROR"_s);
+            QVERIFY2(message(record).contains("读取出错"_s), qPrintable(message(record)));
+            QVERIFY(entriesOf(out.path()).isEmpty());
+        }
     }
 
     void oddNames_data()

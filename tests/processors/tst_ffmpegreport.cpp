@@ -99,6 +99,13 @@ private slots:
 
     void accountDistinguishes()
     {
+        // What was read, what is written, and what only stands in a tag.
+        const QByteArray begun("Input #0, mov, from 'x':\nOutput #0, mp4, to 'y':\n");
+        QVERIFY(accountOf(begun + "frame= 1 size= 2kB\rx: y: Stale file handle\n").inputUnreadable);
+        for (const char *line : {"    title           : Input/output error\n",
+                                 "av_interleaved_write_frame(): Input/output error\n",
+                                 "[avi @ 0x5] x: Input/output error\n"})
+            QVERIFY2(!accountOf(begun + line).inputUnreadable, line);
         // Lengths that aren't told: guessed, none, or counted from another zero.
         QCOMPARE(accountOf("[aac @ 0x5] Estimating duration from bitrate, this may be inaccurate\n"
                            "Input #0, aac, from 'x':\n  Duration: 00:00:09.93, bitrate: 72 kb/s\n")

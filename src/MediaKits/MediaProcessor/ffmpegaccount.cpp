@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MediaProcessor/ffmpegaccount.h"
 
+#include "MediaKits/MediaProcessor/ffmpegreport.h"
+
 #include <QRegularExpression>
 #include <QTime>
 
@@ -86,6 +88,8 @@ void FFmpegAccountReader::readLine(const QByteArray &line)
         m_last = Damage::CorruptFrame;
     else if (line.endsWith(": partial file") || line.contains("] File ended prematurely"))
         m_account.inputCutOff = true;
+    else if (m_isBegun && tellsUnreadableInput(QString::fromLatin1(line)))
+        m_account.inputUnreadable = true;
     else if (line.startsWith("video:")) {
         const QRegularExpressionMatch match = sizes.match(QString::fromLatin1(line));
         if (match.hasMatch()) {

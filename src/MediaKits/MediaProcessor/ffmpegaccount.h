@@ -14,6 +14,8 @@ struct FFmpegAccount
     int damagedPlaces = 0;
     /// An input ended before the place where its index says that there is more.
     bool inputCutOff = false;
+    /// The system could not read an input to its end. ffmpeg takes that for the end, and ends well.
+    bool inputUnreadable = false;
     /// The cover of a song could not be decoded.
     bool coverLost = false;
     /// Position in ms that the output reached.

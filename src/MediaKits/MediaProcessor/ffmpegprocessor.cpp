@@ -38,16 +38,3 @@ double FFMpegProcessor::progressAt(qint64 positionUs, quint32 durationMs) const
     const double progress = double(positionMs) / double(durationMs);
     return progress > 1.0 ? overrunProgress : progress;
 }
-
-void FFMpegProcessor::childFinished(int exitCode, QProcess::ExitStatus status)
-{
-    const QString report = tail().text();
-    if (endedWell(exitCode, status) && !reportsLostOutput(report)) {
-        CLOG(INFO, "default") << "FFmpeg cmd:" << m_arguments;
-        CLOG(INFO, "default") << report;
-        setState(ProcessorFinished);
-        return;
-    }
-    logFailure(exitCode);
-    setState(ProcessorError);
-}

@@ -55,3 +55,14 @@ bool reportsLostOutput(const QString &report)
         QRegularExpression::MultilineOption);
     return lost.match(QString(report).replace(QLatin1Char('\r'), QLatin1Char('\n'))).hasMatch();
 }
+
+// "name: reason" at the start of a line; tags of files are indented, what filters and formats say
+// begins with a bracket, and what is said of the output with these words.
+bool tellsUnreadableInput(const QString &line)
+{
+    static const QRegularExpression unreadable(QStringLiteral(
+        "^(?!av_interleaved_write_frame|Error |\\[| ).*: (Input/output error|Remote I/O error|"
+        "Stale file handle|No such device|No such device or address|Connection timed out|"
+        "Connection reset by peer|Host is down|Transport endpoint is not connected)$"));
+    return unreadable.match(line).hasMatch();
+}

@@ -28,3 +28,7 @@ bool lowerDurationFromReport(const QString &report, quint32 &durationMs);
 /// Whether ffmpeg's report tells that the end of the output could not be written, as on a full
 /// disk. The exit code doesn't.
 bool reportsLostOutput(const QString &report);
+
+/// Whether a line of ffmpeg's report says that the system could not read an input any further, as
+/// on a failing disk or a share that went away. The exit code doesn't.
+bool tellsUnreadableInput(const QString &line);

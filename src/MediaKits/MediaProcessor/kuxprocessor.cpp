@@ -37,13 +37,3 @@ double KuxProcessor::progressAt(qint64 positionUs, quint32 durationMs) const
 {
     return std::min(double(positionUs) / (double(durationMs) * 1000.0), overrunProgress);
 }
-
-void KuxProcessor::childFinished(int exitCode, QProcess::ExitStatus status)
-{
-    if (endedWell(exitCode, status)) {
-        setState(ProcessorFinished);
-        return;
-    }
-    logFailure(exitCode);
-    setState(ProcessorError);
-}

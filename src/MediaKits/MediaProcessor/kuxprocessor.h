@@ -21,5 +21,4 @@ public:
 
 protected:
     double progressAt(qint64 positionUs, quint32 durationMs) const override;
-    void childFinished(int exitCode, QProcess::ExitStatus status) override;
 };

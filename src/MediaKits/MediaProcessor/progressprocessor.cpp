@@ -41,9 +41,18 @@ void ProgressProcessor::readPendingDuration()
     m_unreadReport.remove(0, m_durationPending ? wholeLines : m_unreadReport.size());
 }
 
-void ProgressProcessor::logFailure(int exitCode) const
+void ProgressProcessor::childFinished(int exitCode, QProcess::ExitStatus status)
 {
+    const QString report = tail().text();
+    const bool isWhole = !reportsLostOutput(report) && !account().inputUnreadable;
+    if (endedWell(exitCode, status) && isWhole) {
+        CLOG(INFO, "default") << "FFmpeg cmd:" << m_arguments;
+        CLOG(INFO, "default") << report;
+        setState(ProcessorFinished);
+        return;
+    }
     CLOG(ERROR, "default") << "FFmpeg exitCode=" << exitCode;
     CLOG(ERROR, "default") << "FFmpeg cmd:" << m_arguments;
-    CLOG(ERROR, "default") << "FFmpeg Info=" << tail().text();
+    CLOG(ERROR, "default") << "FFmpeg Info=" << report;
+    setState(ProcessorError);
 }

@@ -26,9 +26,10 @@ protected:
 
     void childOutput(const QByteArray &bytes) override;
     void childReport(const QByteArray &bytes) override;
+    /// A run has ended well when the exit code says so and the report doesn't tell of a loss that
+    /// ffmpeg thinks little of.
+    void childFinished(int exitCode, QProcess::ExitStatus status) override;
 
-    /// Writes a failed run to the log.
-    void logFailure(int exitCode) const;
     /// Forgets what the run before has told.
     void resetAccount() { m_account = {}; }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MediaTasksManager/failurecause.h"
 
+#include "MediaKits/MediaProcessor/ffmpegreport.h"
+
 #include <QCoreApplication>
 #include <QRegularExpression>
 
@@ -100,6 +102,8 @@ QString failureCause(const QStringList &report)
     const QString music = unreadMusic(report);
     if (!music.isEmpty())
         return told(QT_TRANSLATE_NOOP("failureCause", "配乐中没有可用的声音：%1")).arg(music);
+    if (std::any_of(report.cbegin(), report.cend(), tellsUnreadableInput))
+        return told(QT_TRANSLATE_NOOP("failureCause", "源文件读取出错，请检查磁盘或网络连接"));
     for (const KnownReason &reason : knownReasons) {
         if (says(report, QLatin1String(reason.said)))
             return told(reason.meaning);
