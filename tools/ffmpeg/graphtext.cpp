@@ -19,6 +19,7 @@ public:
 
     std::optional<Graph> read();
     std::string token(std::string_view terminators);
+    size_t position() const { return m_pos; }
 
 private:
     void skipWhitespace();
@@ -97,7 +98,7 @@ bool GraphReader::readFilter(GraphFilter *filter)
         return false;
     if (peek() == '=') {
         ++m_pos;
-        token(optionsEnd);
+        filter->options = token(optionsEnd);
     }
     filter->end = m_pos;
     if (!readLabels(&filter->outputs))
@@ -133,9 +134,13 @@ std::optional<Graph> parseGraph(std::string_view text)
     return GraphReader(text).read();
 }
 
-std::string graphToken(std::string_view text, std::string_view terminators)
+std::string graphToken(std::string_view text, std::string_view terminators, size_t *end)
 {
-    return GraphReader(text).token(terminators);
+    GraphReader reader(text);
+    std::string token = reader.token(terminators);
+    if (end != nullptr)
+        *end = reader.position();
+    return token;
 }
 
 std::vector<GraphLabel> openLabels(const Graph &graph)

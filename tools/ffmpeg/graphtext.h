@@ -20,6 +20,7 @@ struct GraphLabel
 struct GraphFilter
 {
     std::string name;
+    std::string options; ///< behind "=", read once: their own quotes and escapes still stand
     std::vector<GraphLabel> inputs;
     std::vector<GraphLabel> outputs;
     size_t end = 0; ///< behind the filter's options, where its outputs begin
@@ -33,7 +34,8 @@ using Graph = std::vector<GraphChain>;
 std::optional<Graph> parseGraph(std::string_view text);
 
 /// The first word of `text` by the same rules, up to one of `terminators`.
-std::string graphToken(std::string_view text, std::string_view terminators);
+/// @param end where it ends, if that is wanted
+std::string graphToken(std::string_view text, std::string_view terminators, size_t *end = nullptr);
 
 /// The labels behind the last filter of a chain that no filter of the graph takes, in order: each
 /// becomes a stream of the output file.

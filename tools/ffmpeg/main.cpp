@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "cage/cage.h"
 #include "ffmpeg/adaptcommand.h"
+#include "ffmpeg/openedfiles.h"
 #include "ffmpeg/realffmpeg.h"
 
 #include <cerrno>
@@ -28,6 +30,22 @@ std::string realFfmpeg()
                                           selfLink);
 }
 
+// The files that the command names, and nothing that is named in those. A tool that was put in
+// ffmpeg's place may need anything.
+void confine(const std::string &program, const std::vector<std::string> &arguments)
+{
+    if (!environmentText("MORVANE_REAL_FFMPEG").empty())
+        return;
+    const ffmpeglauncher::OpenedFiles files = ffmpeglauncher::openedFiles(arguments);
+    cage::Needs needs;
+    needs.program = program;
+    needs.readable = files.read;
+    needs.writable = files.written;
+    const std::string missing = cage::confine(needs);
+    if (!missing.empty())
+        std::fprintf(stderr, "ffmpeg launcher: %s\n", missing.c_str());
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -50,6 +68,7 @@ int main(int argc, char **argv)
     for (const std::string &argument : adapted.arguments)
         words.push_back(const_cast<char *>(argument.c_str()));
     words.push_back(nullptr);
+    confine(program, adapted.arguments);
     execv(program.c_str(), words.data());
     std::fprintf(stderr, "ffmpeg launcher: cannot run %s: %s\n", program.c_str(),
                  std::strerror(errno));

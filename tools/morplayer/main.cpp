@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "cage/cage.h"
+
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -28,6 +30,13 @@ std::vector<std::string> ownOptions()
         "--input-default-bindings=no",
         "--input-vo-keyboard=no",
         "--input-cursor=no",
+        // A medium is a file: what it names in its content, and scripts beside it, are nobody's
+        // wish.
+        "--load-scripts=no",
+        "--ytdl=no",
+        "--load-unsafe-playlists=no",
+        "--access-references=no",
+        "--demuxer-lavf-o=protocol_whitelist=file",
     };
 }
 
@@ -45,6 +54,10 @@ int main(int argc, char *argv[])
     for (std::string &word : words)
         arguments.push_back(word.data());
     arguments.push_back(nullptr);
+    cage::Needs needs;
+    needs.anyFile = true;
+    needs.localSockets = true;
+    cage::confine(needs);
     ::execv(realPlayer.c_str(), arguments.data());
     std::fprintf(stderr, "%s: %s\n", realPlayer.c_str(), std::strerror(errno));
     return 127;
