@@ -15,6 +15,7 @@ constexpr long getTimeoutSeconds = 3;
 constexpr long postTimeoutSeconds = 5;
 constexpr long lowSpeedBytesPerSecond = 50;
 constexpr long lowSpeedSeconds = 5;
+constexpr int cancelIntervalMs = 50;
 
 // libcurl counts its initialisations without a lock of its own on some systems. A thread makes no
 // other call of libcurl before its own pair has begun, so a lock on the pairs is enough.
@@ -35,7 +36,11 @@ std::size_t appendToString(char *data, std::size_t size, std::size_t count, void
     if (data == nullptr || target == nullptr) {
         return static_cast<std::size_t>(-1);
     }
-    static_cast<std::string *>(target)->append(data, size * count);
+    auto *text = static_cast<std::string *>(target);
+    if (text->size() + size * count > HttpConnection::maxBodyBytes) {
+        return 0;
+    }
+    text->append(data, size * count);
     return count;
 }
 
@@ -113,6 +118,8 @@ void applyCommon(CURL *easy, const std::string &url, long timeoutSeconds, std::s
     curl_easy_setopt(easy, CURLOPT_WRITEDATA, &response);
     curl_easy_setopt(easy, CURLOPT_CONNECTTIMEOUT, timeoutSeconds);
     curl_easy_setopt(easy, CURLOPT_TIMEOUT, timeoutSeconds);
+    // A name that is still being looked up holds nobody up.
+    curl_easy_setopt(easy, CURLOPT_QUICK_EXIT, 1L);
 }
 
 void applyPostContent(CURL *easy, curl_mime *form, const std::string &body)
@@ -154,7 +161,7 @@ int HttpConnection::performGet(const std::string &url, const std::vector<std::st
     applyTlsMode(easy.get());
     const HeaderList lines = headerList(headers);
     curl_easy_setopt(easy.get(), CURLOPT_HTTPHEADER, lines.get());
-    return curl_easy_perform(easy.get());
+    return perform(easy.get());
 }
 
 int HttpConnection::performPost(const std::string &url, const std::vector<std::string> &headers,
@@ -179,7 +186,39 @@ int HttpConnection::performPost(const std::string &url, const std::vector<std::s
     curl_easy_setopt(easy.get(), CURLOPT_HTTPHEADER, lines.get());
     const Form form = formOf(easy.get(), params);
     applyPostContent(easy.get(), form.get(), body);
-    return curl_easy_perform(easy.get());
+    return perform(easy.get());
+}
+
+// As curl_easy_perform() does it, which can't be interrupted while nothing comes.
+int HttpConnection::perform(void *easy) const
+{
+    CURLM *multi = curl_multi_init();
+    if (multi == nullptr) {
+        return CURLE_FAILED_INIT;
+    }
+    int result = CURLE_ABORTED_BY_CALLBACK;
+    int running = 1;
+    CURLMcode code = curl_multi_add_handle(multi, easy);
+    while (code == CURLM_OK && running > 0 && !isCancelled()) {
+        code = curl_multi_perform(multi, &running);
+        if (code == CURLM_OK && running > 0) {
+            code = curl_multi_poll(multi, nullptr, 0, cancelIntervalMs, nullptr);
+        }
+    }
+    int waiting = 0;
+    while (const CURLMsg *message = curl_multi_info_read(multi, &waiting)) {
+        if (message->msg == CURLMSG_DONE) {
+            result = message->data.result;
+        }
+    }
+    curl_multi_remove_handle(multi, easy);
+    curl_multi_cleanup(multi);
+    return result;
+}
+
+bool HttpConnection::isCancelled() const
+{
+    return m_config.cancel != nullptr && m_config.cancel->load();
 }
 
 void HttpConnection::applyDebug(void *easy) const

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <atomic>
+#include <cstddef>
 #include <map>
 #include <string>
 #include <vector>
@@ -15,6 +17,8 @@ struct HttpConnectionConfig
     int tlsMode = TlsDefault;
     /// Certificates to check against in the mode TlsVerifyWithFile.
     std::string caFile;
+    /// A request ends within a moment when this becomes true; it outlives the connection.
+    const std::atomic<bool> *cancel = nullptr;
 };
 
 /// Blocking requests through libcurl, which stays initialised as long as this object lives. Each
@@ -22,6 +26,9 @@ struct HttpConnectionConfig
 class HttpConnection
 {
 public:
+    /// An answer with a longer body is given up.
+    static constexpr std::size_t maxBodyBytes = 1024 * 1024;
+
     explicit HttpConnection(HttpConnectionConfig config = {});
     ~HttpConnection();
 
@@ -45,6 +52,8 @@ public:
 private:
     void applyDebug(void *easy) const;
     void applyTlsMode(void *easy) const;
+    int perform(void *easy) const;
+    bool isCancelled() const;
 
     const HttpConnectionConfig m_config;
 };

@@ -20,7 +20,14 @@ HttpTaskManager::HttpTaskManager(const std::string &name) : m_name(name)
 {
     try {
         for (int i = 0; i < m_threadCount; ++i) {
-            m_threads.emplace_back([this] { runWorker(); });
+            m_threads.emplace_back([this] {
+                runWorker();
+                const std::lock_guard<std::mutex> lock(m_mutex);
+                --m_running;
+                m_condition.notify_all();
+            });
+            const std::lock_guard<std::mutex> lock(m_mutex);
+            ++m_running;
         }
     } catch (const std::system_error &error) {
         // Its tasks are then reported at the end of the manager, as those behind stop().
@@ -32,7 +39,8 @@ HttpTaskManager::~HttpTaskManager()
 {
     abortQueued();
     m_aborting = true;
-    wakeAndJoin();
+    wake();
+    join();
 }
 
 void HttpTaskManager::addTask(const HttpTask &task)
@@ -48,16 +56,32 @@ void HttpTaskManager::addTask(const HttpTask &task)
 void HttpTaskManager::stop()
 {
     m_draining = true;
-    wakeAndJoin();
+    wake();
+    join();
 }
 
-void HttpTaskManager::wakeAndJoin()
+void HttpTaskManager::stop(std::chrono::milliseconds limit)
 {
+    m_draining = true;
+    wake();
     {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        m_woken = true;
-        m_condition.notify_all();
+        std::unique_lock<std::mutex> lock(m_mutex);
+        m_condition.wait_for(lock, limit, [this] { return m_running <= 0; });
     }
+    m_aborting = true;
+    m_cancelled = true;
+    join();
+}
+
+void HttpTaskManager::wake()
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_woken = true;
+    m_condition.notify_all();
+}
+
+void HttpTaskManager::join()
+{
     for (std::thread &thread : m_threads) {
         if (thread.joinable()) {
             thread.join();
@@ -67,7 +91,9 @@ void HttpTaskManager::wakeAndJoin()
 
 void HttpTaskManager::runWorker()
 {
-    const HttpConnection connection;
+    HttpConnectionConfig config;
+    config.cancel = &m_cancelled;
+    const HttpConnection connection(config);
     while (!m_aborting) {
         if (m_draining && isQueueEmpty()) {
             return;

@@ -4,6 +4,7 @@
 #include "http/httptask.h"
 
 #include <atomic>
+#include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <memory>
@@ -46,6 +47,10 @@ public:
     /// again; one thread at a time, and never in a callback.
     void stop();
 
+    /// The same for at most `limit` and a moment: then the running request is given up and what is
+    /// still queued is reported as Aborted.
+    void stop(std::chrono::milliseconds limit);
+
 private:
     void runWorker();
     void perform(const HttpConnection &connection, const HttpTask &task) const;
@@ -54,15 +59,18 @@ private:
     std::shared_ptr<const HttpTask> popFront();
     bool isQueueEmpty();
     void abortQueued();
-    void wakeAndJoin();
+    void wake();
+    void join();
 
     const std::string m_name;
     std::atomic<bool> m_aborting{false};
     std::atomic<bool> m_draining{false};
+    std::atomic<bool> m_cancelled{false};
     const int m_threadCount = 1;
     std::vector<std::thread> m_threads;
     std::deque<HttpTask> m_queue;
     std::mutex m_mutex;
     std::condition_variable m_condition;
     bool m_woken = false;
+    int m_running = 0; // workers
 };

@@ -207,6 +207,22 @@ private slots:
             QCOMPARE(request.target.c_str(), "/busy");
     }
 
+    // A program that ends waits for no server.
+    void stopGivesUp()
+    {
+        QTcpServer silent;
+        QVERIFY(silent.listen(QHostAddress::LocalHost));
+        const std::string url = "http://127.0.0.1:" + std::to_string(silent.serverPort());
+        Outcomes outcomes;
+        HttpTaskManager manager("test");
+        manager.addTask(outcomes.task(HttpGet, url + "/running"));
+        manager.addTask(outcomes.task(HttpGet, url + "/queued"));
+        QVERIFY(silent.waitForNewConnection(5000));
+        manager.stop(std::chrono::milliseconds(50));
+        // 42 is libcurl's word for what was interrupted; 28 would be its own limit.
+        QCOMPARE(outcomes.text(), QByteArray("42 running ;-2 queued ;"));
+    }
+
     void faultsOfServers()
     {
         // The system accepts connections for a listening socket; nobody ever answers.
@@ -216,6 +232,7 @@ private slots:
         const ScriptedServer breaking("");
         const RawServer closing("");
         const RawServer garbling("\x01\x02 no HTTP at all\r\n\r\n");
+        const RawServer flooding("HTTP/1.1 200 OK\r\n\r\n" + QByteArray(2 * 1024 * 1024, 'x'));
         Outcomes posted;
         Outcomes got;
         HttpTaskManager poster("poster");
@@ -226,6 +243,11 @@ private slots:
         getter.addTask(got.task(HttpGet, breaking.host() + "/breaks"));
         getter.addTask(got.task(HttpGet, closing.url() + "/closes"));
         getter.addTask(got.task(HttpGet, garbling.url() + "/garbage"));
+        HttpTask flood = got.task(HttpGet, flooding.url() + "/flood");
+        flood.callback = [&got](int code, const std::string &, const HttpTask &done) {
+            return got.add(code, {}, done);
+        };
+        getter.addTask(flood);
         QElapsedTimer timer;
         timer.start();
         getter.stop();
@@ -233,7 +255,7 @@ private slots:
         QVERIFY2(timer.elapsed() < 20000, "the time limits don't hold");
         QCOMPARE(posted.text(), QByteArray("28 silent ;"));
         QCOMPARE(got.text(), QByteArray("28 silent ;7 nobody ;18 breaks part;"
-                                        "52 closes ;1 garbage ;"));
+                                        "52 closes ;1 garbage ;23 flood ;"));
     }
 };
 

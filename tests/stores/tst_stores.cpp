@@ -15,6 +15,7 @@
 #include <csignal>
 #include <limits>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 namespace {
 
@@ -52,6 +53,7 @@ private slots:
     void settingsMerge();
     void persistKeepsWhatItFinds();
     void brokenFileIsSetAside();
+    void pipeIsNotWaitedFor();
     void loginIsWrittenAtOnce();
     void failedWriteLeavesTheOldFile();
 
@@ -101,10 +103,13 @@ void TestStores::historyKeepsTheNewest500()
         for (int i = 0; i <= HistoryRecord::maxRecords; ++i)
             history.add({QString(), QString::number(i), QString()});
     }
-    const HistoryRecord history;
+    HistoryRecord history;
     QCOMPARE(history.records().size(), 500);
     QCOMPARE(history.records().first().inputfile, "500"_s);
     QCOMPARE(history.records().last().inputfile, "1"_s);
+    // A crash loses none of what was made a moment before.
+    history.add({QString(), "501"_s, QString()});
+    QTRY_VERIFY(content("HistoryRecord.json").contains("501"));
 }
 
 void TestStores::historyForm()
@@ -209,6 +214,17 @@ void TestStores::brokenFileIsSetAside()
         QCOMPARE(content("UserInfo.json.broken"), QByteArray("earlier"));
         QCOMPARE(content("UserInfo.json.broken2"), QByteArray(text));
     }
+}
+
+// What is no file can't be read, and stays.
+void TestStores::pipeIsNotWaitedFor()
+{
+    const QString path = dataDir() + "/UserInfo.json"_s;
+    put("UserInfo.json", "");
+    QFile::remove(path);
+    QCOMPARE(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+    QVERIFY(UserInfoStore().id().isEmpty());
+    QVERIFY(!QFileInfo(path).isFile() && QFileInfo::exists(path));
 }
 
 // A crash loses neither a login nor a logout.

@@ -11,13 +11,16 @@
 #include "MediaKits/AppInstance/LocalStore/encparamhistory.h"
 #include "MediaKits/AppInstance/LocalStore/functionsettings.h"
 #include "MediaKits/AppInstance/LocalStore/historyrecord.h"
+#include "MediaKits/AppInstance/LocalStore/localstores.h"
 #include "MediaKits/AppInstance/LocalStore/persiststore.h"
 #include "MediaKits/AppInstance/LocalStore/tempmarker.h"
 #include "MediaKits/AppInstance/LocalStore/userinfostore.h"
 #include "MediaKits/AppUpdater/appupdater.h"
 #include "MediaKits/DataTracker/a360sem.h"
 #include "MediaKits/DataTracker/oskdatatracker.h"
+#include "MediaKits/DataTracker/trackershared.h"
 #include "MediaKits/DataTracker/volcdatatracker.h"
+#include "MediaKits/FunctionPage/Framework/Dialogs/mediamessagebox.h"
 #include "MediaKits/FunctionPage/Framework/Intake/fileaddtype.h"
 #include "MediaKits/Logger/logger.h"
 #include "MediaKits/Manifest/playermanifest.h"
@@ -114,6 +117,8 @@ AppInstance::AppInstance(int &argc, char **argv)
 
 AppInstance::~AppInstance()
 {
+    // Before the place is given up, and before anything that may wait for a server.
+    saveStores();
     VolcDataTracker::instance().stop();
     OskDataTracker::instance().stop();
 }
@@ -125,6 +130,9 @@ bool AppInstance::init()
     if (m_application->isRunning() &&
         m_application->sendMessage(secondStartMessage, secondStartTimeoutMs))
         return false;
+    if (!m_application->hasPlace() && !mayStandBeside())
+        return false;
+    reloadStores();
     Logger::init(appDir() + QLatin1String("/log.conf"), logDir());
     sweepStaleMarkers();
     WebInterface::instance();
@@ -134,6 +142,14 @@ bool AppInstance::init()
         return false;
     Look::apply();
     return true;
+}
+
+// Two instances know nothing of each other's settings.
+bool AppInstance::mayStandBeside()
+{
+    Look::apply();
+    return MediaMessageBox::ask(
+        tr("提示"), tr("墨泉影音工坊已在运行，但没有响应。仍要再启动一个吗？"), nullptr);
 }
 
 int AppInstance::exec()
@@ -152,7 +168,7 @@ int AppInstance::callback()
         VolcDataTracker &tracker = VolcDataTracker::instance();
         tracker.event(QStringLiteral("crash"),
                       {{QStringLiteral("crash_part"), QStringLiteral("主程序")}});
-        tracker.stop();
+        tracker.stop(crashLimit);
     });
     CLOG(ERROR, "default") << "软件崩溃";
     return 1;

@@ -11,11 +11,13 @@
 /// scale, application object, command line, the one instance, log, and the look.
 class AppInstance
 {
+    Q_DECLARE_TR_FUNCTIONS(AppInstance)
+
 public:
     /// Makes the application object. Ends the process on an option that it doesn't know.
     /// @param argc lives as long as this object
     AppInstance(int &argc, char **argv);
-    /// Returns when the trackers have sent what was left, or have failed to.
+    /// Writes the stores, and lets the trackers send what is left for a moment.
     ~AppInstance();
     Q_DISABLE_COPY(AppInstance)
 
@@ -35,6 +37,7 @@ public:
 private:
     void addOptions();
     void installTranslator();
+    static bool mayStandBeside();
     bool runInstallStep() const;
     bool runUpdateStep() const;
 

@@ -70,12 +70,13 @@ bool QtSingleApplication::claimPlace()
 {
     // Without a folder no other instance can be found either.
     if (!QDir().mkpath(m_directory))
-        return true;
+        return m_hasPlace = true;
     QFile::setPermissions(m_directory, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     m_lock = DirectoryLock::tryExclusive(m_directory);
-    if (m_lock.isHeld())
+    m_hasPlace = m_lock.isHeld();
+    if (m_hasPlace)
         listen();
-    return m_lock.isHeld();
+    return m_hasPlace;
 }
 
 void QtSingleApplication::listen()

@@ -24,6 +24,8 @@ public:
 
     /// Whether another instance is there; if not, this one takes its place.
     bool isRunning();
+    /// Whether this is the instance that the others send to, as far as that can be known.
+    bool hasPlace() const { return m_hasPlace; }
 
     /// Sends to the other instance and waits until it has taken the text; an instance that is just
     /// starting takes it as soon as its event loop runs. When the other one ends meanwhile, this
@@ -44,5 +46,6 @@ private:
 
     const QString m_directory;
     DirectoryLock m_lock;
+    bool m_hasPlace = false;
     std::unique_ptr<QLocalServer> m_server;
 };

@@ -99,7 +99,7 @@ void OskDataTracker::trackTableEvent(int id, const QVariantMap &params)
         carried[QStringLiteral("extra_event_map")] = asStrings(params);
     append(eventObject(*event, carried));
     if (id == crashEventId) {
-        stop();
+        stop(crashLimit);
         return;
     }
     ensureFlushTimer();
@@ -138,12 +138,12 @@ QString OskDataTracker::userId() const
     return m_userId;
 }
 
-void OskDataTracker::stop()
+void OskDataTracker::stop(std::chrono::milliseconds limit)
 {
     if (!m_manager || m_stopped.exchange(true))
         return;
     flush(true);
-    m_manager->stop();
+    m_manager->stop(limit);
 }
 
 void OskDataTracker::trackDirectEvent(const char *type, const char *code, const char *name)

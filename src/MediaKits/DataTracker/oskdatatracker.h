@@ -2,6 +2,7 @@
 #pragma once
 
 #include "http/httptaskmanager.h"
+#include "MediaKits/DataTracker/trackershared.h"
 
 #include <QJsonObject>
 #include <QList>
@@ -53,7 +54,8 @@ public:
 
     /// Hands on the queued events and returns when they have been sent or have failed. Later
     /// events are dropped.
-    void stop();
+    /// @param limit how long it may take; what is not sent by then is dropped
+    void stop(std::chrono::milliseconds limit = leavingLimit);
 
 private:
     bool isActive() const { return m_manager && !m_stopped; }

@@ -3,6 +3,7 @@
 
 #include <QString>
 
+#include <chrono>
 #include <memory>
 #include <string>
 
@@ -10,6 +11,11 @@ class HttpTaskManager;
 
 /// The number by which the tracking services know this program.
 inline constexpr char trackedProduct[] = "3018";
+
+/// How long what is still queued may keep the program when it ends, and when it crashes. The crash
+/// hook waits for three seconds.
+inline constexpr std::chrono::milliseconds leavingLimit(400);
+inline constexpr std::chrono::milliseconds crashLimit(2500);
 
 /// @param host as "https://host"; without a scheme https is meant
 /// @param path begins with "/"

@@ -155,14 +155,14 @@ void VolcDataTracker::eventFromJson(const QString &name, const QString &jsonText
     event(name, parsedMap(jsonText));
 }
 
-void VolcDataTracker::stop()
+void VolcDataTracker::stop(std::chrono::milliseconds limit)
 {
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         if (!m_manager || std::exchange(m_stopped, true))
             return;
     }
-    m_manager->stop();
+    m_manager->stop(limit);
 }
 
 // The service knows desktop programs of this kind under "Android" and a version of its own.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "http/httptaskmanager.h"
+#include "MediaKits/DataTracker/trackershared.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -50,7 +51,8 @@ public:
     void eventFromJson(const QString &name, const QString &jsonText);
 
     /// Returns when everything handed over has been sent or has failed. Later events are dropped.
-    void stop();
+    /// @param limit how long it may take; what is not sent by then is dropped
+    void stop(std::chrono::milliseconds limit = leavingLimit);
 
 private:
     QJsonObject registrationHeader() const;

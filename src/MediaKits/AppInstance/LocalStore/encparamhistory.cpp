@@ -25,6 +25,17 @@ quint32 presetId(const QJsonValue &value)
 
 EncParamHistory::EncParamHistory() : m_file(dataDir() + QStringLiteral("/EncParamData.json"))
 {
+    load();
+}
+
+EncParamHistory::~EncParamHistory()
+{
+    save();
+}
+
+void EncParamHistory::load()
+{
+    m_ids.clear();
     const QJsonArray history = m_file.read()[historyKey].toArray();
     for (const QJsonValue &value : history) {
         if (m_ids.size() < maxIds)
@@ -32,7 +43,7 @@ EncParamHistory::EncParamHistory() : m_file(dataDir() + QStringLiteral("/EncPara
     }
 }
 
-EncParamHistory::~EncParamHistory()
+void EncParamHistory::save()
 {
     QJsonArray history;
     for (const quint32 id : qAsConst(m_ids))

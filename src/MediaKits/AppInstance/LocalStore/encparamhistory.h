@@ -24,6 +24,10 @@ public:
     void touch(quint32 id);
     void remove(quint32 id);
 
+    /// Reads the file anew.
+    void load();
+    void save();
+
 private:
     JsonFile m_file;
     QList<quint32> m_ids;

@@ -67,11 +67,21 @@ void merge(QVariantMap &target, const QVariantMap &source)
 
 FunctionSettings::FunctionSettings() : m_file(dataDir() + QStringLiteral("/SFunction.json"))
 {
+    load();
+}
+
+FunctionSettings::~FunctionSettings()
+{
+    save();
+}
+
+void FunctionSettings::load()
+{
     m_map = m_file.read().toVariantMap();
     merge(m_map, defaults());
 }
 
-FunctionSettings::~FunctionSettings()
+void FunctionSettings::save()
 {
     m_file.write(QJsonObject::fromVariantMap(m_map), QJsonDocument::Indented);
 }

@@ -52,6 +52,10 @@ public:
     QVariant value(QLatin1String section, QLatin1String key) const;
     void setValue(QLatin1String section, QLatin1String key, const QVariant &value);
 
+    /// Reads the file anew.
+    void load();
+    void save();
+
 private:
     JsonFile m_file;
     QVariantMap m_map;

@@ -3,9 +3,15 @@
 
 #include "MediaKits/AppInstance/LocalStore/appdirs.h"
 
+#include <QCoreApplication>
 #include <QJsonArray>
+#include <QTimer>
+
+#include <utility>
 
 namespace {
+
+constexpr int saveIntervalMs = 2000;
 
 const QLatin1String historyKey("history");
 const QLatin1String datetimeKey("datetime");
@@ -16,6 +22,17 @@ const QLatin1String outputfileKey("outputfile");
 
 HistoryRecord::HistoryRecord() : m_file(dataDir() + QStringLiteral("/HistoryRecord.json"))
 {
+    load();
+}
+
+HistoryRecord::~HistoryRecord()
+{
+    save();
+}
+
+void HistoryRecord::load()
+{
+    m_records.clear();
     const QJsonArray history = m_file.read()[historyKey].toArray();
     for (const QJsonValue &value : history) {
         if (!value.isObject() || m_records.size() == maxRecords)
@@ -26,7 +43,7 @@ HistoryRecord::HistoryRecord() : m_file(dataDir() + QStringLiteral("/HistoryReco
     }
 }
 
-HistoryRecord::~HistoryRecord()
+void HistoryRecord::save()
 {
     QJsonArray history;
     for (const Record &record : qAsConst(m_records)) {
@@ -48,9 +65,21 @@ void HistoryRecord::add(const Record &record)
     m_records.prepend(record);
     while (m_records.size() > maxRecords)
         m_records.removeLast();
+    saveSoon();
+}
+
+void HistoryRecord::saveSoon()
+{
+    if (!qApp || std::exchange(m_isToBeSaved, true))
+        return;
+    QTimer::singleShot(saveIntervalMs, &m_alive, [this] {
+        m_isToBeSaved = false;
+        save();
+    });
 }
 
 void HistoryRecord::clear()
 {
     m_records.clear();
+    saveSoon();
 }

@@ -4,10 +4,11 @@
 #include "MediaKits/AppInstance/LocalStore/jsonfile.h"
 
 #include <QList>
+#include <QObject>
 #include <QString>
 
-/// The conversion history in HistoryRecord.json: read by the constructor, written by the
-/// destructor.
+/// The conversion history in HistoryRecord.json: read by the constructor, written two seconds after
+/// a change at the latest, and by the destructor.
 class HistoryRecord
 {
 public:
@@ -33,7 +34,15 @@ public:
     void add(const Record &record);
     void clear();
 
+    /// Reads the file anew.
+    void load();
+    void save();
+
 private:
+    void saveSoon();
+
     JsonFile m_file;
     QList<Record> m_records;
+    bool m_isToBeSaved = false;
+    const QObject m_alive; // what is to be saved later is left to the destructor when this goes
 };

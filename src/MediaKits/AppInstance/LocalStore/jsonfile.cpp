@@ -9,6 +9,9 @@
 
 namespace {
 
+// Of a store of ours; the largest have some hundred kB.
+constexpr qint64 largestBytes = 64 * 1024 * 1024;
+
 bool setAside(const QString &path)
 {
     const QString broken = path + QStringLiteral(".broken");
@@ -27,9 +30,16 @@ QJsonObject JsonFile::read()
     QFile file(m_path);
     m_mustKeep = false;
     m_hasObject = false;
-    if (!file.exists())
+    m_written.clear();
+    const QFileInfo info(m_path);
+    if (!info.exists())
         return {};
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (info.size() > largestBytes) {
+        m_mustKeep = !setAside(m_path);
+        return {};
+    }
+    // A pipe in its place would be waited for.
+    if (!info.isFile() || !file.open(QIODevice::ReadOnly)) {
         m_mustKeep = true;
         return {};
     }
@@ -47,19 +57,25 @@ QJsonObject JsonFile::read()
     return {};
 }
 
-bool JsonFile::write(const QJsonObject &object, QJsonDocument::JsonFormat format) const
+bool JsonFile::write(const QJsonObject &object, QJsonDocument::JsonFormat format)
 {
     if (m_mustKeep || m_path.isEmpty())
         return false;
+    const QByteArray text = QJsonDocument(object).toJson(format);
+    if (text == m_written)
+        return true;
     QDir().mkpath(QFileInfo(m_path).path());
     QSaveFile file(m_path);
     if (!file.open(QIODevice::WriteOnly))
         return false;
     // The files hold a login and the names of the user's films.
     file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
-    file.write(QJsonDocument(object).toJson(format));
+    file.write(text);
     // commit() takes no notice of an error while the buffer is written out.
     if (!file.flush())
         file.cancelWriting();
-    return file.commit();
+    if (!file.commit())
+        return false;
+    m_written = text;
+    return true;
 }

@@ -19,9 +19,10 @@ public:
     QJsonObject read();
 
     /// Replaces the file, and makes its directory when that is missing; only the user may read
-    /// the result. Does nothing when the last read() found a file that has to be kept.
-    /// @return whether the file now holds the object
-    bool write(const QJsonObject &object, QJsonDocument::JsonFormat format) const;
+    /// the result. Does nothing when the last read() found a file that has to be kept, and when the
+    /// object is the one that was written last.
+    /// @return whether the file holds the object
+    bool write(const QJsonObject &object, QJsonDocument::JsonFormat format);
 
     /// Whether the last read() found an object, be it an empty one.
     bool hasObject() const { return m_hasObject; }
@@ -30,4 +31,5 @@ private:
     QString m_path;
     bool m_mustKeep = false;
     bool m_hasObject = false;
+    QByteArray m_written;
 };

@@ -7,6 +7,18 @@
 
 PersistStore::PersistStore() : m_directory(dataDir() + QStringLiteral("/Persist"))
 {
+    load();
+}
+
+PersistStore::~PersistStore()
+{
+    save();
+}
+
+void PersistStore::load()
+{
+    m_files.clear();
+    m_entries.clear();
     const QDir dir(m_directory);
     const QFileInfoList files =
         dir.entryInfoList({QStringLiteral("*.json")}, QDir::Files | QDir::CaseSensitive);
@@ -20,12 +32,13 @@ PersistStore::PersistStore() : m_directory(dataDir() + QStringLiteral("/Persist"
     }
 }
 
-PersistStore::~PersistStore()
+void PersistStore::save()
 {
     for (auto it = m_entries.cbegin(); it != m_entries.cend(); ++it) {
         const QString path = m_directory + QLatin1Char('/') + it.key() + QStringLiteral(".json");
-        const JsonFile file = m_files.value(it.key(), JsonFile(path));
-        file.write(QJsonObject::fromVariantMap(it.value()), QJsonDocument::Indented);
+        if (!m_files.contains(it.key()))
+            m_files.insert(it.key(), JsonFile(path));
+        m_files[it.key()].write(QJsonObject::fromVariantMap(it.value()), QJsonDocument::Indented);
     }
 }
 

@@ -20,6 +20,10 @@ public:
     /// Names to maps; a name is a file's name without ".json".
     QMap<QString, QVariantMap> &entries() { return m_entries; }
 
+    /// Reads the files anew.
+    void load();
+    void save();
+
 private:
     QString m_directory;
     QMap<QString, JsonFile> m_files;

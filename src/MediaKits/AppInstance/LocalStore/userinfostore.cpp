@@ -13,6 +13,11 @@ const QLatin1String idKey("id");
 
 UserInfoStore::UserInfoStore() : m_file(dataDir() + QStringLiteral("/UserInfo.json"))
 {
+    load();
+}
+
+void UserInfoStore::load()
+{
     const QJsonObject info = m_file.read()[userInfoKey].toObject();
     m_token = info[tokenKey].toString();
     m_id = info[idKey].toString();
@@ -31,7 +36,7 @@ void UserInfoStore::change(QString &value, const QString &to)
     write();
 }
 
-void UserInfoStore::write() const
+void UserInfoStore::write()
 {
     const QJsonObject info{{tokenKey, m_token}, {idKey, m_id}};
     m_file.write({{userInfoKey, info}}, QJsonDocument::Compact);

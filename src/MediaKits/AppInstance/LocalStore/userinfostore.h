@@ -21,9 +21,12 @@ public:
     QString token() const { return m_token; }
     void setToken(const QString &token) { change(m_token, token); }
 
+    /// Reads the file anew.
+    void load();
+
 private:
     void change(QString &value, const QString &to);
-    void write() const;
+    void write();
 
     JsonFile m_file;
     QString m_id;
