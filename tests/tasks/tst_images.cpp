@@ -100,6 +100,54 @@ private slots:
         check("stitched", true);
     }
 
+    // Far behind the end only the last frames are looked at, also where nobody tells the length or
+    // the sound goes on for long.
+    void findsTheLastFrameSoon_data()
+    {
+        QTest::addColumn<QString>("options");
+        QTest::newRow("known") << "-f lavfi -i testsrc2=s=64x48:r=25:d=60 -pix_fmt yuv420p @.mp4"_s;
+        QTest::newRow("unknown")
+            << "-f lavfi -i testsrc2=s=64x48:r=25:d=60 -c:v libvpx -g 50 -live 1 -f webm pipe:1"_s;
+        QTest::newRow("long sound") << "-f lavfi -i testsrc2=s=64x48:r=25:d=60 -f lavfi -i "
+                                       "sine=d=600 -pix_fmt yuv420p @.mkv"_s;
+    }
+
+    void findsTheLastFrameSoon()
+    {
+        QFETCH(QString, options);
+        const bool isPiped = !options.contains(u'@');
+        const QString film = m_folder->path("film."_s + (isPiped ? "webm"_s : options.right(3)));
+        if (isPiped)
+            writeTestFile(film, runFfmpeg(options, {}).out);
+        else
+            makeMedia(options.left(options.size() - 4), {film});
+        const QString picture = m_folder->path("last.png"_s);
+        ShotTask task({{"inputUrl"_s, film}, {"outputUrl"_s, picture}, {"pos"_s, 36'000'000}},
+                      readWithLibrary(film, ReadDepth::Headers));
+        task.start();
+        QVERIFY(waitForEnd(task));
+        QVERIFY2(task.state() == MediaTask::FINISHED, qPrintable(task.failure().cause));
+        makeMedia("-i @ -update 1 @"_s, {film, m_folder->path("own.png"_s)});
+        QCOMPARE(QImage(picture), QImage(m_folder->path("own.png"_s)));
+        // Each frame takes some 4 kB.
+        const int written = task.account().pictureKb;
+        QVERIFY2(written > 0 && written < 100, qPrintable(QString::number(written)));
+    }
+
+    // A source that keeps its reader waiting doesn't keep the window waiting.
+    void picksFromASlowDisk()
+    {
+        const QString source = m_folder->path("slow.mp4"_s);
+        QCOMPARE(runTool("mkfifo"_s, {source}).exitCode, 0);
+        Watched<VideoImagePickTask> pick(
+            new VideoImagePickTaskParam(source, m_folder->path("t.png"_s)));
+        pick.task->start();
+        QTRY_COMPARE(processesWith(source).size(), 1);
+        pick.task->stop();
+        QCOMPARE(pick.task->state(), MediaTask::STOPED);
+        QTRY_VERIFY(processesWith(source).isEmpty());
+    }
+
     // Turned and with square pixels, as players show it, at any scale.
     void takesTheShownPicture()
     {
@@ -310,6 +358,28 @@ private slots:
         Watched<VideoImagePickTask> pick(new VideoImagePickTaskParam(film, thumbnail));
         QCOMPARE(pick.run(), MediaTask::FINISHED);
         check(thumbnail);
+    }
+
+    // Thousands of pictures are no more work to begin than a few, nor all of them there at once.
+    void thousandsOfMoments()
+    {
+        QVariantMap map = wanted(m_folder->out, 0);
+        QVariantList images;
+        for (int i = 0; i < 5000; ++i)
+            images += QVariantMap{{"pos"_s, i % 3000}, {"scale"_s, 0.1F}};
+        map.insert("images"_s, images);
+        Watched<MutiImageTask> shots(new MutiImageTaskParam(map));
+        int most = 0;
+        QObject::connect(shots.task.get(), &MediaTask::taskCustomeMsgCome, shots.task.get(),
+                         [&](int, const MediaTask *step) {
+                             most = std::max(most, step->parent()->children().size());
+                             if (shots.messages.size() == 20)
+                                 shots.task->stop();
+                         });
+        QCOMPARE(shots.run(), MediaTask::STOPED);
+        QVERIFY2(most > 0 && most < 10, qPrintable(QString::number(most)));
+        QCOMPARE(QDir(m_folder->out).entryList(QDir::Files).size(), 20);
+        QTRY_COMPARE(m_folder->outputs().size(), 20);
     }
 
     void failsWithoutLeavingHalfAPicture()
