@@ -9,13 +9,14 @@
 
 namespace {
 
-bool setAside(const QString &path)
+// Empty when it can't be.
+QString setAside(const QString &path)
 {
     const QString broken = path + QStringLiteral(".broken");
     QString target = broken;
     for (int number = 2; QFile::exists(target); ++number)
         target = broken + QString::number(number);
-    return QFile::rename(path, target);
+    return QFile::rename(path, target) ? target : QString();
 }
 
 } // namespace
@@ -27,6 +28,7 @@ QJsonObject JsonFile::read()
     QFile file(m_path);
     m_mustKeep = false;
     m_hasObject = false;
+    m_asidePath.clear();
     if (!file.exists())
         return {};
     if (!file.open(QIODevice::ReadOnly)) {
@@ -43,7 +45,9 @@ QJsonObject JsonFile::read()
     m_hasObject = complete && document.isObject();
     if (m_hasObject)
         return document.object();
-    m_mustKeep = !complete || !setAside(m_path);
+    if (complete)
+        m_asidePath = setAside(m_path);
+    m_mustKeep = m_asidePath.isEmpty();
     return {};
 }
 

@@ -18,6 +18,8 @@
 namespace {
 // In picture pixels, were they square.
 constexpr QSize defaultBox(160, 120);
+// Of pictures in memory, in pixels: that of a dense screen.
+constexpr int longestSide = 4096;
 } // namespace
 
 WatermarkMaskAdapter::WatermarkMaskAdapter(QWidget *target, QObject *parent)
@@ -39,16 +41,25 @@ QPixmap WatermarkMaskAdapter::uprightPicture(const QString &path)
     QImageReader reader(path);
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);
+    const QSize size = reader.size();
+    if (std::max(size.width(), size.height()) > longestSide)
+        reader.setScaledSize(
+            size.scaled(longestSide, longestSide, Qt::KeepAspectRatio).expandedTo({1, 1}));
     return QPixmap::fromImageReader(&reader);
 }
 
 WatermarkMaskAdapterItem *WatermarkMaskAdapter::addImageItem(const QString &path)
 {
-    const QPixmap picture = uprightPicture(path);
-    if (picture.isNull()) {
+    WatermarkMaskAdapterItem *item = addImageItem(uprightPicture(path));
+    if (!item)
         MediaMessageBox::showMessage(tr("错误"), tr("无法打开图片"), target()->window());
+    return item;
+}
+
+WatermarkMaskAdapterItem *WatermarkMaskAdapter::addImageItem(const QPixmap &picture)
+{
+    if (picture.isNull())
         return nullptr;
-    }
     const QSize size =
         picture.width() > defaultBox.width() || picture.height() > defaultBox.height()
             ? picture.size().scaled(defaultBox, Qt::KeepAspectRatio)
