@@ -101,7 +101,8 @@ QVariantList templateFor(const QString &name, const MarkedPicture &picture)
     from.pixelAspect = stored[aspectKey].toDouble(1.0);
     from.durationMs = stored[durationKey].toInt();
     QVariantList marks;
-    for (const QJsonValue &entry : stored[marksKey].toArray()) {
+    const QJsonArray entries = stored[marksKey].toArray();
+    for (const QJsonValue &entry : entries) {
         const QVariantMap mark = markFromJson(entry.toObject());
         if (!mark.isEmpty())
             marks += mark;

@@ -7,6 +7,7 @@
 
 #include <QColorDialog>
 #include <QIntValidator>
+#include <QLineEdit>
 #include <QShortcut>
 
 namespace {

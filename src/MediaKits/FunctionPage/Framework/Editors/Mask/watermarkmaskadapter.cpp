@@ -9,6 +9,7 @@
 #include "MediaKits/FunctionPage/Framework/Editors/Mask/watermarkmaskadapteritem.h"
 #include "MediaKits/FunctionPage/Framework/Editors/Mask/watermarkmaskwidget.h"
 
+#include <QApplication>
 #include <QImageReader>
 #include <QTimer>
 
@@ -42,10 +43,15 @@ QPixmap WatermarkMaskAdapter::uprightPicture(const QString &path)
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);
     const QSize size = reader.size();
-    if (std::max(size.width(), size.height()) > longestSide)
-        reader.setScaledSize(
-            size.scaled(longestSide, longestSide, Qt::KeepAspectRatio).expandedTo({1, 1}));
-    return QPixmap::fromImageReader(&reader);
+    if (std::max(size.width(), size.height()) <= longestSide)
+        return QPixmap::fromImageReader(&reader);
+    reader.setScaledSize(
+        size.scaled(longestSide, longestSide, Qt::KeepAspectRatio).expandedTo({1, 1}));
+    // One of 400 million pixels takes some seconds.
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    const QPixmap picture = QPixmap::fromImageReader(&reader);
+    QApplication::restoreOverrideCursor();
+    return picture;
 }
 
 WatermarkMaskAdapterItem *WatermarkMaskAdapter::addImageItem(const QString &path)
@@ -142,9 +148,11 @@ void WatermarkMaskAdapter::alignItem(WatermarkMaskAdapterItem *item, int place)
 {
     if (!has(item) || place < 0 || place > 8)
         return;
+    const int column = place % 3;
+    const int row = place / 3;
     // Twice the way to the right and to the bottom, in halves.
     const QSizeF room = QSizeF(videoSize()) - item->m_rect.size();
-    moveItem(item, {room.width() * (place % 3) / 2, room.height() * (place / 3) / 2});
+    moveItem(item, {room.width() * column / 2, room.height() * row / 2});
 }
 
 void WatermarkMaskAdapter::setItemVisible(WatermarkMaskAdapterItem *item, bool visible)
