@@ -134,7 +134,7 @@ private slots:
         QVERIFY2(written > 0 && written < 100, qPrintable(QString::number(written)));
     }
 
-    // A source that keeps its reader waiting doesn't keep the window waiting.
+    // A source that keeps its reader waiting doesn't keep the window waiting: it is read by a tool.
     void picksFromASlowDisk()
     {
         const QString source = m_folder->path("slow.mp4"_s);
@@ -143,6 +143,8 @@ private slots:
             new VideoImagePickTaskParam(source, m_folder->path("t.png"_s)));
         pick.task->start();
         QTRY_COMPARE(processesWith(source).size(), 1);
+        const QString name = "/proc/%1/comm"_s.arg(processesWith(source).first());
+        QTRY_COMPARE(contentOf(name).trimmed(), QByteArray("ffprobe"));
         pick.task->stop();
         QCOMPARE(pick.task->state(), MediaTask::STOPED);
         QTRY_VERIFY(processesWith(source).isEmpty());
