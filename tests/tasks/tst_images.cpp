@@ -100,56 +100,6 @@ private slots:
         check("stitched", true);
     }
 
-    // Far behind the end only the last frames are looked at, also where nobody tells the length or
-    // the sound goes on for long.
-    void findsTheLastFrameSoon_data()
-    {
-        QTest::addColumn<QString>("options");
-        QTest::newRow("known") << "-f lavfi -i testsrc2=s=64x48:r=25:d=60 -pix_fmt yuv420p @.mp4"_s;
-        QTest::newRow("unknown")
-            << "-f lavfi -i testsrc2=s=64x48:r=25:d=60 -c:v libvpx -g 50 -live 1 -f webm pipe:1"_s;
-        QTest::newRow("long sound") << "-f lavfi -i testsrc2=s=64x48:r=25:d=60 -f lavfi -i "
-                                       "sine=d=600 -pix_fmt yuv420p @.mkv"_s;
-    }
-
-    void findsTheLastFrameSoon()
-    {
-        QFETCH(QString, options);
-        const bool isPiped = !options.contains(u'@');
-        const QString film = m_folder->path("film."_s + (isPiped ? "webm"_s : options.right(3)));
-        if (isPiped)
-            writeTestFile(film, runFfmpeg(options, {}).out);
-        else
-            makeMedia(options.left(options.size() - 4), {film});
-        const QString picture = m_folder->path("last.png"_s);
-        ShotTask task({{"inputUrl"_s, film}, {"outputUrl"_s, picture}, {"pos"_s, 36'000'000}},
-                      readWithLibrary(film, ReadDepth::Headers));
-        task.start();
-        QVERIFY(waitForEnd(task));
-        QVERIFY2(task.state() == MediaTask::FINISHED, qPrintable(task.failure().cause));
-        makeMedia("-i @ -update 1 @"_s, {film, m_folder->path("own.png"_s)});
-        QCOMPARE(QImage(picture), QImage(m_folder->path("own.png"_s)));
-        // Each frame takes some 4 kB.
-        const int written = task.account().pictureKb;
-        QVERIFY2(written > 0 && written < 100, qPrintable(QString::number(written)));
-    }
-
-    // A source that keeps its reader waiting doesn't keep the window waiting: it is read by a tool.
-    void picksFromASlowDisk()
-    {
-        const QString source = m_folder->path("slow.mp4"_s);
-        QCOMPARE(runTool("mkfifo"_s, {source}).exitCode, 0);
-        Watched<VideoImagePickTask> pick(
-            new VideoImagePickTaskParam(source, m_folder->path("t.png"_s)));
-        pick.task->start();
-        QTRY_COMPARE(processesWith(source).size(), 1);
-        const QString name = "/proc/%1/comm"_s.arg(processesWith(source).first());
-        QTRY_COMPARE(contentOf(name).trimmed(), QByteArray("ffprobe"));
-        pick.task->stop();
-        QCOMPARE(pick.task->state(), MediaTask::STOPED);
-        QTRY_VERIFY(processesWith(source).isEmpty());
-    }
-
     // Turned and with square pixels, as players show it, at any scale.
     void takesTheShownPicture()
     {
