@@ -3,6 +3,7 @@
 
 #include "catalogue/encparamcatalog.h"
 #include "cli/dubvalue.h"
+#include "cli/markvalue.h"
 #include "cli/textvalues.h"
 #include "MediaKits/AppInstance/LocalStore/mediafunction.h"
 
@@ -23,8 +24,8 @@ const CommandRow commandRows[] = {
     {"presets", Command::Presets, "json category"},
     {"probe", Command::Probe, "json reader"},
     {"convert", Command::Convert,
-     "json preset out name from to crop speed beauty dub film-volume mute-film jobs dry-run "
-     "strict"},
+     "json preset out name from to crop speed beauty watermark delogo dub film-volume mute-film "
+     "jobs dry-run strict"},
     {"gif", Command::Gif, "json out name from to size fps quality jobs dry-run strict"},
     {"merge", Command::Merge, "json preset out name strict"},
     {"shots", Command::Shots, "json at every from to format scale long sheet out"},
@@ -209,6 +210,15 @@ void readDubbing(CommandLine &line, ValueReader &values)
                     {QStringLiteral("isMax"), !isMuted}};
 }
 
+// What is laid over the picture isn't to be removed.
+void readMarks(CommandLine &line, ValueReader &values)
+{
+    for (const QVariantMap &removal : values.values<QVariantMap>("delogo", parseDelogo))
+        line.marks += removal;
+    for (const QVariantMap &mark : values.values<QVariantMap>("watermark", parseWatermark))
+        line.marks += mark;
+}
+
 void readRun(CommandLine &line, ValueReader &values)
 {
     constexpr int maxJobs = 64;
@@ -224,6 +234,7 @@ void readConversion(CommandLine &line, ValueReader &values)
 {
     line.crop = values.value<CropBox>("crop", parseCropBox);
     line.beauty = values.value<VideoBeautyParam>("beauty", parseBeauty);
+    readMarks(line, values);
     readDubbing(line, values);
     line.speed = values.number("speed", 0, 0, 9);
 }
@@ -341,6 +352,7 @@ QString helpText()
               "  morvane-cli convert FILE… --preset ID [--out DIR] [--name BASE] [--from T] [--to "
               "T]\n"
               "              [--crop X,Y,W,H] [--speed 0..9] [--beauty key=value,…]\n"
+              "              [--watermark JSON]… [--delogo JSON]…\n"
               "              [--dub JSON]… [--film-volume 0..2] [--mute-film]\n"
               "              [--jobs N] [--dry-run] [--strict] [--json]\n"
               "  morvane-cli gif FILE… [--size WxH] [--fps N] [--quality] [--from T] [--to T]\n"
@@ -353,6 +365,11 @@ QString helpText()
               "T 为秒数或 hh:mm:ss[.zzz]。--speed 1 最快，9 最慢，0 由编码器决定。\n"
               "--beauty 的键：contrast brightness saturation red green blue rotate volume speed\n"
               "reverse vflip hflip；filter 为现成的滤镜：%1。\n"
+              "--watermark 加一个水印：{\"image\":\"logo.png\",\"rect\":[X,Y,W,H],"
+              "\"opacity\":0.8,\"from\":0,\"to\":5}\n"
+              "或 {\"text\":\"…\",\"rect\":[X,Y],\"font\":\"…\",\"size\":36,"
+              "\"color\":\"#ffffff\"}；--delogo 抹去 {\"rect\":[X,Y,W,H]}。\n"
+              "rect 为画面中的像素，from 和 to 为秒数，可省略。\n"
               "--dub 加一段配乐：{\"file\":\"song.mp3\",\"start\":3.5,\"volume\":0.8}，start "
               "为影片中的秒数，\n"
               "volume 为 0 到 2；--mute-film 去掉原声。\n"

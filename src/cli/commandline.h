@@ -42,6 +42,7 @@ struct CommandLine
     std::optional<int> toMs;
     std::optional<CropBox> crop;
     std::optional<VideoBeautyParam> beauty;
+    QVariantList marks; ///< `videoFilters` of the conversion
     /// A dubbing of the conversion; empty for none.
     QVariantMap dubbing;
     ShotWish shots;

@@ -82,6 +82,7 @@ ConvertTaskParam convertParam(const CommandLine &line, const QString &file, cons
         param.cropRect = QSharedPointer<CropBox>::create(*line.crop);
     if (line.beauty)
         param.beauty = QSharedPointer<VideoBeautyParam>::create(*line.beauty);
+    param.videoFilters = line.marks;
     if (!line.dubbing.isEmpty())
         param.audioFilters = {line.dubbing};
     return param;

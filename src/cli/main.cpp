@@ -11,8 +11,11 @@
 #include "platform/terminationwatcher.h"
 #include "platform/utf8locale.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <QTimer>
+
+#include <algorithm>
+#include <memory>
 
 namespace {
 
@@ -59,12 +62,24 @@ int run(const CommandLine &line)
     return 0;
 }
 
+// Texts on pictures are painted, which takes an application with a GUI, though no display.
+std::unique_ptr<QCoreApplication> makeApplication(int &argc, char *argv[])
+{
+    const bool paints = std::any_of(argv, argv + argc, [](const char *word) {
+        return QByteArray(word).contains("-watermark");
+    });
+    if (!paints)
+        return std::make_unique<QCoreApplication>(argc, argv);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    return std::make_unique<QGuiApplication>(argc, argv);
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
 {
     ensureUtf8Locale();
-    QCoreApplication application(argc, argv);
+    const auto application = makeApplication(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("morvane-cli"));
 
     QString error;

@@ -3,7 +3,9 @@
 
 #include "cli/convertcommand.h"
 #include "MediaKits/MediaTasksManager/grouptaskfactory.h"
+#include "MediaKits/MediaTasksManager/inputcheck.h"
 #include "MediaKits/MediaTasksManager/mutiimagetask.h"
+#include "MediaKits/MediaTasksManager/shottask.h"
 
 #include <QFileInfo>
 
@@ -24,16 +26,16 @@ QVector<int> momentsOf(const ShotWish &wish, int sourceMs)
     QVector<int> moments;
     for (qint64 ms = wish.fromMs; ms <= last; ms += wish.everyMs)
         moments += int(ms);
-    // Shorter than that, or of unknown length, a video still has a frame there.
+    // Shorter than that, a video still has a frame there.
     return moments.isEmpty() ? QVector<int>{wish.fromMs} : moments;
 }
 
 MediaTask *shotTask(const CommandLine &line, const QString &file,
-                    const QSharedPointer<MediaInfoData> &info)
+                    const QSharedPointer<MediaInfoData> &info, int sourceMs)
 {
     const ShotWish &wish = line.shots;
     QVariantList images;
-    const QVector<int> moments = momentsOf(wish, sourceDurationMs(info));
+    const QVector<int> moments = momentsOf(wish, sourceMs);
     for (const int ms : moments)
         images +=
             QVariantMap{{QStringLiteral("pos"), ms}, {QStringLiteral("scale"), float(wish.scale)}};
@@ -51,6 +53,36 @@ MediaTask *shotTask(const CommandLine &line, const QString &file,
     return task;
 }
 
+// A series needs an end, which a film that was never finished doesn't tell.
+void findLength(const QString &file, const QSharedPointer<MediaInfoData> &info, QObject *owner,
+                const std::function<void(int)> &ready)
+{
+    const int toldMs = sourceDurationMs(info);
+    if (toldMs > 0 || !inputProblem(file).isEmpty()) {
+        ready(toldMs);
+        return;
+    }
+    auto *task = new FFmpegExTask(QString(), QString(), owner);
+    task->setParam(new FFmpegExTaskParam(ShotTask::endTree(file)));
+    QObject::connect(task, &MediaTask::taskStateChanged, owner, [=](MediaTask::State state) {
+        if (!MediaTask::isFinal(state))
+            return;
+        task->deleteLater();
+        ready(int(task->account().writtenMs));
+    });
+    task->start();
+}
+
+void makeTask(const CommandLine &line, const QString &file,
+              const QSharedPointer<MediaInfoData> &info, QObject *owner, const CliJob::Ready &ready)
+{
+    if (line.shots.everyMs == 0)
+        ready(shotTask(line, file, info, 0));
+    else
+        findLength(file, info, owner,
+                   [=](int sourceMs) { ready(shotTask(line, file, info, sourceMs)); });
+}
+
 } // namespace
 
 std::vector<CliJob> shotJobs(const CommandLine &line, QObject *owner)
@@ -60,7 +92,7 @@ std::vector<CliJob> shotJobs(const CommandLine &line, QObject *owner)
         jobs.push_back({file, [=](const CliJob::Ready &ready) {
                             probeSource(file, owner,
                                         [=](const QSharedPointer<MediaInfoData> &info) {
-                                            ready(shotTask(line, file, info));
+                                            makeTask(line, file, info, owner, ready);
                                         });
                         }});
     }

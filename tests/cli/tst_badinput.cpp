@@ -297,6 +297,30 @@ private slots:
         QVERIFY2(left.isEmpty(), qPrintable(left.join(u' ')));
     }
 
+    // What has been finished stays, and nothing else.
+    void fullDiskOfPictures()
+    {
+        const QTemporaryDir mount;
+        const ToolRun mounted =
+            runTool("mount"_s, {"-t"_s, "tmpfs"_s, "-o"_s, "size=600k"_s, "tmpfs"_s, mount.path()});
+        if (mounted.exitCode != 0)
+            QSKIP("no right to mount a small disk");
+        // Each picture takes 231 KB.
+        const ToolRun run = runCli({"shots"_s, m_clip, "--at"_s, "0,0.1,0.2,0.3"_s, "--format"_s,
+                                    "bmp"_s, "--out"_s, mount.path(), "--json"_s});
+        const QStringList left = entriesOf(mount.path());
+        QList<qint64> sizes;
+        for (const QString &name : left)
+            sizes += QFileInfo(mount.filePath(name)).size();
+        runTool("umount"_s, {mount.path()});
+        QCOMPARE(run.exitCode, 1);
+        const QJsonObject record = jobRecords(run).value(0);
+        QVERIFY2(message(record).contains("磁盘空间不足"_s), qPrintable(message(record)));
+        const QString name = QFileInfo(m_clip).completeBaseName();
+        QCOMPARE(left, (QStringList{name + "_1.bmp"_s, name + "_2.bmp"_s}));
+        QVERIFY(sizes[0] > 230000 && sizes[1] == sizes[0]);
+    }
+
     void fileSizeLimit()
     {
         const QTemporaryDir out;

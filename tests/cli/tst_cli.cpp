@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "clirun.h"
 #include "support/mediaprobe.h"
+#include "support/testfile.h"
 #include "support/testmedia.h"
 
+#include <QImage>
 #include <QtTest>
 
 #include <csignal>
@@ -156,6 +158,50 @@ private slots:
         QVERIFY2(sound.contains("\"[0:a]atempo=2.00[art0]\" -vn"_s), qPrintable(sound));
     }
 
+    // A picture, a text and a removal, each where it was told to be, and the picture in its time.
+    void marks()
+    {
+        const QTemporaryDir out;
+        const QString film = out.filePath("in.mp4"_s);
+        makeMedia("-f lavfi -i color=gray:s=320x240:d=2:r=10,drawbox=250:30:20:20:white:fill "
+                  "-pix_fmt yuv420p @"_s,
+                  {film});
+        const QString logo = out.filePath("it's = 50%.png"_s);
+        makePicture(logo, "red"_s, 40, 20);
+        const auto json = [](QString text) { return text.replace(u'`', u'"'); };
+        const ToolRun run = runCli(
+            {"convert"_s, film, "--preset"_s, "1003001"_s, "--out"_s, out.filePath("out"_s),
+             "--delogo"_s, json("{`rect`:[244,24,32,32]}"_s), "--watermark"_s,
+             json("{`image`:`%1`,`rect`:[40,60,80,40],`from`:0,`to`:1}"_s.arg(logo)),
+             "--watermark"_s, json("{`text`:`HHHH`,`rect`:[20,150,160,60],`color`:`#0000ff`}"_s)});
+        QVERIFY2(run.exitCode == 0, run.err.constData());
+        const auto frameAt = [&](const char *second) {
+            const QString picture = out.filePath("frame.png"_s);
+            makeMedia("-y -ss %1 -i @ -frames:v 1 @"_s.arg(QLatin1String(second)),
+                      {run.outLines().value(0), picture});
+            return QImage(picture);
+        };
+        const auto isRed = [](const QColor &colour) {
+            return colour.red() > 200 && colour.green() < 60 && colour.blue() < 60;
+        };
+        const QImage early = frameAt("0.5");
+        QCOMPARE(early.size(), QSize(320, 240));
+        for (const QPoint &inside : {QPoint(42, 62), QPoint(117, 97)})
+            QVERIFY2(isRed(early.pixelColor(inside)), qPrintable(early.pixelColor(inside).name()));
+        for (const QPoint &beside : {QPoint(37, 62), QPoint(123, 97), QPoint(42, 57)})
+            QVERIFY2(!isRed(early.pixelColor(beside)), qPrintable(early.pixelColor(beside).name()));
+        QVERIFY(early.pixelColor(260, 40).lightness() < 150);
+        // The text fills its rectangle from one end to the other.
+        QVector<int> blue;
+        for (int x = 0; x < early.width(); ++x) {
+            const QColor colour = early.pixelColor(x, 180);
+            if (colour.blue() > 150 && colour.red() < 90)
+                blue += x;
+        }
+        QVERIFY(blue.size() > 15 && blue.first() < 40 && blue.last() > 160);
+        QVERIFY(!isRed(frameAt("1.9").pixelColor(80, 80)));
+    }
+
     void shoots()
     {
         const QTemporaryDir out;
@@ -176,6 +222,21 @@ private slots:
                                   "--at 1 --format gif", "--at 1 --long --sheet 2"})
             QCOMPARE(names(QString::fromLatin1(wrong).split(u' ', Qt::SkipEmptyParts)),
                      QStringList("2"_s));
+    }
+
+    // A film that was never finished tells no length.
+    void shootsASeriesOfUnknownLength()
+    {
+        const QTemporaryDir out;
+        const QString film = out.filePath("odd.webm"_s);
+        writeTestFile(film, runFfmpeg("-f lavfi -i testsrc2=s=64x48:r=25:d=4 -c:v libvpx "
+                                      "-live 1 -f webm pipe:1"_s,
+                                      {})
+                                .out);
+        const ToolRun run =
+            runCli({"shots"_s, film, "--every"_s, "1"_s, "--out"_s, out.filePath("out"_s)});
+        QVERIFY2(run.exitCode == 0, run.err.constData());
+        QCOMPARE(run.outLines().size(), 4);
     }
 
     void merges()
@@ -229,6 +290,24 @@ private slots:
         // Any later start of the program takes away what the dead one left.
         runCli({"categories"_s});
         QVERIFY2(entriesOf(out.path()).isEmpty(), qPrintable(entriesOf(out.path()).join(u' ')));
+    }
+
+    // Of pictures, the finished ones stay.
+    void killedShotsAreSweptLater()
+    {
+        const QTemporaryDir out;
+        QProcess process;
+        process.start(builtProgram("morvane-cli"_s),
+                      {"shots"_s, m_longClip, "--every"_s, "0.1"_s, "--format"_s, "bmp"_s,
+                       "--out"_s, out.path()});
+        QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(out.filePath("long_2.bmp"_s)), 20000);
+        process.kill();
+        QVERIFY(process.waitForFinished(20000));
+        QTRY_VERIFY_WITH_TIMEOUT(processesWith(out.path()).isEmpty(), 1000);
+        QVERIFY(entriesOf(out.path()).contains("~~MRVN_Temp~~"_s));
+        runCli({"categories"_s});
+        for (const QString &name : entriesOf(out.path()))
+            QVERIFY2(QImage(out.filePath(name)).size() == QSize(1280, 720), qPrintable(name));
     }
 
     void installedTreeRuns()

@@ -2,11 +2,14 @@
 #include "cli/commandline.h"
 #include "cli/consoleprogress.h"
 #include "cli/dubvalue.h"
+#include "cli/markvalue.h"
 #include "cli/textvalues.h"
 #include "MediaKits/MediaTasksManager/converttask.h"
 #include "support/casename.h"
 #include "support/utf8.h"
 
+#include <QFont>
+#include <QRectF>
 #include <QtTest>
 
 class TestCliValues : public QObject
@@ -28,6 +31,33 @@ private slots:
             QVERIFY2(!parseDub(QLatin1String(wrong) + QString()), wrong);
         QCOMPARE(parseFactor("0.5"_s).value_or(-1.0F), 0.5F);
         QVERIFY(!parseFactor("2.5"_s) && !parseFactor("nan"_s) && !parseFactor("x"_s));
+    }
+
+    void marks()
+    {
+        const auto image = parseWatermark(
+            R"({"image":"/a.png","rect":[-8,4.5,80,40],"opacity":0.5,"from":1.5,"to":3})"_s);
+        QVERIFY(image);
+        QCOMPARE(image->value("filter"_s).toString(), "watermark"_s);
+        QCOMPARE(image->value("rect"_s).toRectF(), QRectF(-8, 4.5, 80, 40));
+        QCOMPARE(image->value("startTime"_s).toInt(), 1500);
+        QCOMPARE(image->value("endTime"_s).toInt(), 3000);
+        const auto text = parseWatermark(R"({"text":" % ","rect":[1,2],"from":2,"size":20})"_s);
+        QVERIFY(text);
+        QCOMPARE(text->value("text"_s).toString(), " % "_s);
+        QCOMPARE(text->value("font"_s).value<QFont>().pixelSize(), 20);
+        QVERIFY(text->value("endTime"_s).toInt() > 360'000'000);
+        QCOMPARE(parseDelogo(R"({"rect":[0,0,9,9]})"_s)->value("endTime"_s).toInt(), 0);
+        for (const char *wrong :
+             {"{", "[]", "{}", R"({"rect":[0,0,9,9]})", R"({"image":"a","rect":[0,0,9]})",
+              R"({"image":"a","rect":[0,0,0,9]})", R"({"image":"a","rect":[0,0]})",
+              R"({"image":"","rect":[0,0,9,9]})", R"({"image":"a","text":"b","rect":[0,0,9,9]})",
+              R"({"text":"b","rect":[0,0],"color":"x"})", R"({"text":"b","rect":[0,0],"size":5})",
+              R"({"text":"b","rect":[0,0],"from":2,"to":2})", R"({"text":"","rect":[0,0]})",
+              R"({"image":"a","rect":[0,0,9,9],"opacity":2})",
+              R"({"image":"a","rect":[0,0,9,"9"]})", R"({"text":"b","rect":[0,0],"x":1})"})
+            QVERIFY2(!parseWatermark(QLatin1String(wrong) + QString()), wrong);
+        QVERIFY(!parseDelogo(R"({"rect":[0,0,9,9],"text":"a"})"_s) && !parseDelogo("{}"_s));
     }
 
     void times()

@@ -1,15 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/AppInstance/LocalStore/appdirs.h"
 #include "MediaKits/AppInstance/LocalStore/historyrecord.h"
+#include "MediaKits/AppInstance/LocalStore/tempmarker.h"
 #include "MediaKits/FunctionPage/VideoShot/frameshotdialog.h"
 #include "MediaKits/FunctionPage/VideoShot/mediashotfunctionpage.h"
 #include "MediaKits/MediaTasksManager/mutiimagetask.h"
 #include "support/casename.h"
 #include "support/pagetest.h"
+#include "support/toolrun.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDirIterator>
+#include <QProcess>
 #include <QSpinBox>
 #include <QTimeEdit>
 #include <QtTest>
@@ -35,10 +38,11 @@ QList<int> positionsIn(const QWidget &dialog)
 
 bool hasPicture(const QWidget &dialog, int row)
 {
-    QListWidget *list = moments(dialog);
-    if (row >= list->count())
+    const QListWidget *list = moments(dialog);
+    const QWidget *widget = row < list->count() ? list->itemWidget(list->item(row)) : nullptr;
+    if (!widget)
         return false;
-    const auto *label = child<QLabel>(*list->itemWidget(list->item(row)), "lblImage");
+    const auto *label = child<QLabel>(*widget, "lblImage");
     return !label->pixmap(Qt::ReturnByValue).isNull();
 }
 
@@ -236,6 +240,62 @@ private slots:
             press(dialog, "btnOk");
         });
         QCOMPARE(test.text(0, "lblOutCount"), "数量：60"_s);
+    }
+
+    // Many moments are one batch: one result of many pictures, told once. The rows behind the
+    // hundredth get their widgets in sight alone.
+    void twoHundredMoments()
+    {
+        constexpr int count = 200;
+        ShotPage test({m_film});
+        QVariantList images;
+        for (int i = 0; i < count; ++i)
+            images += QVariantMap{{"pos"_s, 290 * i}, {"scale"_s, 0.1F}};
+        test.edit(0, [&](QWidget &dialog) {
+            static_cast<FrameShotDialog &>(dialog).setOptions(
+                {{"format"_s, "jpg"_s}, {"images"_s, images}});
+            QTRY_COMPARE(moments(dialog)->count(), count);
+            moments(dialog)->scrollToBottom();
+            QTRY_VERIFY(hasPicture(dialog, count - 1));
+            QVERIFY(!hasPicture(dialog, 150));
+            moments(dialog)->scrollToItem(moments(dialog)->item(150));
+            QTRY_VERIFY(hasPicture(dialog, 150));
+            press(dialog, "btnOk");
+        });
+        QVERIFY(temporaryPictures().isEmpty());
+        QCOMPARE(test.text(0, "lblOutCount"), "数量：200"_s);
+        const int recorded = HistoryRecord::instance().records().size();
+        QVERIFY(test.shoot(0));
+        QCOMPARE(test.results().size(), count);
+        QCOMPARE(HistoryRecord::instance().records().size(), recorded + 1);
+    }
+
+    // A program that is killed while its small pictures come, and the next one of the same user.
+    void killedInTheMiddle()
+    {
+        const QString role = qEnvironmentVariable("MORVANE_TEST_ROLE");
+        const QString program = QCoreApplication::applicationFilePath();
+        const QStringList words{"killedInTheMiddle"_s};
+        if (role == "next"_s) {
+            sweepStaleMarkers();
+        } else if (role == "killed"_s) {
+            ShotPage test({m_film});
+            test.edit(0, [](QWidget &dialog) {
+                press(dialog, "btnSequenceSelect");
+                press(dialog, "btnFragmentAdd");
+                QTest::qWait(endLimitMs); // it is never let live for that long
+            });
+        } else {
+            QProcess killed;
+            killed.setProcessEnvironment(environmentWith({"MORVANE_TEST_ROLE=killed"_s}));
+            killed.start(program, words);
+            QTRY_VERIFY_WITH_TIMEOUT(!temporaryPictures().isEmpty(), endLimitMs);
+            killed.kill();
+            QVERIFY(killed.waitForFinished());
+            QVERIFY(!entriesOf(tempMarkerPath(tempDir())).isEmpty());
+            QCOMPARE(runTool(program, words, {"MORVANE_TEST_ROLE=next"_s}).exitCode, 0);
+            QCOMPARE(entriesOf(tempMarkerPath(tempDir())), QStringList());
+        }
     }
 
     // What was added singly is no part of a series that is stopped, and a cleared series is over.

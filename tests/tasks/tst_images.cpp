@@ -312,6 +312,28 @@ private slots:
         check(thumbnail);
     }
 
+    // Thousands of pictures are no more work to begin than a few, nor all of them there at once.
+    void thousandsOfMoments()
+    {
+        QVariantMap map = wanted(m_folder->out, 0);
+        QVariantList images;
+        for (int i = 0; i < 5000; ++i)
+            images += QVariantMap{{"pos"_s, i % 3000}, {"scale"_s, 0.1F}};
+        map.insert("images"_s, images);
+        Watched<MutiImageTask> shots(new MutiImageTaskParam(map));
+        int most = 0;
+        QObject::connect(shots.task.get(), &MediaTask::taskCustomeMsgCome, shots.task.get(),
+                         [&](int, const MediaTask *step) {
+                             most = std::max(most, step->parent()->children().size());
+                             if (shots.messages.size() == 20)
+                                 shots.task->stop();
+                         });
+        QCOMPARE(shots.run(), MediaTask::STOPED);
+        QVERIFY2(most > 0 && most < 10, qPrintable(QString::number(most)));
+        QCOMPARE(QDir(m_folder->out).entryList(QDir::Files).size(), 20);
+        QTRY_COMPARE(m_folder->outputs().size(), 20);
+    }
+
     void failsWithoutLeavingHalfAPicture()
     {
         QVariantMap map = wanted(m_folder->out, 2);

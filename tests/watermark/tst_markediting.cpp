@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "watermark/watermarktest.h"
 
+#include "MediaKits/AppInstance/LocalStore/appdirs.h"
 #include "MediaKits/AppInstance/LocalStore/watermarktemplates.h"
 #include "MediaKits/FunctionPage/VideoWatermark/mark.h"
 #include "MediaKits/FunctionPage/VideoWatermark/videowatermarkdialog.h"
@@ -25,6 +26,112 @@ private slots:
         QImage logo(120, 60, QImage::Format_ARGB32);
         logo.fill(Qt::red);
         QVERIFY(logo.save(m_logo));
+    }
+
+    // Before anything has asked for the templates.
+    void brokenTemplatesAreKept()
+    {
+        const QString store = dataDir() + "/WatermarkTemplates.json"_s;
+        writeTestFile(store, R"({"templates":{"mine":)");
+        WatermarkPage test({m_film});
+        test.edit(0, [](QWidget &dialog) {
+            const QString told = askedBy(
+                [&dialog] {
+                    press(dialog, "btnTemplate");
+                    QApplication::activePopupWidget()->close();
+                },
+                "btnOK");
+            QVERIFY2(told.contains("WatermarkTemplates.json.broken"_s), qPrintable(told));
+            press(dialog, "btnTemplate");
+            QVERIFY(QApplication::activePopupWidget());
+            QApplication::activePopupWidget()->close();
+        });
+        QCOMPARE(contentOf(store + ".broken"_s), QByteArray(R"({"templates":{"mine":)"));
+        QVERIFY(QFile::remove(store + ".broken"_s));
+    }
+
+    // Where a box of the usual size or a text has no room, it shrinks.
+    void inASmallFilm()
+    {
+        const QString film = m_folder.filePath("small.mp4"_s);
+        makeMedia("-f lavfi -i color=0x206080:s=100x80:r=10:d=2 @"_s, {film});
+        WatermarkPage test({film});
+        test.edit(0, [this](QWidget &dialog) {
+            press(dialog, "btnAddDelogo");
+            addImage(dialog, m_logo);
+            addText(dialog, "一二三四五六"_s);
+            QVERIFY(selectedBox(dialog));
+            press(dialog, "btnOk");
+        });
+        QCOMPARE(test.marks(0).size(), 3);
+        for (int i = 0; i < 3; ++i) {
+            const QRectF rect = test.mark(0, i).value("rect"_s).toRectF();
+            QVERIFY2(QRectF(0, 0, 100, 80).contains(rect) && rect.height() > 8,
+                     qPrintable("%1: %2,%3 %4x%5"_s.arg(i)
+                                    .arg(rect.x())
+                                    .arg(rect.y())
+                                    .arg(rect.width())
+                                    .arg(rect.height())));
+        }
+        QVERIFY(!test.convert(0).isEmpty());
+    }
+
+    // Without a mouse: a text and its other words, its place and time, the size of a removal.
+    void allByKeyboard()
+    {
+        WatermarkPage test({m_film});
+        test.edit(0, [](QWidget &dialog) {
+            const auto type = [](int key, Qt::KeyboardModifiers with = Qt::NoModifier) {
+                QTest::keyClick(QApplication::focusWidget(), Qt::Key(key), with);
+            };
+            const auto goTo = [&](const char *name) {
+                constexpr int mostStops = 80;
+                QTRY_VERIFY(dialog.isActiveWindow() && QApplication::focusWidget());
+                for (int i = 0; i < mostStops; ++i) {
+                    if (QApplication::focusWidget()->objectName() == QLatin1String(name))
+                        return;
+                    type(Qt::Key_Tab);
+                }
+                QFAIL(name);
+            };
+            const auto write = [&](const QString &text) {
+                whenModal("TextEditDialog", [=](QWidget &edit) {
+                    QVERIFY(child(edit, "plainTextEdit")->hasFocus());
+                    type(Qt::Key_A, Qt::ControlModifier);
+                    QTest::keyClicks(QApplication::focusWidget(), text);
+                    type(Qt::Key_Tab, Qt::ControlModifier);
+                    QVERIFY(!child(edit, "plainTextEdit")->hasFocus());
+                    type(Qt::Key_Return, Qt::ControlModifier);
+                });
+                type(Qt::Key_Space);
+            };
+            goTo("btnAddTextWM");
+            write("one"_s);
+            QCOMPARE(markList(dialog)->count(), 1);
+            goTo("btnEdit");
+            write("two"_s);
+            goTo("btnPlace8");
+            type(Qt::Key_Space);
+            type(Qt::Key_Left);
+            type(Qt::Key_Up, Qt::ShiftModifier);
+            goTo("tedtStart");
+            type(Qt::Key_End);
+            type(Qt::Key_Up);
+            goTo("btnAddDelogo");
+            type(Qt::Key_Space);
+            QCOMPARE(markList(dialog)->count(), 2);
+            type(Qt::Key_Right, Qt::ShiftModifier | Qt::ControlModifier);
+            type(Qt::Key_Up, Qt::ControlModifier);
+            goTo("btnOk");
+            type(Qt::Key_Space);
+            QVERIFY(!dialog.isVisible());
+        });
+        QCOMPARE(test.marks(0).size(), 2);
+        const QVariantMap text = test.mark(0, 0);
+        QCOMPARE(text.value("text"_s).toString(), "two"_s);
+        QCOMPARE(text.value("rect"_s).toRectF().bottomRight(), QPointF(639, 350));
+        QCOMPARE(text.value("startTime"_s).toInt(), 1000);
+        QCOMPARE(test.mark(0, 1).value("rect"_s).toRectF().size(), QSizeF(170, 119));
     }
 
     void panelChangesTheMark()
@@ -137,6 +244,7 @@ private slots:
                                    {"startTime"_s, 9},
                                    {"endTime"_s, 0}};
             static_cast<VideoWatermarkDialog &>(dialog).setMarks(sharedMarks({mark}));
+            QCOMPARE(child<QLabel>(dialog, "lblTime")->text(), "全程"_s);
             QVERIFY(selectedBox(dialog));
             QTest::keyClick(child(dialog, "csPlayer"), Qt::Key_Right);
             QVERIFY(selectedBox(dialog));

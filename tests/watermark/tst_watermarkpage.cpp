@@ -214,6 +214,25 @@ private slots:
             QVERIFY(made.pixelColor(place).red() > 180 && made.pixelColor(place).blue() < 80);
     }
 
+    // Larger than ffmpeg takes any picture for.
+    void aHugePicture()
+    {
+        const QString huge = m_folder.filePath("huge.png"_s);
+        QImage white(20000, 20000, QImage::Format_Mono);
+        white.fill(1);
+        QVERIFY(white.save(huge));
+        WatermarkPage test({m_film});
+        test.edit(0, [&huge](QWidget &dialog) {
+            addImage(dialog, huge);
+            QVERIFY(selectedBox(dialog));
+            press(dialog, "btnOk");
+        });
+        QCOMPARE(test.mark(0, 0).value("rect"_s).toRectF(), QRectF(0, 0, 120, 120));
+        QVERIFY2(!test.convert(0).isEmpty(), qPrintable(test.row(0)->task()->failure().cause));
+        const QImage made = frame(test.row(0)->outputPath(), 1);
+        QVERIFY(qGray(made.pixel(60, 60)) > 200);
+    }
+
     // What is typed is what comes out; what a filter or an expansion would read is no exception.
     void textsAsTyped()
     {

@@ -42,8 +42,12 @@ private:
     void standInForAmr(OutputWords &output);
     void standInForFlash(OutputWords &output, const std::string &container);
     void adaptStreams(OutputWords &output, bool isFirst);
-    // Index of the graph's text, 0 when there is none.
-    size_t graphPlace() const;
+    using Gives = bool (StreamGraph::*)() const;
+    // Index of the text of the graph that gives such a stream, or else of any; 0 when there is
+    // none.
+    size_t graphPlace(Gives gives) const;
+    template<class Change>
+    void changeGraph(OutputWords &output, bool isFirst, Gives gives, Change change);
     void dropLabels();
     void note(const std::string &text, const OutputWords &output)
     {
@@ -131,32 +135,43 @@ void Adapter::standInForFlash(OutputWords &output, const std::string &container)
 
 void Adapter::adaptStreams(OutputWords &output, bool isFirst)
 {
-    // What a graph gives goes to the first output.
-    const size_t place = graphPlace();
-    const std::string given = isFirst && place != 0 ? m_arguments[place] : std::string();
-    StreamGraph graph(given);
-    StreamGraph *const feeding = graph.isReadable() && !m_choosesStreams ? &graph : nullptr;
-    showCover(&output, feeding, m_facts);
-    adaptPicture(&output, feeding, m_facts, m_ffmpeg.zscale);
-    adaptSound(&output, feeding);
+    changeGraph(output, isFirst, &StreamGraph::givesPicture, [&](StreamGraph *feeding) {
+        showCover(&output, feeding, m_facts);
+        adaptPicture(&output, feeding, m_facts, m_ffmpeg.zscale);
+        if (m_ffmpeg.zscale && feeding != nullptr && isHighRange(m_facts) &&
+            output.videoEncoder() != nullptr)
+            note("the picture's high dynamic range is mapped to BT.709", output);
+    });
+    changeGraph(output, isFirst, &StreamGraph::givesSound,
+                [&](StreamGraph *feeding) { adaptSound(&output, feeding); });
     if (m_ffmpeg.zscale)
         adaptSnapshot(&output, m_facts);
-    if (m_ffmpeg.zscale && feeding != nullptr && isHighRange(m_facts) &&
-        output.videoEncoder() != nullptr)
-        note("the picture's high dynamic range is mapped to BT.709", output);
+}
+
+// Hands the change null where no graph may be changed.
+template<class Change>
+void Adapter::changeGraph(OutputWords &output, bool isFirst, Gives gives, Change change)
+{
+    // What a graph gives goes to the first output.
+    const size_t place = graphPlace(gives);
+    const std::string given = isFirst && place != 0 ? m_arguments[place] : std::string();
+    StreamGraph graph(given);
+    change(graph.isReadable() && !m_choosesStreams ? &graph : nullptr);
     if (graph.text() == given)
         return;
     if (given.empty())
         output.insert("-filter_complex", graph.text());
     else
-        m_arguments[graphPlace()] = graph.text();
+        m_arguments[graphPlace(gives)] = graph.text();
 }
 
-size_t Adapter::graphPlace() const
+size_t Adapter::graphPlace(Gives gives) const
 {
     size_t place = 0;
     for (const CommandOption &option : parseCommandLine(m_arguments).options) {
-        if (isGraphOption(m_arguments[option.name]))
+        if (!isGraphOption(m_arguments[option.name]))
+            continue;
+        if (place == 0 || (StreamGraph(m_arguments[option.value]).*gives)())
             place = option.value;
     }
     return place;

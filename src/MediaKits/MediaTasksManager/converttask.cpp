@@ -103,6 +103,20 @@ void addPresetOptions(OptionList &options, const ConvertTaskParam &param)
         addAudioOptions(options, *param.encParam->audio, param.format);
 }
 
+// Only the streams of different graphs can end one another.
+void addGraphs(OptionList &options, const ConvertTaskParam &param)
+{
+    const QStringList graphs =
+        param.endsWithPicture
+            ? QStringList{audioGraphText(param, ConvertTask::outputDuration(param)),
+                          videoGraphText(param)}
+            : QStringList{ConvertTask::buildFilterText(param)};
+    for (const QString &graph : graphs) {
+        if (!graph.isEmpty())
+            options.add("-filter_complex", QLatin1Char('"') + graph + QLatin1Char('"'));
+    }
+}
+
 QVariantList outputOptions(const ConvertTaskParam &param)
 {
     OptionList options;
@@ -110,9 +124,7 @@ QVariantList outputOptions(const ConvertTaskParam &param)
         addPaletteOptions(options);
     else
         addPresetOptions(options, param);
-    const QString graph = ConvertTask::buildFilterText(param);
-    if (!graph.isEmpty())
-        options.add("-filter_complex", QLatin1Char('"') + graph + QLatin1Char('"'));
+    addGraphs(options, param);
     if (param.speed > 0 && param.speed < int(std::size(speedNames)))
         options.add("-preset", QString(QLatin1String(speedNames[param.speed])));
     if (isAudioFormat(param.format))

@@ -8,19 +8,34 @@ GroupMediaTask::GroupMediaTask(const QVector<TaskItem> &items, bool cleanupLast,
     : MediaTask(name, groupId, parent), m_items(items), m_cleanupLast(cleanupLast)
 {
     for (int i = 0; i < m_items.size(); ++i) {
-        MediaTask *task = m_items[i].task;
-        task->setParent(this);
         m_weightBefore.append(m_totalWeight);
         m_totalWeight += m_items[i].weight;
-        // Queued, so that a task's own slot has returned before the next task starts from here.
-        connect(
-            task, &MediaTask::taskStateChanged, this,
-            [this, i](MediaTask::State state) { onItemState(i, state); }, Qt::QueuedConnection);
-        connect(
-            task, &MediaTask::taskProgress, this,
-            [this, i](double progress) { onItemProgress(i, progress); }, Qt::QueuedConnection);
-        connect(task, &MediaTask::taskCustomeMsgCome, this, &MediaTask::taskCustomeMsgCome);
+        if (m_items[i].task)
+            adopt(i);
     }
+}
+
+void GroupMediaTask::adopt(int index)
+{
+    MediaTask *task = m_items[index].task;
+    task->setParent(this);
+    // Queued, so that a task's own slot has returned before the next task starts from here.
+    connect(
+        task, &MediaTask::taskStateChanged, this,
+        [this, index](MediaTask::State state) { onItemState(index, state); }, Qt::QueuedConnection);
+    connect(
+        task, &MediaTask::taskProgress, this,
+        [this, index](double progress) { onItemProgress(index, progress); }, Qt::QueuedConnection);
+    connect(task, &MediaTask::taskCustomeMsgCome, this, &MediaTask::taskCustomeMsgCome);
+}
+
+void GroupMediaTask::startItem(int index)
+{
+    if (!m_items[index].task) {
+        m_items[index].task = m_items[index].make();
+        adopt(index);
+    }
+    m_items[index].task->start();
 }
 
 GroupMediaTask::~GroupMediaTask()
@@ -134,7 +149,12 @@ void GroupMediaTask::onItemFinished(int index)
         // its result may be half a file, and nothing behind it may run.
         onItemEnded(index, STOPED);
     } else {
-        m_items[index + 1].task->start();
+        if (m_items[index].make) {
+            m_items[index].task->deleteLater();
+            m_items[index].task = nullptr;
+            m_currentIndex = index + 1;
+        }
+        startItem(index + 1);
     }
 }
 

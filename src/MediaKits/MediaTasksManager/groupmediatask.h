@@ -3,11 +3,16 @@
 
 #include "MediaKits/MediaTasksManager/mediatask.h"
 
+#include <functional>
+
 /// One member of a chain and its share of the chain's progress.
 struct TaskItem
 {
     MediaTask *task;
     double weight;
+    /// Makes the task when its turn comes, where that is null: a chain may have thousands. It goes
+    /// when it has finished.
+    std::function<MediaTask *()> make = {};
 };
 
 /// A chain of tasks that run one after the other and act as one task.
@@ -28,6 +33,8 @@ public:
     void resume() override;
 
 private:
+    void adopt(int index);
+    void startItem(int index);
     void onItemState(int index, State state);
     void onItemProgress(int index, double progress);
     void showProgress(double progress);

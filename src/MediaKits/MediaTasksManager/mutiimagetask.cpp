@@ -30,6 +30,7 @@ constexpr qint64 mostPixels = 268'000'000;
 
 const QString inputUrlKey = QStringLiteral("inputUrl");
 const QString outputUrlKey = QStringLiteral("outputUrl");
+const QString captionKey = QStringLiteral("caption");
 
 using Info = QSharedPointer<MediaInfoData>;
 
@@ -47,6 +48,19 @@ int linesOf(int count, int columns)
 int sheetGap(int width)
 {
     return std::max(width / sheetGapPart, smallestGap);
+}
+
+// A moment with what all shots have, which counts. Of a caption that is the name of the file.
+QVariantMap wholeShot(QVariantMap moment, const QVariantMap &common)
+{
+    for (auto key = common.begin(); key != common.end(); ++key)
+        moment.insert(key.key(), key.value());
+    if (common.contains(captionKey)) {
+        moment.insert(captionKey,
+                      QStringList{common.value(captionKey).toString(),
+                                  timeText(moment.value(QStringLiteral("pos")).toInt())});
+    }
+    return moment;
 }
 
 // A picture is looked at for its being there, and for nothing else.
@@ -148,40 +162,35 @@ double MutiImageTask::onePictureScale() const
     return largest;
 }
 
-QStringList MutiImageTask::caption(int posMs) const
-{
-    if (columns() == 0)
-        return {};
-    return {QFileInfo(text("inputUrl")).fileName(), timeText(posMs)};
-}
-
 QString MutiImageTask::numberedName(int number) const
 {
     return QStringLiteral("%1_%2").arg(text("baseName"), QString::number(number));
 }
 
+// What is wanted may change while the pictures are on their way: all is taken from it now.
 void MutiImageTask::addShots(QVector<TaskItem> &items, const QString &pictureDir)
 {
     const QString format = text("format");
     const bool isOne = isOnePicture();
+    QVariantMap common{{inputUrlKey, m_aliases.forInput(text("inputUrl"))},
+                       {QStringLiteral("watermark"), m_aliases.forFilter(text("watermark"))}};
+    if (isOne)
+        common.insert(QStringLiteral("scale"), onePictureScale());
+    if (columns() > 0)
+        common.insert(captionKey, QFileInfo(text("inputUrl")).fileName());
     const QVariantList images = imageList();
-    int number = 0;
-    for (const QVariant &image : images) {
-        ++number;
-        const QString picture =
-            QStringLiteral("%1/%2.%3")
-                .arg(pictureDir, QString::number(number), isOne ? losslessFormat(format) : format);
-        QVariantMap shot = image.toMap();
-        shot.insert(inputUrlKey, m_aliases.forInput(text("inputUrl")));
-        shot.insert(outputUrlKey, picture);
-        shot.insert(QStringLiteral("watermark"), m_aliases.forFilter(text("watermark")));
-        if (isOne)
-            shot.insert(QStringLiteral("scale"), onePictureScale());
-        shot.insert(QStringLiteral("caption"), caption(shot.value(QStringLiteral("pos")).toInt()));
-        items.append({new ShotTask(shot, m_source), shotWeight});
+    for (int i = 0; i < images.size(); ++i) {
+        const QString name = QString::number(i + 1);
+        const QString picture = QStringLiteral("%1/%2.%3")
+                                    .arg(pictureDir, name, isOne ? losslessFormat(format) : format);
+        common.insert(outputUrlKey, picture);
+        const auto source = m_source;
+        items.append({nullptr, shotWeight,
+                      [=] { return new ShotTask(wholeShot(images[i].toMap(), common), source); }});
         if (!isOne) {
-            const QString target = outputPath(text("outputDir"), numberedName(number), format);
-            items.append({moveStep(picture, target, checkPicture), stepWeight});
+            const QString target = outputPath(text("outputDir"), numberedName(i + 1), format);
+            items.append(
+                {nullptr, stepWeight, [=] { return moveStep(picture, target, checkPicture); }});
         }
     }
 }

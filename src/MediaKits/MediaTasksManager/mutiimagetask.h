@@ -55,7 +55,6 @@ private:
     int columns() const; ///< of a sheet; 0 for none
     double onePictureScale() const;
     QString numberedName(int number) const; ///< counted from 1
-    QStringList caption(int posMs) const;
     QString sizeProblem() const;
     void addShots(QVector<TaskItem> &items, const QString &pictureDir);
     void addStitch(QVector<TaskItem> &items, const QString &pictureDir) const;

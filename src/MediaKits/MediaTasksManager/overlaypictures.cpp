@@ -52,11 +52,12 @@ QSize boundedSize(const QSizeF &size)
     return evenSize(size * factor);
 }
 
-// Pictures can be laid over others by even pixels only, and are cut to even sizes: the nearest are
-// better than those below.
+// Pictures can be laid over others by even pixels only, and are cut to even sizes. Each side goes
+// to the nearest, so that none is off by more than a pixel.
 QRectF evenRect(const QRectF &rect)
 {
-    return {QPointF(evenNear(rect.x()), evenNear(rect.y())), QSizeF(evenSize(rect.size()))};
+    const QPointF corner(evenNear(rect.left()), evenNear(rect.top()));
+    return {corner, QSizeF(evenSize({rect.right() - corner.x(), rect.bottom() - corner.y()}))};
 }
 
 // What of a text is seen on the picture, if that is known: the rest may be many times as large.
@@ -117,6 +118,13 @@ QVariantMap withInstalledFace(QVariantMap overlay)
     return overlay;
 }
 
+// Ffmpeg refuses pictures of more than 268 million pixels, and takes some gigabytes for those of a
+// little less.
+bool isTooLarge(const QSize &picture)
+{
+    return double(picture.width()) * picture.height() > mostPixels;
+}
+
 // A drawing without pixels is unknown to ffmpeg.
 bool isForFilter(const QByteArray &format)
 {
@@ -132,9 +140,13 @@ QVariantMap withReadablePicture(QVariantMap overlay, FileAliases &aliases)
     reader.setAutoTransform(true);
     QString file;
     const bool isTurned = reader.transformation() != QImageIOHandler::TransformationNone;
-    if (!reader.format().isEmpty() && (isTurned || !isForFilter(reader.format()))) {
-        if (reader.format().startsWith("svg"))
-            reader.setScaledSize(boundedSize(overlay.value(rectKey).toRectF().size()));
+    const bool isHuge = isTooLarge(reader.size());
+    if (!reader.format().isEmpty() && (isTurned || isHuge || !isForFilter(reader.format()))) {
+        QSize size = boundedSize(overlay.value(rectKey).toRectF().size());
+        if (reader.transformation().testFlag(QImageIOHandler::TransformationRotate90))
+            size.transpose();
+        if (isHuge || reader.format().startsWith("svg"))
+            reader.setScaledSize(size);
         file = aliases.forImage(reader.read());
     }
     overlay[imageKey] = file.isEmpty() ? aliases.forFilter(path) : file;

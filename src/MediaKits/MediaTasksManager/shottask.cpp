@@ -7,6 +7,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -16,9 +17,9 @@ const QString posKey = QStringLiteral("pos");
 const QString widthKey = QStringLiteral("width");
 const QString captionKey = QStringLiteral("caption");
 
-// How far before the moment the frames up to the end are looked for, and by what the next try goes
-// further: the sound of a film may run on long after its last picture.
-constexpr int firstBackMs = 2000;
+// How far before the end the frames up to it are looked for, each of which is written, and by what
+// the next try goes further.
+constexpr int firstBackMs = 250;
 constexpr int backFactor = 8;
 
 // Of captions, in pixels and in parts of the font's size.
@@ -59,10 +60,21 @@ QString fitted(const QString &text, int width)
     return text.left(head) + QChar(0x2026) + text.right(tail);
 }
 
+// 0 when it isn't known.
+qint64 toldEndMs(const MediaInfoData &source)
+{
+    if (source.content.pictureEndMs > 0)
+        return source.content.pictureEndMs;
+    return source.format ? source.format->duration : 0;
+}
+
 } // namespace
 
 ShotTask::ShotTask(const QVariantMap &shot, const QSharedPointer<MediaInfoData> &source)
-    : FFmpegExTask(QString(), QString()), m_shot(shot), m_source(source)
+    : FFmpegExTask(QString(), QString()),
+      m_shot(shot),
+      m_source(source),
+      m_beginMs(shot.value(posKey).toInt())
 {
     FFmpegExTask::setParam(new FFmpegExTaskParam(
         tree(shot.value(posKey).toInt(), option(QStringLiteral("-vframes"), QStringLiteral("1")))));
@@ -164,16 +176,58 @@ QVariantMap ShotTask::tree(int beginMs, const QVariantMap &taken) const
              QVariantMap{{outputUrlKey, target}, {QStringLiteral("options"), options}}}};
 }
 
-// From a moment behind the last frame ffmpeg makes no picture and ends well. From one before it,
-// each frame replaces the picture of the frame before.
-bool ShotTask::goesOn(bool endedWell)
+QVariantMap ShotTask::endTree(const QString &inputUrl)
+{
+    const QVariantList options{option(QStringLiteral("-map"), QStringLiteral("0:V:0")),
+                               option(QStringLiteral("-c"), QStringLiteral("copy")),
+                               option(QStringLiteral("-f"), QStringLiteral("null"))};
+    const QVariantMap input{{inputUrlKey, inputUrl}};
+    return {{QStringLiteral("input"), QVariantMap{{QStringLiteral("inputs"), QVariantList{input}}}},
+            {QStringLiteral("output"), QVariantMap{{outputUrlKey, QStringLiteral("-")},
+                                                   {QStringLiteral("options"), options}}}};
+}
+
+// Each frame replaces the picture of the frame before.
+void ShotTask::searchFrom(int beginMs)
+{
+    m_beginMs = beginMs;
+    FFmpegExTask::setParam(new FFmpegExTaskParam(
+        tree(beginMs, option(QStringLiteral("-update"), QStringLiteral("1")))));
+}
+
+void ShotTask::measureEnd()
+{
+    m_isMeasuring = true;
+    m_isMeasured = true;
+    FFmpegExTask::setParam(new FFmpegExTaskParam(endTree(m_shot.value(inputUrlKey).toString())));
+}
+
+void ShotTask::setEnd(qint64 ms)
 {
     const int pos = m_shot.value(posKey).toInt();
-    if (!endedWell || m_backMs >= pos ||
-        QFileInfo(m_shot.value(outputUrlKey).toString()).size() > 0)
+    m_endMs = ms > 0 ? int(std::min<qint64>(ms, pos)) : pos;
+    m_backMs = firstBackMs;
+}
+
+// From a moment behind the last frame ffmpeg makes no picture and ends well. Where the source says
+// that it ends there may be none either, as sound may go on for long.
+bool ShotTask::goesOn(bool endedWell)
+{
+    const bool hasMeasured = std::exchange(m_isMeasuring, false);
+    const bool isThere = QFileInfo(m_shot.value(outputUrlKey).toString()).size() > 0;
+    if (!hasMeasured && (!endedWell || isThere || m_beginMs <= 0))
         return false;
-    m_backMs = m_backMs == 0 ? firstBackMs : m_backMs * backFactor;
-    FFmpegExTask::setParam(new FFmpegExTaskParam(
-        tree(std::max(pos - m_backMs, 0), option(QStringLiteral("-update"), QStringLiteral("1")))));
+    const qint64 toldMs = m_source ? toldEndMs(*m_source) : 0;
+    if (hasMeasured) {
+        setEnd(account().writtenMs);
+    } else if (m_endMs == 0 && toldMs > 0) {
+        setEnd(toldMs);
+    } else if (!m_isMeasured) {
+        measureEnd();
+        return true;
+    } else {
+        m_backMs *= backFactor;
+    }
+    searchFrom(std::max(m_endMs - m_backMs, 0));
     return true;
 }

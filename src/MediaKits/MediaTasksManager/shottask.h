@@ -23,6 +23,9 @@ public:
     static QSize pictureSize(const MediaInfoData *source, double scale);
     /// The height that a caption of so many lines adds to a picture of that width.
     static int captionHeight(int width, int lines);
+    /// The option tree that goes through a video without decoding it, so that the account tells
+    /// where its picture ends. Takes as long as the reading of the file.
+    static QVariantMap endTree(const QString &inputUrl);
     /// The option that keeps a picture of this format from showing blocks; empty for one that loses
     /// nothing.
     static QVariantMap qualityOption(const QString &path);
@@ -37,7 +40,16 @@ private:
     QString sizeFilter() const;
     QString captionFilters() const;
 
+    void setEnd(qint64 ms);
+    void searchFrom(int beginMs);
+    void measureEnd();
+
     QVariantMap m_shot;
     QSharedPointer<MediaInfoData> m_source;
-    int m_backMs = 0; ///< how far before the moment the last run has begun
+    // Of the search for the last frame, in ms.
+    int m_beginMs;              ///< of the present run
+    int m_endMs = 0;            ///< where the picture is taken to end; 0 before the search
+    int m_backMs = 0;           ///< how far before that the present run has begun
+    bool m_isMeasuring = false; ///< the present run finds out where the picture ends
+    bool m_isMeasured = false;
 };

@@ -165,7 +165,8 @@ protected:
     QVariantMap mixOptions() const override { return {{QStringLiteral("normalize"), 0}}; }
     QVariantList behindMix() const override
     {
-        return {filter("alimiter", QStringLiteral("level=0:latency=1"))};
+        // A decibel below the most, which the wave between the samples and the coder need.
+        return {filter("alimiter", QStringLiteral("level=0:latency=1:limit=0.891"))};
     }
 
 private:

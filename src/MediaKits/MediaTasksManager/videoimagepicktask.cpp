@@ -3,7 +3,7 @@
 
 #include "MediaKits/Logger/logger.h"
 #include "MediaKits/MediaFormats/toolquoting.h"
-#include "MediaKits/MediaInfo/mediainfo.h"
+#include "MediaKits/MediaInfo/FFMediaInfo/ffmediainfo.h"
 
 #include <QFileInfo>
 
@@ -43,7 +43,7 @@ QString VideoImagePickTask::commandText(const VideoImagePickTaskParam &param)
 void VideoImagePickTask::prepare()
 {
     FFmpegTask::prepare();
-    tellSource(m_param->sourceInfo ? m_param->sourceInfo : readInProcess(m_param->path));
+    tellSource(m_param->sourceInfo);
 }
 
 void VideoImagePickTask::start()
@@ -58,5 +58,31 @@ void VideoImagePickTask::start()
         return;
     }
     setBaseParam(new FFmpegTaskParam(command, std::numeric_limits<int>::max()));
-    ParamTask::start();
+    if (m_param->sourceInfo)
+        ParamTask::start();
+    else
+        readSource();
+}
+
+// In a process of its own: the library would keep this thread waiting for a slow disk.
+void VideoImagePickTask::readSource()
+{
+    m_reader = new FFMediaInfo(m_param->path, this);
+    connect(m_reader, &MediaInfoBase::finish, this, [this] {
+        m_param->sourceInfo = m_reader->mediaInfo();
+        m_reader->deleteLater();
+        m_reader.clear();
+        ParamTask::start();
+    });
+    m_reader->start();
+}
+
+void VideoImagePickTask::stop()
+{
+    if (!m_reader) {
+        ParamTask::stop();
+        return;
+    }
+    delete m_reader;
+    setState(STOPED);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "MediaKits/MediaInfo/mediainfobase.h"
 #include "MediaKits/MediaTasksManager/ffmpegtask.h"
 
 /// The small picture that stands for a video.
@@ -15,7 +16,7 @@ struct VideoImagePickTaskParam : MediaTaskParam
     QString path;   ///< the video
     QString target; ///< ".png" gives the first frame, ".jpg" the one at one second
     int fromMs;     ///< where the frames of a ".png" begin
-    /// The probed video; it is read at the start when this is null.
+    /// The probed video; ffprobe reads it ahead of the picture when this is null.
     QSharedPointer<MediaInfoData> sourceInfo;
 };
 
@@ -28,10 +29,16 @@ public:
     explicit VideoImagePickTask(QObject *parent = nullptr);
 
     void start() override;
+    void stop() override;
 
     /// Everything behind the program; empty for a suffix that isn't known.
     static QString commandText(const VideoImagePickTaskParam &param);
 
 protected:
     void prepare() override;
+
+private:
+    void readSource();
+
+    QPointer<MediaInfoBase> m_reader; ///< as long as the source is being read
 };

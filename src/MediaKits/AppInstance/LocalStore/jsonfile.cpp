@@ -12,13 +12,14 @@ namespace {
 // Of a store of ours; the largest have some hundred kB.
 constexpr qint64 largestBytes = 64 * 1024 * 1024;
 
-bool setAside(const QString &path)
+// Empty when it can't be.
+QString setAside(const QString &path)
 {
     const QString broken = path + QStringLiteral(".broken");
     QString target = broken;
     for (int number = 2; QFile::exists(target); ++number)
         target = broken + QString::number(number);
-    return QFile::rename(path, target);
+    return QFile::rename(path, target) ? target : QString();
 }
 
 } // namespace
@@ -31,11 +32,13 @@ QJsonObject JsonFile::read()
     m_mustKeep = false;
     m_hasObject = false;
     m_written.clear();
+    m_asidePath.clear();
     const QFileInfo info(m_path);
     if (!info.exists())
         return {};
     if (info.size() > largestBytes) {
-        m_mustKeep = !setAside(m_path);
+        m_asidePath = setAside(m_path);
+        m_mustKeep = m_asidePath.isEmpty();
         return {};
     }
     // A pipe in its place would be waited for.
@@ -53,7 +56,9 @@ QJsonObject JsonFile::read()
     m_hasObject = complete && document.isObject();
     if (m_hasObject)
         return document.object();
-    m_mustKeep = !complete || !setAside(m_path);
+    if (complete)
+        m_asidePath = setAside(m_path);
+    m_mustKeep = m_asidePath.isEmpty();
     return {};
 }
 

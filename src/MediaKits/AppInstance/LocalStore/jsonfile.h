@@ -26,9 +26,12 @@ public:
 
     /// Whether the last read() found an object, be it an empty one.
     bool hasObject() const { return m_hasObject; }
+    /// Where the last read() has set a file aside; empty when it didn't.
+    QString asidePath() const { return m_asidePath; }
 
 private:
     QString m_path;
+    QString m_asidePath;
     bool m_mustKeep = false;
     bool m_hasObject = false;
     QByteArray m_written;

@@ -9,7 +9,8 @@ const QLatin1String templatesKey("templates");
 
 WatermarkTemplates::WatermarkTemplates()
     : m_file(dataDir() + QStringLiteral("/WatermarkTemplates.json")),
-      m_templates(m_file.read()[templatesKey].toObject())
+      m_templates(m_file.read()[templatesKey].toObject()),
+      m_asidePath(m_file.asidePath())
 {
 }
 
@@ -19,19 +20,19 @@ WatermarkTemplates &WatermarkTemplates::instance()
     return templates;
 }
 
-void WatermarkTemplates::set(const QString &name, const QJsonObject &value)
+bool WatermarkTemplates::set(const QString &name, const QJsonObject &value)
 {
     m_templates[name] = value;
-    write();
+    return write();
 }
 
-void WatermarkTemplates::remove(const QString &name)
+bool WatermarkTemplates::remove(const QString &name)
 {
     m_templates.remove(name);
-    write();
+    return write();
 }
 
-void WatermarkTemplates::write()
+bool WatermarkTemplates::write()
 {
-    m_file.write({{templatesKey, m_templates}}, QJsonDocument::Compact);
+    return m_file.write({{templatesKey, m_templates}}, QJsonDocument::Compact);
 }

@@ -15,7 +15,7 @@
 #include <QVariant>
 
 FrameFragmentItemWidget::FrameFragmentItemWidget(QListWidgetItem *item, int ms, QWidget *parent)
-    : QWidget(parent), m_item(item), m_image(new QLabel(this))
+    : QWidget(parent), m_item(item), m_ms(ms), m_image(new QLabel(this))
 {
     m_image->setObjectName(QStringLiteral("lblImage"));
     m_image->setAlignment(Qt::AlignCenter);

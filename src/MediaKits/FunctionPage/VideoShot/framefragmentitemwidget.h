@@ -20,7 +20,7 @@ public:
     /// @param ms the moment
     FrameFragmentItemWidget(QListWidgetItem *item, int ms, QWidget *parent);
 
-    QListWidgetItem *item() const { return m_item; }
+    int ms() const { return m_ms; }
     /// Shows a file; a row whose file is missing or no picture stays without one.
     void loadImage(const QString &path);
     /// Whether it is the one that the keyboard works on.
@@ -33,6 +33,7 @@ private:
     QWidget *makeFront(int ms);
 
     QListWidgetItem *const m_item;
+    const int m_ms;
     QLabel *m_image;
     QWidget *m_front;
 };

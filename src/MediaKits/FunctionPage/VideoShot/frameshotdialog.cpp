@@ -7,9 +7,9 @@
 #include "MediaKits/FunctionPage/Framework/Editors/timespanbinding.h"
 #include "MediaKits/FunctionPage/Framework/Editors/timespanedit.h"
 #include "MediaKits/FunctionPage/VideoShot/framefragmentitemwidget.h"
+#include "MediaKits/FunctionPage/VideoShot/momentlist.h"
 #include "MediaKits/FunctionPage/VideoShot/shotintervaledit.h"
 #include "MediaKits/FunctionPage/VideoShot/shotpictureedit.h"
-#include "MediaKits/FunctionPage/VideoShot/shotthumbnails.h"
 #include "MediaKits/MediaInfo/shownpicture.h"
 #include "MediaKits/Player/csvideoplayer.h"
 
@@ -47,23 +47,28 @@ const QString posKey = QStringLiteral("pos");
 const QString scaleKey = QStringLiteral("scale");
 const QString imagesKey = QStringLiteral("images");
 
+FragmentPane *newPane(QWidget *parent)
+{
+    FragmentPane::Kind kind;
+    kind.role = momentRole;
+    kind.hasCurrent = true;
+    kind.clearButton = QLatin1String("btnClear");
+    return new FragmentPane(kind, parent);
+}
+
 } // namespace
 
 FrameShotDialog::FrameShotDialog(QWidget *parent)
     : TimeSpanEditor(parent),
       m_interval(new ShotIntervalEdit),
       m_picture(new ShotPictureEdit),
-      m_thumbnails(new ShotThumbnails(this))
+      m_pane(newPane(this)),
+      m_moments(new MomentList(m_pane->list(), this))
 {
     setObjectName(QStringLiteral("FrameShotDialog"));
     setTitle(tr("截图设置"));
     countFrames();
     player().setMinimumHeight(leastPreviewHeight);
-    FragmentPane::Kind kind;
-    kind.role = momentRole;
-    kind.hasCurrent = true;
-    kind.clearButton = QLatin1String("btnClear");
-    m_pane = new FragmentPane(kind, this);
     addButtonRow(makeTabs());
     setUpTimeSection();
     addSection(m_picture);
@@ -77,6 +82,7 @@ FrameShotDialog::FrameShotDialog(QWidget *parent)
     m_settleTimer.setInterval(settlingAtMostMs);
     connect(&m_settleTimer, &QTimer::timeout, this, &FrameShotDialog::addSeen);
     connect(this, &EditorDialog::positionChanged, this, &FrameShotDialog::onSettled);
+    connect(m_moments, &MomentList::pictureTold, this, &FrameShotDialog::showAdding);
     m_addTimer.setSingleShot(true);
     connect(&m_addTimer, &QTimer::timeout, this, &FrameShotDialog::addWaiting);
     showKind(false);
@@ -89,7 +95,7 @@ FrameShotDialog::~FrameShotDialog()
 {
     const QSignalBlocker blocker(list());
     m_pane->clear();
-    delete m_thumbnails;
+    delete m_moments;
 }
 
 QWidget *FrameShotDialog::makeTabs()
@@ -162,8 +168,10 @@ QListWidget *FrameShotDialog::list() const
 
 void FrameShotDialog::showSource(const QString &file, const QSharedPointer<MediaInfoData> &info)
 {
-    m_thumbnails->setSource(file, info, qRound(thumbnailWidth * devicePixelRatioF()));
+    m_moments->pictures().setSource(file, info, qRound(thumbnailWidth * devicePixelRatioF()));
     showMedium(file, *info);
+    if (duration() <= 0)
+        m_moments->pictures().requestLength([this](int ms) { setDuration(ms); });
 }
 
 void FrameShotDialog::setPicture(const QSize &size, double pixelAspect)
@@ -209,7 +217,7 @@ QVariantMap FrameShotDialog::moment(int ms) const
 
 bool FrameShotDialog::isAdding() const
 {
-    return m_byButton && (!m_waiting.isEmpty() || !m_pictureless.isEmpty());
+    return m_byButton && (!m_waiting.isEmpty() || m_moments->isSeriesWaiting());
 }
 
 void FrameShotDialog::on_btnFragmentAdd_clicked()
@@ -228,7 +236,7 @@ void FrameShotDialog::on_btnFragmentAdd_clicked()
     }
     // Those of an earlier result are no part of the series.
     while (!m_waiting.isEmpty())
-        addMoment(m_waiting.takeFirst().toMap(), false);
+        m_moments->add(m_waiting.takeFirst().toMap(), false, false);
     m_byButton = true;
     const Series wanted = series();
     for (int i = 0; i < wanted.count(); ++i)
@@ -248,7 +256,7 @@ void FrameShotDialog::addSeen()
     m_settleTimer.stop();
     if (isSettling())
         seek(position());
-    addMoment(moment(position()), true);
+    m_moments->add(moment(position()), true, false);
     showAdding();
 }
 
@@ -256,10 +264,7 @@ void FrameShotDialog::addSeen()
 void FrameShotDialog::stopAdding()
 {
     m_waiting.clear();
-    for (const auto &row : std::exchange(m_pictureless, {})) {
-        if (row)
-            row->on_btnDel_clicked();
-    }
+    m_moments->stopSeries();
     showAdding();
 }
 
@@ -269,38 +274,16 @@ void FrameShotDialog::addWaiting()
     QElapsedTimer clock;
     clock.start();
     while (!m_waiting.isEmpty() && clock.elapsed() < addingSliceMs)
-        addMoment(m_waiting.takeFirst().toMap(), m_byButton, m_byButton);
+        m_moments->add(m_waiting.takeFirst().toMap(), m_byButton, m_byButton);
     if (!m_waiting.isEmpty())
         m_addTimer.start();
     showAdding();
 }
 
-void FrameShotDialog::addMoment(const QVariantMap &moment, bool scrolls, bool canBeStopped)
-{
-    const int pos = moment.value(posKey).toInt();
-    auto *item = new QListWidgetItem;
-    item->setData(momentRole, moment);
-    item->setData(Qt::AccessibleTextRole, tr("截图"));
-    auto *row = new FrameFragmentItemWidget(item, pos, list());
-    list()->addItem(item);
-    list()->setItemWidget(item, row);
-    if (canBeStopped)
-        m_pictureless += row;
-    // The row outlives its item by a turn of the event loop.
-    const QPersistentModelIndex place = list()->model()->index(list()->row(item), 0);
-    m_thumbnails->request(pos, row, [this, row, place, scrolls](const QString &file) {
-        if (!file.isEmpty())
-            row->loadImage(file);
-        if (!file.isEmpty() && scrolls && place.isValid())
-            list()->scrollTo(place);
-        m_pictureless.removeOne(row);
-        showAdding();
-    });
-}
-
 void FrameShotDialog::showAdding()
 {
-    m_pictureless.removeAll(nullptr);
+    if (!isAdding())
+        m_moments->endSeries();
     const bool canStop = isAdding() && m_seriesTab->isChecked();
     m_pane->addButton()->setText(canStop ? tr("停止截取") : tr("截取到列表 >>"));
 }
@@ -319,10 +302,7 @@ void FrameShotDialog::setOptions(const QVariantMap &options)
 QVariantMap FrameShotDialog::options() const
 {
     QVariantMap all = m_picture->options();
-    QVariantList images;
-    for (int i = 0; i < list()->count(); ++i)
-        images += list()->item(i)->data(momentRole);
-    all.insert(imagesKey, images + m_waiting);
+    all.insert(imagesKey, m_moments->moments() + m_waiting);
     return all;
 }
 
@@ -342,7 +322,7 @@ void FrameShotDialog::on_btnOk_clicked()
 void FrameShotDialog::on_btnClear_clicked()
 {
     m_waiting.clear();
-    m_pictureless.clear();
+    m_moments->endSeries();
     m_pane->clear();
     showAdding();
 }

@@ -3,19 +3,15 @@
 
 #include "MediaKits/FunctionPage/Framework/Editors/timespaneditor.h"
 
-#include <QPointer>
 #include <QSharedPointer>
 #include <QTimer>
 #include <QVariantMap>
-#include <QVector>
 
 class FragmentPane;
-class FrameFragmentItemWidget;
+class MomentList;
 class QListWidget;
-class QListWidgetItem;
 class ShotIntervalEdit;
 class ShotPictureEdit;
-class ShotThumbnails;
 
 /// Picks the moments of one video that are to become pictures: single ones, or a series between two
 /// times. Enter takes what is picked, Del removes the current one.
@@ -70,19 +66,17 @@ private:
     void addSeen();
     void onSettled();
     void addWaiting();
-    void addMoment(const QVariantMap &moment, bool scrolls, bool canBeStopped = false);
     void showAdding();
     void removeCurrent();
 
-    FragmentPane *m_pane;
     ShotIntervalEdit *m_interval;
     ShotPictureEdit *m_picture;
-    ShotThumbnails *m_thumbnails;
+    FragmentPane *m_pane;
+    MomentList *m_moments;
     QPushButton *m_seriesTab = nullptr;
     QVariantMap m_shown;    // the result that leaving would go back to
     QVariantList m_waiting; // moments that have no row yet
     QTimer m_addTimer;
     QTimer m_settleTimer;    // runs while the frame to add has yet to be told
     bool m_byButton = false; // the present moments, which the list scrolls to
-    QVector<QPointer<FrameFragmentItemWidget>> m_pictureless;
 };

@@ -5,6 +5,9 @@
 #include "MediaKits/MediaInfo/mediainfodata.h"
 #include "MediaKits/MediaTasksManager/mediatasksmanager.h"
 
+#include <QPointer>
+
+#include <deque>
 #include <functional>
 #include <memory>
 
@@ -25,14 +28,31 @@ public:
     /// @param context the picture is given up when it goes
     /// @param done called once, with an empty path when there is no picture
     void request(int posMs, QObject *context, const std::function<void(const QString &)> &done);
+    /// Lets the context's picture be the next one. False when none is on its way.
+    bool prefer(const QObject *context);
+
+    /// Finds out how long a video is that doesn't tell.
+    void requestLength(const std::function<void(int ms)> &done);
 
 private:
+    struct Wish
+    {
+        int posMs;
+        QPointer<QObject> context;
+        std::function<void(const QString &)> done;
+    };
+
     QString newFile();
+    void runNext();
+    void run(MediaTask *task);
+    void begin(const Wish &wish);
 
     MediaTasksManager m_manager;
     QString m_file;
     QSharedPointer<MediaInfoData> m_info;
     int m_width = 0;
     std::unique_ptr<WorkFolder> m_folder; ///< null until it is needed
-    int m_waiting = 0;
+    std::deque<Wish> m_wishes;
+    QPointer<MediaTask> m_task;        ///< the present one
+    QPointer<const QObject> m_context; ///< of the present picture
 };

@@ -45,10 +45,15 @@ QPoint directionOf(int key)
 bool moveMark(MarkSet &marks, const QKeyEvent &event)
 {
     const QPoint direction = directionOf(event.key());
-    const bool isOther = event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
+    const bool isOther =
+        event.modifiers() & ~(Qt::ShiftModifier | Qt::ControlModifier | Qt::KeypadModifier);
     if (direction.isNull() || isOther || marks.currentType() == 0)
         return false;
-    marks.moveCurrent(direction * (event.modifiers().testFlag(Qt::ShiftModifier) ? farStep : 1));
+    const QPoint by = direction * (event.modifiers().testFlag(Qt::ShiftModifier) ? farStep : 1);
+    if (event.modifiers().testFlag(Qt::ControlModifier))
+        marks.resizeCurrent(by);
+    else
+        marks.moveCurrent(by);
     return true;
 }
 

@@ -8,7 +8,8 @@ class QKeyEvent;
 
 // What keys do to the current one of the marks.
 
-/// Moves it by an arrow key: one pixel of the picture, with Shift ten. False for other keys.
+/// Moves it by an arrow key, and with Ctrl makes it larger or smaller: one pixel of the picture,
+/// with Shift ten. False for other keys.
 bool moveMark(MarkSet &marks, const QKeyEvent &event);
 
 /// Keeps a copy of it, for other videos too.

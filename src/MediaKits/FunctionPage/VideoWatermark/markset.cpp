@@ -18,6 +18,9 @@
 
 namespace {
 
+constexpr QSize smallPicture(160, 120);
+constexpr double leastSide = 2.0; // picture pixels
+
 WatermarkMaskAdapterItem *boxOf(const QListWidgetItem *item)
 {
     return item ? item->data(MaskItemRole).value<WatermarkMaskAdapterItem *>() : nullptr;
@@ -75,10 +78,11 @@ void MarkSet::setMarks(const QVariantList &marks)
         const auto mark = entry.value<Mark>();
         if (!mark || !isKnown(*mark))
             continue;
+        // Without a message for one that has gone.
         const QString picture = mark->value(MarkKey::imagefile).toString();
-        const bool hasPicture =
-            picture.isEmpty() || !WatermarkMaskAdapter::uprightPicture(picture).isNull();
-        append(mark, hasPicture ? makeBox(*mark) : nullptr);
+        append(mark, picture.isEmpty()
+                         ? makeBox(*mark)
+                         : m_mask->addImageItem(WatermarkMaskAdapter::uprightPicture(picture)));
     }
 }
 
@@ -96,14 +100,26 @@ void MarkSet::append(const Mark &mark, WatermarkMaskAdapterItem *box)
         emit textEditWanted();
     });
     if (box) {
-        showInBox(box, *mark, *mark);
         const QRectF rect = mark->value(MarkKey::rect).toRectF();
-        if (rect.isNull())
-            mark->insert(MarkKey::rect, m_mask->itemRect(box));
-        else
-            m_mask->setItemRect(box, rect);
+        showInBox(box, *mark, *mark);
+        m_mask->setItemRect(box, rect.isNull() ? newRect(box) : rect);
+        mark->insert(MarkKey::rect, m_mask->itemRect(box));
     }
     onCurrentChanged();
+}
+
+// In a small picture the usual boxes, and texts too, shrink to what there is room for. In any other
+// a text keeps its size, and may be longer than a line.
+QRectF MarkSet::newRect(const WatermarkMaskAdapterItem *box) const
+{
+    const QRectF rect = m_mask->itemRect(box);
+    const QSizeF room = m_mask->videoSize();
+    const bool isSmall =
+        room.width() < smallPicture.width() || room.height() < smallPicture.height();
+    const bool fits = rect.width() <= room.width() && rect.height() <= room.height();
+    if (room.isEmpty() || fits || (!isSmall && box->type() == WatermarkMaskAdapterItem::Text))
+        return rect;
+    return {rect.topLeft(), rect.size().scaled(room, Qt::KeepAspectRatio)};
 }
 
 WatermarkMaskAdapterItem *MarkSet::makeBox(const QVariantMap &map)
@@ -214,6 +230,31 @@ void MarkSet::moveCurrent(const QPoint &by)
     m_mask->moveItem(currentBox(), {within(std::round(rect.x()) + by.x(), room.width()),
                                     within(std::round(rect.y()) + by.y(), room.height())});
     emit edited(QStringLiteral("move%1").arg(m_list->currentRow()));
+}
+
+void MarkSet::resizeCurrent(const QPoint &by)
+{
+    WatermarkMaskAdapterItem *box = currentBox();
+    if (!box || box->type() == WatermarkMaskAdapterItem::Text)
+        return;
+    const QRectF rect = m_mask->itemRect(box);
+    const QSizeF room = QSizeF(m_mask->videoSize()) - QSizeF(rect.x(), rect.y());
+    const auto within = [](double side, double own, double most) {
+        return std::clamp(side, leastSide, std::max({own, most, leastSide}));
+    };
+    QSizeF size(within(rect.width() + by.x(), rect.width(), room.width()),
+                within(rect.height() + by.y(), rect.height(), room.height()));
+    const bool keeps = box->type() == WatermarkMaskAdapterItem::Image &&
+                       current()->value(MarkKey::aspectKeep, true).toBool();
+    if (keeps) {
+        const double wanted =
+            by.x() != 0 ? size.width() / rect.width() : size.height() / rect.height();
+        const double most =
+            std::max(1.0, std::min(room.width() / rect.width(), room.height() / rect.height()));
+        size = rect.size() * std::min(wanted, most);
+    }
+    m_mask->setItemRect(box, {rect.topLeft(), size});
+    emit edited(QStringLiteral("resize%1").arg(m_list->currentRow()));
 }
 
 void MarkSet::alignCurrent(int place)

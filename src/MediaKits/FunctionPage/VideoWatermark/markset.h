@@ -41,6 +41,9 @@ public:
     void apply(const QVariantMap &part);
     /// By that many picture pixels, inside the picture.
     void moveCurrent(const QPoint &by);
+    /// By that many picture pixels to the right or the bottom, inside the picture. A picture that
+    /// keeps its shape does so; a text has its size by its font.
+    void resizeCurrent(const QPoint &by);
     void alignCurrent(int place);
 
     /// Shows the boxes of those marks that are seen then.
@@ -58,6 +61,7 @@ signals:
 private:
     void append(const Mark &mark, WatermarkMaskAdapterItem *box);
     WatermarkMaskAdapterItem *makeBox(const QVariantMap &map);
+    QRectF newRect(const WatermarkMaskAdapterItem *box) const;
     void showInBox(WatermarkMaskAdapterItem *box, const QVariantMap &map, const QVariantMap &part);
     void showText(TextMaskAdapterItem *box, const QVariantMap &map);
     void onRowsRemoved(int first, int last);

@@ -7,6 +7,7 @@
 #include "MediaKits/FunctionPage/VideoWatermark/markjson.h"
 #include "MediaKits/FunctionPage/VideoWatermark/templatenamedialog.h"
 
+#include <QDir>
 #include <QJsonArray>
 #include <QJsonObject>
 
@@ -22,6 +23,13 @@ const QLatin1String durationKey("duration");
 QString menuText(QString name)
 {
     return name.replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+void tellUnlessWritten(bool isWritten, QWidget *parent)
+{
+    if (!isWritten)
+        MediaMessageBox::showMessage(TemplateMenu::tr("错误"), TemplateMenu::tr("无法写入模板文件"),
+                                     parent);
 }
 
 } // namespace
@@ -57,19 +65,32 @@ void askAndRemoveTemplate(const QString &name, QWidget *parent)
 {
     if (MediaMessageBox::ask(TemplateMenu::tr("提示"),
                              TemplateMenu::tr("确定删除模板“%1”吗？").arg(name), parent))
-        WatermarkTemplates::instance().remove(name);
+        tellUnlessWritten(WatermarkTemplates::instance().remove(name), parent);
 }
 
-void saveTemplate(const QString &name, const QVariantList &marks, const MarkedPicture &picture)
+void tellOfBrokenTemplates(QWidget *parent)
+{
+    const QString path = WatermarkTemplates::instance().takeAsidePath();
+    if (!path.isEmpty()) {
+        MediaMessageBox::showMessage(TemplateMenu::tr("提示"),
+                                     TemplateMenu::tr("模板文件已损坏，无法读取，原文件保留在：%1")
+                                         .arg(QDir::toNativeSeparators(path)),
+                                     parent);
+    }
+}
+
+void saveTemplate(const QString &name, const QVariantList &marks, const MarkedPicture &picture,
+                  QWidget *parent)
 {
     QJsonArray entries;
     for (const QVariant &mark : marks)
         entries += markToJson(mark.toMap());
-    WatermarkTemplates::instance().set(name, {{marksKey, entries},
-                                              {widthKey, picture.size.width()},
-                                              {heightKey, picture.size.height()},
-                                              {aspectKey, picture.pixelAspect},
-                                              {durationKey, picture.durationMs}});
+    const QJsonObject stored{{marksKey, entries},
+                             {widthKey, picture.size.width()},
+                             {heightKey, picture.size.height()},
+                             {aspectKey, picture.pixelAspect},
+                             {durationKey, picture.durationMs}};
+    tellUnlessWritten(WatermarkTemplates::instance().set(name, stored), parent);
 }
 
 QVariantList templateFor(const QString &name, const MarkedPicture &picture)
@@ -80,8 +101,8 @@ QVariantList templateFor(const QString &name, const MarkedPicture &picture)
     from.pixelAspect = stored[aspectKey].toDouble(1.0);
     from.durationMs = stored[durationKey].toInt();
     QVariantList marks;
-    const QJsonArray kept = stored[marksKey].toArray();
-    for (const auto &entry : kept) {
+    const QJsonArray entries = stored[marksKey].toArray();
+    for (const QJsonValue &entry : entries) {
         const QVariantMap mark = markFromJson(entry.toObject());
         if (!mark.isEmpty())
             marks += mark;

@@ -27,7 +27,12 @@ QString askTemplateName(QWidget *parent);
 /// Removes a template if the user is sure.
 void askAndRemoveTemplate(const QString &name, QWidget *parent);
 
+/// Tells the user where templates that couldn't be understood have been kept; once.
+void tellOfBrokenTemplates(QWidget *parent);
+
+/// Tells the user when it can't.
 /// @param marks plain maps
-void saveTemplate(const QString &name, const QVariantList &marks, const MarkedPicture &picture);
+void saveTemplate(const QString &name, const QVariantList &marks, const MarkedPicture &picture,
+                  QWidget *parent);
 /// Plain maps, placed on another picture; empty for a name that isn't one.
 QVariantList templateFor(const QString &name, const MarkedPicture &picture);

@@ -8,6 +8,7 @@
 #include <QColorDialog>
 #include <QIntValidator>
 #include <QLineEdit>
+#include <QShortcut>
 
 namespace {
 
@@ -30,7 +31,20 @@ TextEditDialog::TextEditDialog(QWidget *parent)
     m_ui->cbFontSize->setValidator(new QIntValidator(leastSize, mostSize, this));
     connect(m_ui->cbFont->lineEdit(), &QLineEdit::textChanged, this, &TextEditDialog::showSample);
     on_btnReset_clicked();
+    setUpKeys();
     m_ui->plainTextEdit->setFocus();
+}
+
+// The text takes Tab and Enter for itself.
+void TextEditDialog::setUpKeys()
+{
+    const auto onCtrl = [this](Qt::Key key) {
+        return new QShortcut(QKeySequence(Qt::CTRL + key), this);
+    };
+    for (const Qt::Key enter : {Qt::Key_Return, Qt::Key_Enter})
+        connect(onCtrl(enter), &QShortcut::activated, this, &TextEditDialog::on_btnOK_clicked);
+    connect(onCtrl(Qt::Key_Tab), &QShortcut::activated, this, [this] { focusNextChild(); });
+    m_ui->btnOK->setToolTip(tr("Ctrl+Enter"));
 }
 
 TextEditDialog::~TextEditDialog() = default;

@@ -35,6 +35,7 @@ private slots:
     void on_btnCancel_clicked();
 
 private:
+    void setUpKeys();
     void setFamily(const QString &family);
     void showSample();
 

@@ -360,6 +360,10 @@ void VideoWatermarkDialog::undo()
 
 void VideoWatermarkDialog::on_btnTemplate_clicked()
 {
+    const QPointer<VideoWatermarkDialog> alive(this);
+    tellOfBrokenTemplates(this);
+    if (!alive)
+        return;
     auto *menu = new TemplateMenu(!m_marks->marks().isEmpty(), this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     // Behind the menu's own work: while a question is open, this dialog may go, and the menu too.
@@ -378,7 +382,7 @@ void VideoWatermarkDialog::saveAsTemplate()
     const QPointer<VideoWatermarkDialog> alive(this);
     const QString name = askTemplateName(this);
     if (alive && !name.isEmpty())
-        saveTemplate(name, plainList(), m_picture);
+        saveTemplate(name, plainList(), m_picture, this);
 }
 
 void VideoWatermarkDialog::useTemplate(const QString &name)

@@ -16,8 +16,9 @@ class VideoWatermarkDialog;
 
 /// Puts texts, pictures and removals onto one video, by hand on the running picture.
 ///
-/// With a mark chosen the arrow keys move it by one pixel of the picture, with Shift by ten. Del
-/// removes it, Ctrl+C and Ctrl+V copy it, Ctrl+Z takes back one of the last ten steps.
+/// With a mark chosen the arrow keys move it by one pixel of the picture, with Shift by ten, and
+/// with Ctrl change its size. Del removes it, Ctrl+C and Ctrl+V copy it, Ctrl+Z takes back one of
+/// the last ten steps.
 class VideoWatermarkDialog : public TimeSpanEditor
 {
     Q_OBJECT

@@ -24,8 +24,11 @@ void WatermarkFragmentItemWidget::refresh()
     const QString text = mark.value(MarkKey::text).toString();
     m_ui->lblText->setFullText(text.simplified());
     setPlainToolTip(m_ui->lblText, text);
-    m_ui->lblTime->setText(timeText(mark.value(MarkKey::startTime).toInt()) + QLatin1Char('-') +
-                           timeText(mark.value(MarkKey::endTime).toInt()));
+    const int end = mark.value(MarkKey::endTime).toInt();
+    // Without an end it lasts for the whole film, whose length isn't known.
+    m_ui->lblTime->setText(end <= 0 ? tr("全程")
+                                    : timeText(mark.value(MarkKey::startTime).toInt()) +
+                                          QLatin1Char('-') + timeText(end));
     m_ui->btnEdit->setVisible(mark.value(MarkKey::filter) == QVariant(MarkFilter::text));
     m_item->setData(Qt::AccessibleTextRole, text);
 }

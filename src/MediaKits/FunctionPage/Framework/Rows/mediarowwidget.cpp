@@ -122,8 +122,14 @@ void MediaRowWidget::adoptKnown()
 void MediaRowWidget::probeSource()
 {
     adoptKnown();
-    if (!sourceInfo())
+    if (sourceInfo())
+        requestFirstPicture();
+    else
         probe(sourcePath(), [this](const MediaInfoData &info) { showSource(info); });
+}
+
+void MediaRowWidget::requestFirstPicture()
+{
     if (!hasPicture())
         requestPicture(0);
 }
@@ -181,8 +187,10 @@ void MediaRowWidget::probe(const QString &path,
 {
     MediaInfoBase *reader = createReader(path);
     const auto miss = [this, reader, path] {
-        if (path == sourcePath())
+        if (path == sourcePath()) {
             missSource();
+            requestFirstPicture();
+        }
         reader->deleteLater();
     };
     connect(reader, &MediaInfoBase::error, this, miss);
@@ -196,6 +204,7 @@ void MediaRowWidget::probe(const QString &path,
         if (path == sourcePath()) {
             m_item.setData(MediaInfoRole, QVariant::fromValue(info));
             keepSource(info);
+            requestFirstPicture();
         }
         take(*info);
         reader->deleteLater();

@@ -55,8 +55,8 @@ public slots:
 protected:
     /// Makes the row's widgets and connects them.
     virtual RowForm *createForm() = 0;
-    /// Starts the probe of the source and asks for its picture, where the item has neither; for
-    /// the subclass's constructor.
+    /// Starts the probe of the source and, once that is known, asks for its picture, where the item
+    /// has neither; for the subclass's constructor.
     void probeSource();
     /// Asks for a picture of the source, which `setPicture` gets.
     /// @param atMs of the source's time
@@ -98,6 +98,7 @@ private:
     void tabIntoForm();
     void showSource(const MediaInfoData &info);
     bool hasPicture() const;
+    void requestFirstPicture();
     void showPicture();
     void setHovered(bool hovered);
 

@@ -9,6 +9,7 @@
 #include "MediaKits/FunctionPage/Framework/Editors/Mask/watermarkmaskadapteritem.h"
 #include "MediaKits/FunctionPage/Framework/Editors/Mask/watermarkmaskwidget.h"
 
+#include <QApplication>
 #include <QImageReader>
 #include <QTimer>
 
@@ -18,6 +19,8 @@
 namespace {
 // In picture pixels, were they square.
 constexpr QSize defaultBox(160, 120);
+// Of pictures in memory, in pixels: that of a dense screen.
+constexpr int longestSide = 4096;
 } // namespace
 
 WatermarkMaskAdapter::WatermarkMaskAdapter(QWidget *target, QObject *parent)
@@ -39,16 +42,30 @@ QPixmap WatermarkMaskAdapter::uprightPicture(const QString &path)
     QImageReader reader(path);
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);
-    return QPixmap::fromImageReader(&reader);
+    const QSize size = reader.size();
+    if (std::max(size.width(), size.height()) <= longestSide)
+        return QPixmap::fromImageReader(&reader);
+    reader.setScaledSize(
+        size.scaled(longestSide, longestSide, Qt::KeepAspectRatio).expandedTo({1, 1}));
+    // One of 400 million pixels takes some seconds.
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    const QPixmap picture = QPixmap::fromImageReader(&reader);
+    QApplication::restoreOverrideCursor();
+    return picture;
 }
 
 WatermarkMaskAdapterItem *WatermarkMaskAdapter::addImageItem(const QString &path)
 {
-    const QPixmap picture = uprightPicture(path);
-    if (picture.isNull()) {
+    WatermarkMaskAdapterItem *item = addImageItem(uprightPicture(path));
+    if (!item)
         MediaMessageBox::showMessage(tr("错误"), tr("无法打开图片"), target()->window());
+    return item;
+}
+
+WatermarkMaskAdapterItem *WatermarkMaskAdapter::addImageItem(const QPixmap &picture)
+{
+    if (picture.isNull())
         return nullptr;
-    }
     const QSize size =
         picture.width() > defaultBox.width() || picture.height() > defaultBox.height()
             ? picture.size().scaled(defaultBox, Qt::KeepAspectRatio)
@@ -131,9 +148,10 @@ void WatermarkMaskAdapter::alignItem(WatermarkMaskAdapterItem *item, int place)
 {
     if (!has(item) || place < 0 || place > 8)
         return;
-    const QSizeF room = QSizeF(videoSize()) - item->m_rect.size();
     const int column = place % 3;
     const int row = place / 3;
+    // Twice the way to the right and to the bottom, in halves.
+    const QSizeF room = QSizeF(videoSize()) - item->m_rect.size();
     moveItem(item, {room.width() * column / 2, room.height() * row / 2});
 }
 

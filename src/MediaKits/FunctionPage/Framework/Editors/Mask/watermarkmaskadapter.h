@@ -25,10 +25,13 @@ public:
 
     /// A new box is in the upper left, and seen when the event loop has gone round once.
     TextMaskAdapterItem *addTextItem();
-    /// As a viewer shows it, turned by what the camera noted; null when it can't be read.
+    /// As a viewer shows it, turned by what the camera noted, and no larger than screens are; null
+    /// when it can't be read.
     static QPixmap uprightPicture(const QString &path);
     /// Null, after a message, when the picture can't be read.
     WatermarkMaskAdapterItem *addImageItem(const QString &path);
+    /// Null for no picture.
+    WatermarkMaskAdapterItem *addImageItem(const QPixmap &picture);
     WatermarkMaskAdapterItem *addDelogoItem();
 
     /// The size of a text as it is, which its box should have.
