@@ -318,6 +318,17 @@ private slots:
             QCOMPARE(tellingLine(report.mid(0, report.size() - 1)), report.last());
         QVERIFY(!failureCause({}).isEmpty());
     }
+
+    // What is counted by a service tells nothing of the user's files.
+    void causesWithoutNames()
+    {
+        const QString film = "/home/我：的/假期"_s; // a name may look like a cause
+        const auto told = [&](const QString &cause) { return causeWithoutNames(cause, {film}); };
+        QCOMPARE(told(film + "：磁盘空间不足"_s), "磁盘空间不足"_s);
+        QCOMPARE(told(film + "：配乐歌.mp3：文件不存在"_s), "文件不存在"_s);
+        QCOMPARE(told("无法移动到输出目录：/out/a（没有访问权限），成品保留在：/out/b"_s),
+                 "无法移动到输出目录：没有访问权限：成品保留在"_s);
+    }
 };
 
 QTEST_GUILESS_MAIN(TestResultCheck)

@@ -111,3 +111,20 @@ QString failureCause(const QStringList &report)
     return report.isEmpty() ? told(QT_TRANSLATE_NOOP("failureCause", "转换工具异常退出"))
                             : told(QT_TRANSLATE_NOOP("failureCause", "转换工具无法处理该文件"));
 }
+
+// Names stand between colons. What may be one has a slash or a dot, which no cause of ours has.
+QString causeWithoutNames(QString cause, const QStringList &files)
+{
+    static const QRegularExpression name(QStringLiteral("[/\\.]"));
+    static const QRegularExpression divider(QStringLiteral("[：（），]"));
+    for (const QString &file : files) {
+        if (!file.isEmpty())
+            cause.remove(file);
+    }
+    QStringList told;
+    for (const QString &part : cause.split(divider, Qt::SkipEmptyParts)) {
+        if (!part.contains(name))
+            told += part;
+    }
+    return told.join(QStringLiteral("："));
+}

@@ -10,3 +10,7 @@ QString failureCause(const QStringList &report);
 
 /// The line of ffmpeg's report that tells most; empty for an empty report.
 QString tellingLine(const QStringList &report);
+
+/// A failure's cause without the paths and names of files that it tells, for statistics.
+/// @param files whose paths are known to be told
+QString causeWithoutNames(QString cause, const QStringList &files);

@@ -7,6 +7,7 @@
 #include "MediaKits/FunctionPage/Framework/Dialogs/mediamessagebox.h"
 #include "MediaKits/FunctionPage/Framework/Rows/rowlist.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergefinishtipsdialog.h"
+#include "MediaKits/MediaTasksManager/failurecause.h"
 #include "MediaKits/MediaTasksManager/grouptaskfactory.h"
 #include "MediaKits/MediaTasksManager/mediamovetask.h"
 #include "MediaKits/MediaTasksManager/mergepreset.h"
@@ -116,7 +117,8 @@ void MediaMergeListWidget::trackEnded(bool success) const
     QVariantMap params{{QStringLiteral("is_convert_success"), success},
                        {QStringLiteral("output_format"), param().format}};
     if (!success)
-        params.insert(QStringLiteral("convert_fail_reason"), m_task->failure().cause);
+        params.insert(QStringLiteral("convert_fail_reason"),
+                      causeWithoutNames(m_task->failure().cause, {}));
     trackEvent(function(), QStringLiteral("convert_success"), params);
 }
 

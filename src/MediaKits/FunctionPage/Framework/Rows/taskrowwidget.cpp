@@ -10,6 +10,7 @@
 #include "MediaKits/MediaFormats/mediaformats.h"
 #include "MediaKits/MediaFormats/outputpath.h"
 #include "MediaKits/MediaInfo/mediainfobase.h"
+#include "MediaKits/MediaTasksManager/failurecause.h"
 #include "MediaKits/MediaTasksManager/mediamovetask.h"
 #include "MediaKits/Player/mediapreviewwnd.h"
 
@@ -262,7 +263,7 @@ void TaskRowWidget::readResult()
 
 void TaskRowWidget::trackEnded(bool success) const
 {
-    const QString reason = task()->failure().cause;
+    const QString reason = causeWithoutNames(task()->failure().cause, {sourcePath(), outputPath()});
     QVariantMap params{{QStringLiteral("is_convert_success"), success},
                        {QStringLiteral("input_format"), sourceSuffix()},
                        {QStringLiteral("output_format"), outputFormat()}};
