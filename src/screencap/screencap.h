@@ -1,13 +1,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QObject>
-#include <QPair>
-#include <QSize>
-#include <QStringList>
+#include "screencap/capturedevices.h"
+#include "screencap/capturepiece.h"
+#include "screencap/recordingrepair.h"
+#include "screencap/sourceconfig.h"
+
 #include <QVariant>
 
 #include <functional>
+
+class AwakeSound;
+class WindowPicture;
 
 /// The recorder of the screen: one for the program, all on the main thread, without any dialog.
 ///
@@ -67,7 +71,7 @@ public:
     /// what it was until then.
     bool isSaving() const { return m_isSaving; }
     /// Seconds recorded, without pauses.
-    uint elapsedSeconds() const;
+    uint elapsedSeconds() const { return m_seconds; }
 
     /// Why the last recording failed, or why one that was kept ended by itself: a window was
     /// closed, the disk is full, the tool died. One line for the user; empty after a stop that was
@@ -75,26 +79,42 @@ public:
     QString failureReason() const { return m_failureReason; }
 
     /// Whether screen and system sound can both be recorded.
-    bool sourcesRegistered() const;
+    static bool sourcesRegistered() { return CaptureDevices::areSourcesRegistered(); }
     /// What a recording with the present settings will miss, as a text for the user; empty for
     /// nothing. For showing before start(), which goes on all the same.
-    QString startWarning() const;
+    QString startWarning() const { return CaptureDevices::warning(m_audioFlags != NoSound); }
     /// How start() shows a startWarning(); without one it is only logged.
-    void setWarner(const std::function<void(const QString &)> &warner);
+    void setWarner(const std::function<void(const QString &)> &warner) { m_warner = warner; }
 
     /// Pairs of the name that a user knows and the system's own.
     /// @param category 1 sound inputs, 2 sound outputs, 3 pictures; anything else is 1
-    static QList<QPair<QString, QString>> listDirectShowDevices(int category);
+    static QList<QPair<QString, QString>> listDirectShowDevices(int category)
+    {
+        return CaptureDevices::list(category);
+    }
     /// @param direction 1 inputs, 2 outputs; anything else is 1
-    static QStringList listAudioDevices(int direction);
+    static QStringList listAudioDevices(int direction) { return CaptureDevices::audio(direction); }
 
     /// Removes all that is told to the screen source.
-    static void clearSourceConfig();
+    static void clearSourceConfig() { SourceConfig::clear(); }
+
+    /// How the free space of a folder is found out, in bytes; for tests.
+    void setSpaceSource(const std::function<qint64(const QString &)> &freeSpace)
+    {
+        m_freeSpace = freeSpace;
+    }
+
+    /// Wakes the sources of the wanted sound, which may take two seconds; for calling while the
+    /// user is made to wait anyway. A start() does it, too.
+    void prepare();
+    /// Undoes prepare() when no start() will follow.
+    void cancelPreparation();
 
     /// Makes files of what recordings have left that were cut off by a crash, one after the other,
     /// and tells them by recordingsRepaired(). Recordings of other running programs are left alone.
     /// Does nothing while it is at it.
-    void repairLeftRecordings();
+    void repairLeftRecordings() { m_repair.start(); }
+    bool isRepairing() const { return m_repair.isRunning(); }
 
 public slots:
     /// Does nothing unless the state is `CapIdle`.
@@ -119,7 +139,27 @@ private:
     Screencap();
 
     void setState(CapStateEnum state);
+    void setSaving(bool isSaving);
     void fail(const QString &reason);
+    bool makeFolder();
+    void writeSourceConfig();
+    QString commandText() const;
+    bool isRecording() const { return m_piece && m_piece->isRunning(); }
+    void launchWhenAwake();
+    void launchPiece();
+    void endPiece();
+    void onPieceEnded();
+    void onLostPiece();
+    void waitForWindow();
+    void save();
+    void onSaved();
+    void stopBecause(const QString &reason);
+    void scheduleTick();
+    void tick();
+    void watchSpace();
+    void watchWindow();
+    quint32 window() const { return m_target.toUInt(); }
+    void letGo();
 
     QString m_outputDir;
     QString m_filePrefix;
@@ -131,8 +171,29 @@ private:
     int m_mode = FullMode;
     int m_audioFlags = NoSound;
     int m_definition = StandardDefinition;
+
     bool m_isPaused = false;
     bool m_isSaving = false;
     QString m_failureReason;
     std::function<void(const QString &)> m_warner;
+    std::function<qint64(const QString &)> m_freeSpace;
+    bool m_isSpaceTold = false;
+
+    std::unique_ptr<CapturePiece> m_piece;
+    int m_emptyInRow = 0; // pieces that ended by themselves with nothing in them
+    std::unique_ptr<AwakeSound> m_awake;
+    QTimer m_wakeTimer;
+    QElapsedTimer m_waking;
+    std::unique_ptr<WindowPicture> m_windowPicture;
+    QTimer m_windowTimer; // while there is nothing to see of the window
+    QSize m_canvas;       // even size of the window in the first piece
+    QSize m_windowSize;   // in the present piece
+
+    QTimer m_tickTimer;
+    qint64 m_earlierMs = 0; // recorded in the pieces before
+    uint m_seconds = 0;
+
+    std::unique_ptr<RecordingFolder> m_folder;
+    std::unique_ptr<RecordingSaver> m_saver;
+    RecordingRepair m_repair;
 };

@@ -21,6 +21,9 @@ public:
     /// Asks a running child to quit and looks away from it; with `force` kills it and waits until
     /// it is gone, unless the system can't end it now. The state is `ProcessorFinished` at once.
     void stop(bool force) override;
+    /// Asks a running child to quit. Unlike after stop(), the state tells how it has ended, and
+    /// only then.
+    void finish() { askToQuit(); }
     void pause() override;
     void resume() override;
 
