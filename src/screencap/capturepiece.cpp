@@ -3,6 +3,8 @@
 
 #include "MediaKits/MediaTasksManager/failurecause.h"
 
+#include <QFileInfo>
+
 namespace {
 
 // In which the launcher of ffmpeg is told where a piece goes, and how large its picture is.
@@ -11,8 +13,11 @@ const QString canvasVariable = QStringLiteral("MORVANE_RECORDING_SIZE");
 
 // From the launch to the first picture, as the launcher has it.
 constexpr int leadMs = 500;
-// So short a piece still has some pictures.
+// No piece is asked to end before there is something in it: this long is the shortest, and this long
+// that is waited for at most.
 constexpr int shortestMs = 200;
+constexpr int beginTimeoutMs = 5000;
+constexpr int pollMs = 20;
 // ffmpeg writes what it still holds within a fraction of this.
 constexpr int endTimeoutMs = 15000;
 constexpr int reportLines = 20;
@@ -28,6 +33,7 @@ CapturePiece::CapturePiece(QObject *parent) : QObject(parent)
 
 void CapturePiece::start(const QString &command, const QString &path, const QSize &canvas)
 {
+    m_path = path;
     m_processor.setVariable(pieceVariable, path);
     if (!canvas.isEmpty())
         m_processor.setVariable(canvasVariable,
@@ -42,13 +48,19 @@ void CapturePiece::end()
     if (!isRunning() || m_isEndAsked)
         return;
     m_isEndAsked = true;
-    m_endTimer.start(int(qMax<qint64>(0, shortestMs - elapsedMs())));
+    m_endTimer.start(0);
 }
 
 void CapturePiece::onEndTimer()
 {
     if (m_isQuitSent) {
         m_processor.stop(true);
+        return;
+    }
+    // The file begins with the first picture.
+    const bool isThere = elapsedMs() >= shortestMs && QFileInfo(m_path).size() > 0;
+    if (!isThere && elapsedMs() < beginTimeoutMs) {
+        m_endTimer.start(pollMs);
         return;
     }
     m_isQuitSent = true;

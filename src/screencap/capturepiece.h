@@ -41,6 +41,7 @@ private:
     void onEndTimer();
 
     FFMpegProcessor m_processor;
+    QString m_path;
     QElapsedTimer m_clock; // since the launch
     bool m_isEndAsked = false;
     bool m_isQuitSent = false;

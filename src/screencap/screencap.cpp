@@ -50,13 +50,13 @@ Screencap::Screencap() : m_freeSpace(&freeDiskSpace)
         if (!files.isEmpty())
             emit recordingsRepaired(files);
     });
-    if (qApp != nullptr)
-        connect(qApp, &QCoreApplication::aboutToQuit, this, &Screencap::letGo);
+    qAddPostRoutine([] { instance().letGo(); });
 }
 
 Screencap::~Screencap() = default;
 
-// What has been recorded stays in its folder for the next start.
+// Ahead of the application object's end, behind which no child can be ended. What has been recorded
+// stays in its folder for the next start.
 void Screencap::letGo()
 {
     for (QTimer *timer : {&m_tickTimer, &m_wakeTimer, &m_windowTimer})

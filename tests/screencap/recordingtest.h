@@ -89,8 +89,9 @@ protected:
         const bool isOver = QTest::qWaitFor(
             [this] { return recorder().state() == Screencap::CapIdle; }, endTimeoutMs);
         const bool isFinished =
-            !states.isEmpty() &&
-            states.first().first().value<Screencap::CapStateEnum>() == Screencap::CapFinished;
+            std::any_of(states.cbegin(), states.cend(), [](const QList<QVariant> &state) {
+                return state.first().value<Screencap::CapStateEnum>() == Screencap::CapFinished;
+            });
         return isOver && isFinished ? recorder().outputPath() : QString();
     }
 

@@ -59,6 +59,7 @@ class TestRecordCommand : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void recordsSeconds();
     void endsWhenInterrupted();
     void keepsNamesApart();
@@ -66,6 +67,12 @@ private slots:
     void refuses();
     void survivesKills();
 };
+
+// A shell has what it runs beside itself ignore an interruption.
+void TestRecordCommand::initTestCase()
+{
+    ::signal(SIGINT, SIG_DFL);
+}
 
 void TestRecordCommand::recordsSeconds()
 {
