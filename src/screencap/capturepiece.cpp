@@ -13,8 +13,8 @@ const QString canvasVariable = QStringLiteral("MORVANE_RECORDING_SIZE");
 
 // From the launch to the first picture, as the launcher has it.
 constexpr int leadMs = 500;
-// No piece is asked to end before there is something in it: this long is the shortest, and this long
-// that is waited for at most.
+// No piece is asked to end before there is something in it: this long is the shortest, and this
+// long that is waited for at most.
 constexpr int shortestMs = 200;
 constexpr int beginTimeoutMs = 5000;
 constexpr int pollMs = 20;
@@ -39,6 +39,7 @@ void CapturePiece::start(const QString &command, const QString &path, const QSiz
         m_processor.setVariable(canvasVariable,
                                 QStringLiteral("%1x%2").arg(canvas.width()).arg(canvas.height()));
     m_processor.setCommand(command, 0, false);
+    m_processor.setUrgent();
     m_clock.start();
     m_processor.start();
 }

@@ -40,7 +40,8 @@ PieceLength lengthIn(const QString &probe)
 {
     PieceLength length;
     const QJsonObject root = QJsonDocument::fromJson(probe.toUtf8()).object();
-    for (const QJsonValue &stream : root.value(QLatin1String("streams")).toArray()) {
+    const QJsonArray streams = root.value(QLatin1String("streams")).toArray();
+    for (const QJsonValue stream : streams) {
         const QString kind = stream[QLatin1String("codec_type")].toString();
         const double end =
             secondsOf(stream[QLatin1String("tags")][QLatin1String("DURATION")].toString());

@@ -16,11 +16,12 @@ constexpr char settingsFile[] = "/MorvaneScreenRecorder.conf";
 constexpr int frameRate = 30;
 // Bytes that come at once, a hundredth of a second: the times that ffmpeg gives to sound are off by
 // up to twice as much.
-constexpr char soundInputOptions[] = "-sample_rate 48000 -channels 2 -fragment_size 1920";
+constexpr char soundInputOptions[] =
+    "-thread_queue_size 256 -f pulse -sample_rate 48000 -channels 2 -fragment_size 1920";
 
 // Fast enough for a whole screen in motion on half a processor. Without frames that refer to later
 // ones the end of a piece can be cut anywhere. A key frame every two seconds makes seeking quick.
-constexpr char pictureOptions[] = "-preset superfast -crf 21 -bf 0 -g 60 -pix_fmt yuv420p "
+constexpr char pictureOptions[] = "-preset superfast -crf 23 -bf 0 -g 60 -pix_fmt yuv420p "
                                   "-colorspace bt709 -color_primaries bt709 -color_trc bt709 "
                                   "-vsync cfr -r 30";
 // A rate that all containers of recordings take.
@@ -89,7 +90,7 @@ int64_t Capture::setting(const std::string &name, int64_t fallback) const
 void Capture::addInput(const std::string &source)
 {
     // Nothing has to be found out about streams that have one form only, which takes a second.
-    append(&m_inputs, "-thread_queue_size 64 -probesize 32 -analyzeduration 0");
+    append(&m_inputs, "-probesize 32 -analyzeduration 0");
     if (source == screenSource)
         addScreen();
     else
@@ -97,9 +98,12 @@ void Capture::addInput(const std::string &source)
     ++m_inputCount;
 }
 
+// A picture that has to wait is late for good: few are kept, so that an encoder which falls behind
+// leaves some out but doesn't lag.
 void Capture::addScreen()
 {
-    append(&m_inputs, "-f x11grab -draw_mouse 1 -framerate " + std::to_string(frameRate));
+    append(&m_inputs,
+           "-thread_queue_size 8 -f x11grab -draw_mouse 1 -framerate " + std::to_string(frameRate));
     const int64_t width = setting("capture_width", 0);
     const int64_t height = setting("capture_height", 0);
     if (width > 0 && height > 0)
@@ -117,7 +121,7 @@ void Capture::addScreen()
 
 void Capture::addSound(const std::string &device)
 {
-    append(&m_inputs, std::string("-f pulse ") + soundInputOptions);
+    append(&m_inputs, soundInputOptions);
     m_inputs.insert(m_inputs.end(), {"-i", device == systemSound ? playedSound : device});
     m_sounds.push_back(m_inputCount);
 }
@@ -133,7 +137,7 @@ std::string Capture::pictureFilters() const
         "+1);round(if(isnan(PREV_OUTPTS)+gt(abs(ld(0)-ld(1)),0.75),ld(0),ld(1)))/" + rate + "/TB";
     const std::string box = boxOf(m_facts.canvas.empty() ? m_size : m_facts.canvas);
     const std::string fit =
-        box.empty() ? "crop=trunc(iw/2)*2:trunc(ih/2)*2:0:0,scale=iw:ih"
+        box.empty() ? "crop=trunc(iw/2)*2:trunc(ih/2)*2:0:0,scale=iw:ih:flags=fast_bilinear"
                     : "scale=" + box + ":force_original_aspect_ratio=decrease:force_divisible_by=2";
     const std::string bars = m_facts.canvas.empty() ? "" : ",pad=" + box + ":-1:-1";
     return "trim=start=" + m_start + ",setpts='" + steady + "'," + fit +
@@ -142,13 +146,16 @@ std::string Capture::pictureFilters() const
 
 std::string Capture::soundGraph() const
 {
+    const std::string steady =
+        "asetpts=PTS-" + m_start + "/TB,aresample=44100:async=1000:first_pts=0";
     std::string graph;
     std::string mixed;
     for (const int input : m_sounds) {
-        const std::string number = std::to_string(input);
-        graph += "[" + number + ":a]asetpts=PTS-" + m_start +
-                 "/TB,aresample=44100:async=1000:first_pts=0[s" + number + "];";
-        mixed += "[s" + number + "]";
+        std::string label = "[s";
+        label.append(std::to_string(input)).append("]");
+        graph.append("[").append(std::to_string(input)).append(":a]");
+        graph.append(steady).append(label).append(";");
+        mixed.append(label);
     }
     return graph + mixed + "amix=inputs=" + std::to_string(m_sounds.size()) + ":normalize=0[sound]";
 }

@@ -30,6 +30,10 @@ public:
     /// Tells the tool something through its environment, from the next start on.
     void setVariable(const QString &name, const QString &value);
 
+    /// Lets the tool go before others when processors are scarce, as one has to that works against
+    /// the clock; for the next start.
+    void setUrgent() { m_child->setNiceness(0); }
+
     /// What the tool said last, for showing why a run failed; empty before it said anything.
     /// @param count lines at most
     QStringList lastLines(int count) const { return m_tail.lastLines(count); }
