@@ -5,6 +5,7 @@
 #include "MediaKits/MediaFormats/toolquoting.h"
 #include "MediaKits/MediaTasksManager/failurecause.h"
 #include "MediaKits/MediaTasksManager/mediamovetask.h"
+#include "platform/diskspace.h"
 
 #include <QFileInfo>
 #include <QJsonArray>
@@ -20,6 +21,8 @@ const QString listFile = QStringLiteral("pieces.txt");
 // when the sound's device has gone.
 constexpr double mostGivenUp = 1.0;
 constexpr int reportLines = 20;
+// Left on the disk for others.
+constexpr qint64 spareBytes = 50 * 1024 * 1024;
 
 // "00:01:02.345000000" as Matroska has it, in seconds.
 double secondsOf(const QString &text)
@@ -77,8 +80,23 @@ void RecordingSaver::start()
         QTimer::singleShot(0, this, &RecordingSaver::done);
         return;
     }
+    if (!hasRoom()) {
+        m_remark = tr("磁盘空间不足");
+        keepPieces();
+        return;
+    }
     m_list += QStringLiteral("ffconcat version 1.0");
     probeNext();
+}
+
+// For a second copy, without filling the disk.
+bool RecordingSaver::hasRoom() const
+{
+    qint64 bytes = spareBytes;
+    for (const QString &piece : m_pieces)
+        bytes += QFileInfo(piece).size();
+    const qint64 freeBytes = freeDiskSpace(QFileInfo(m_pieces.first()).path());
+    return freeBytes < 0 || freeBytes > bytes;
 }
 
 void RecordingSaver::probeNext()
@@ -113,6 +131,7 @@ void RecordingSaver::join()
     QSaveFile list(listPath);
     if (!list.open(QIODevice::WriteOnly) ||
         list.write(m_list.join(QLatin1Char('\n')).toUtf8() + '\n') < 0 || !list.commit()) {
+        m_remark = list.errorString();
         keepPieces();
         return;
     }

@@ -34,6 +34,7 @@ signals:
     void done();
 
 private:
+    bool hasRoom() const;
     void probeNext();
     void onProbed();
     void join();

@@ -4,6 +4,7 @@
 #include "MediaKits/Logger/logger.h"
 #include "MediaKits/MediaFormats/outputpath.h"
 #include "platform/diskspace.h"
+#include "platform/screensize.h"
 #include "platform/screensource.h"
 #include "platform/soundserver.h"
 #include "screencap/capturecommand.h"
@@ -145,7 +146,8 @@ void Screencap::writeSourceConfig()
 {
     SourceConfig::clear();
     if (m_mode == AreaMode) {
-        SourceConfig::writeArea(m_target.toRect());
+        // An area that begins or ends beside the screen by a rounded pixel can't be read at all.
+        SourceConfig::writeArea(m_target.toRect() & QRect(QPoint(0, 0), screenSizeInPixels()));
     } else if (m_mode == WindowMode) {
         m_windowSize = windowSize(window()).value_or(QSize());
         if (m_canvas.isEmpty())
@@ -267,7 +269,10 @@ void Screencap::stop()
     if (m_state == CapIdle || m_isSaving)
         return;
     m_windowTimer.stop();
-    m_wakeTimer.stop();
+    if (m_wakeTimer.isActive()) {
+        m_wakeTimer.stop();
+        launchPiece();
+    }
     setSaving(true);
     endPiece();
     if (!isRecording())

@@ -21,7 +21,11 @@ public:
     {
         setGeometry(place);
         show();
-        [[maybe_unused]] const bool isShown = QTest::qWaitForWindowExposed(this);
+        // A compositor may show it later than the window knows.
+        [[maybe_unused]] const bool isSeen = QTest::qWaitFor([this] {
+            const QImage seen = screenPart(*this);
+            return seen.pixelColor(quarter(3).center()) == colours[3];
+        });
     }
 
     /// One colour in place of the four.

@@ -108,6 +108,7 @@ void TestScreencap::recordsAreas_data()
     QTest::newRow("even") << QRect(100, 60, 320, 240);
     QTest::newRow("odd") << QRect(101, 61, 317, 241);
     QTest::newRow("at the edge") << QRect(1920 - 161, 1080 - 121, 161, 121);
+    QTest::newRow("a pixel beyond") << QRect(1920 - 160, 1080 - 120, 162, 122);
 }
 
 void TestScreencap::recordsAreas()
@@ -116,7 +117,8 @@ void TestScreencap::recordsAreas()
     const Paper paper(area);
     const QString film = recordShortly(Screencap::AreaMode, area);
     const ProbedFile probed = probeMedia(film);
-    QCOMPARE(probed.size(), QSize(area.width() & ~1, area.height() & ~1));
+    const QRect visible = area & QRect(0, 0, 1920, 1080);
+    QCOMPARE(probed.size(), QSize(visible.width() & ~1, visible.height() & ~1));
     QCOMPARE(probed.video["codec_name"_s].toString(), "h264"_s);
     QCOMPARE(probed.video["pix_fmt"_s].toString(), "yuv420p"_s);
     QVERIFY(probed.seconds > 0.7);
@@ -157,7 +159,9 @@ void TestScreencap::recordsEachDefinitionAndFormat()
     const double scale = size.width() / 1920.0;
     for (int i = 0; i < 4; ++i) {
         const QPointF center = QPointF(paper.pos() + paper.quarter(i).center()) * scale;
-        QVERIFY(hasColour(frame, QRect(center.toPoint(), QSize(1, 1)), Paper::colours[i]));
+        const QRect point(center.toPoint(), QSize(1, 1));
+        QVERIFY2(hasColour(frame, point, Paper::colours[i]),
+                 qPrintable(frame.pixelColor(point.topLeft()).name()));
     }
 }
 
