@@ -2,7 +2,7 @@
 // Shows a white area and plays a tone at the same moments, on black and in silence: what a
 // recording of both has to keep together. Tells the moment of each flash on standard output, in ms
 // since the epoch. Ends when it is killed.
-//   flashclick EVERY_MS [X,Y,W,H]
+//   flashclick EVERY_MS [X,Y,W,H [HERTZ]]
 #include <pulse/simple.h>
 
 #include <chrono>
@@ -69,6 +69,7 @@ int main(int argc, char **argv)
     int box[] = {0, 0, 320, 240};
     if (argc > 2)
         std::sscanf(argv[2], "%d,%d,%d,%d", &box[0], &box[1], &box[2], &box[3]);
+    const int hertz = argc > 3 ? std::atoi(argv[3]) : 1000;
     Area area{int16_t(box[0]), int16_t(box[1]), uint16_t(box[2]), uint16_t(box[3])};
     const pa_sample_spec form = {PA_SAMPLE_S16LE, rate, 1};
     const pa_buffer_attr buffer = {uint32_t(-1), blockSamples * 2 * 4, uint32_t(-1), uint32_t(-1),
@@ -87,7 +88,7 @@ int main(int argc, char **argv)
         const bool tone = heard >= next && heard < next + flashMs * 1000;
         for (int16_t &sample : block)
             sample =
-                tone ? int16_t(12000 * std::sin(2 * M_PI * 1000 * phase++ / rate)) : int16_t(0);
+                tone ? int16_t(12000 * std::sin(2 * M_PI * hertz * phase++ / rate)) : int16_t(0);
         if (pa_simple_write(player, block.data(), block.size() * 2, nullptr) < 0)
             return 1;
         const int64_t now = nowUs();

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "dubbing/heardsound.h"
 #include "recordingtest.h"
 #include "support/testfile.h"
 
@@ -37,10 +38,11 @@ private:
 class FlashClick
 {
 public:
-    FlashClick(int everyMs, const QString &sink = "speakers"_s)
+    explicit FlashClick(int everyMs, const QString &sink = "speakers"_s, int hertz = 1000)
     {
         m_program.setProcessEnvironment(environmentWith({"PULSE_SINK="_s + sink}));
-        m_program.start(builtProgram("flashclick"_s), {QString::number(everyMs), "0,0,160,120"_s});
+        m_program.start(builtProgram("flashclick"_s),
+                        {QString::number(everyMs), "0,0,160,120"_s, QString::number(hertz)});
         const QByteArray first = nextLine(&m_program);
         QVERIFY(!first.isEmpty());
     }
@@ -159,31 +161,30 @@ void TestRecordSound::keepsSoundAndPictureTogether()
     const QVector<double> flashes = flashesIn(path);
     const QVector<double> clicks = clicksIn(path);
     QVERIFY(flashes.size() > 2 + pauses);
+    int matched = 0;
     for (const double flash : flashes) {
-        // A pause may have cut off the beginning of either.
         const double offMs = (nearest(clicks, flash) - flash) * 1000.0;
         qInfo("flash at %.2f s, sound %+.0f ms", flash, offMs);
-        QVERIFY(qAbs(offMs) < 40.0 || qAbs(offMs) > 150.0);
+        matched += qAbs(offMs) < 40.0 ? 1 : 0;
     }
-    const double lastOff = nearest(clicks, flashes.last()) - flashes.last();
-    QVERIFY(qAbs(lastOff) < 0.040);
+    // Each pause and the end may have cut off the beginning of either.
+    QVERIFY(matched >= flashes.size() - pauses - 1);
 }
 
 void TestRecordSound::mixesAllSounds()
 {
     const SoundServer server;
-    const FlashClick played(1700);
-    const FlashClick spoken(900, "room"_s);
-    const auto clicks = [this](int flags) {
+    const FlashClick played(900, "speakers"_s, 1000);
+    const FlashClick spoken(900, "room"_s, 3000);
+    const auto isHeard = [this](int flags) {
         recorder().setAudioFlags(flags);
-        return clicksIn(recordShortly(Screencap::AreaMode, flashArea, 6000)).size();
+        const HeardSound sound(recordShortly(Screencap::AreaMode, flashArea, 4000));
+        return QVector<bool>{sound.level(1000, 0.0, sound.seconds()) > 0.01,
+                             sound.level(3000, 0.0, sound.seconds()) > 0.01};
     };
-    const int system = clicks(Screencap::SystemSound);
-    const int microphone = clicks(Screencap::Microphones);
-    const int both = clicks(Screencap::SystemSound | Screencap::Microphones);
-    QVERIFY2(system >= 2 && system <= 4, qPrintable(QString::number(system)));
-    QVERIFY2(microphone >= 4 && microphone <= 7, qPrintable(QString::number(microphone)));
-    QVERIFY2(both > microphone, qPrintable(QString::number(both)));
+    QCOMPARE(isHeard(Screencap::SystemSound), (QVector<bool>{true, false}));
+    QCOMPARE(isHeard(Screencap::Microphones), (QVector<bool>{false, true}));
+    QCOMPARE(isHeard(Screencap::SystemSound | Screencap::Microphones), (QVector<bool>{true, true}));
 }
 
 QTEST_MAIN(TestRecordSound)

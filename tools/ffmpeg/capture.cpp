@@ -137,8 +137,10 @@ std::string Capture::pictureFilters() const
         "+1);round(if(isnan(PREV_OUTPTS)+gt(abs(ld(0)-ld(1)),0.75),ld(0),ld(1)))/" + rate + "/TB";
     const std::string box = boxOf(m_facts.canvas.empty() ? m_size : m_facts.canvas);
     const std::string fit =
-        box.empty() ? "crop=trunc(iw/2)*2:trunc(ih/2)*2:0:0,scale=iw:ih:flags=fast_bilinear"
-                    : "scale=" + box + ":force_original_aspect_ratio=decrease:force_divisible_by=2";
+        box.empty()
+            ? "crop=trunc(iw/2)*2:trunc(ih/2)*2:0:0,scale=iw:ih:flags=fast_bilinear"
+            : "scale=" + box +
+                  ":force_original_aspect_ratio=decrease:force_divisible_by=2:flags=bilinear";
     const std::string bars = m_facts.canvas.empty() ? "" : ",pad=" + box + ":-1:-1";
     return "trim=start=" + m_start + ",setpts='" + steady + "'," + fit +
            ":out_color_matrix=bt709:out_range=tv" + bars + ",setsar=1";
