@@ -1,14 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QMetaType>
-#include <QSharedPointer>
-#include <QVariantMap>
+#include "MediaKits/FunctionPage/Framework/Editors/sharedmap.h"
 
 /// One piece of music: "filePath", "duration" and "startTime" in ms, "volume" as a factor.
 using MusicEntry = QSharedPointer<QVariantMap>;
-
-Q_DECLARE_METATYPE(QSharedPointer<QVariantMap>)
 
 namespace MusicKey {
 inline const QString filePath = QStringLiteral("filePath");

@@ -1,16 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QMetaType>
-#include <QSharedPointer>
-#include <QVariantMap>
+#include "MediaKits/FunctionPage/Framework/Editors/sharedmap.h"
 
 /// A watermark: the map that becomes one of the overlays of a `ConvertTaskParam`, shared by its row
 /// in the editor's list and its box over the picture. Beside the overlay's keys it has
 /// "aspectKeep" (bool), whether a picture keeps its shape when it is resized.
 using Mark = QSharedPointer<QVariantMap>;
-
-Q_DECLARE_METATYPE(QSharedPointer<QVariantMap>)
 
 namespace MarkKey {
 inline const QString filter = QStringLiteral("filter");
