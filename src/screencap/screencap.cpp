@@ -290,6 +290,8 @@ void Screencap::stopBecause(const QString &reason)
 void Screencap::save()
 {
     SourceConfig::clear();
+    if (m_piece)
+        m_piece.release()->deleteLater();
     m_awake.reset();
     m_windowPicture.reset();
     m_saver = std::make_unique<RecordingSaver>(std::move(m_folder));
