@@ -5,14 +5,14 @@
 
 #include <QFontMetrics>
 #include <QLabel>
+#include <QPainter>
 #include <QPainterPath>
 #include <QScreen>
-#include <QVariant>
 
 namespace {
 constexpr QSize windowSize(140, 174);
 constexpr int secondMs = 1000;
-constexpr int plainRadius = 12;
+constexpr int cardRadius = 12;
 } // namespace
 
 // Past the window manager, which may hide what belongs to a minimised window.
@@ -75,14 +75,19 @@ void CountdownWnd::mousePressEvent(QMouseEvent * /*event*/)
 }
 
 // Where windows aren't mixed, the digits stand on a card.
+void CountdownWnd::paintEvent(QPaintEvent * /*event*/)
+{
+    if (m_isCard)
+        QPainter(this).fillRect(rect(), Qt::white);
+}
+
 void CountdownWnd::showEvent(QShowEvent *event)
 {
-    if (!isCompositingActive()) {
+    m_isCard = !isCompositingActive();
+    if (m_isCard) {
         QPainterPath card;
-        card.addRoundedRect(rect(), plainRadius, plainRadius);
+        card.addRoundedRect(rect(), cardRadius, cardRadius);
         setMask(QRegion(card.toFillPolygon().toPolygon()));
-        setAttribute(Qt::WA_StyledBackground);
-        setProperty("cls", QStringLiteral("plainCountdown"));
     }
     QDialog::showEvent(event);
 }

@@ -24,6 +24,7 @@ public:
 
 protected:
     void mousePressEvent(QMouseEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
     void showEvent(QShowEvent *event) override;
 
 private:
@@ -34,4 +35,5 @@ private:
     QTimer m_timer;
     GlobalKeys m_keys;
     int m_counter = 3;
+    bool m_isCard = false;
 };
