@@ -31,7 +31,8 @@ private:
         quint8 code; // of the keyboard
         quint16 modifiers;
         bool isDown;
-        quint32 lastPress; // ms, of the display server
+        quint32 lastPress;   // ms, of the display server
+        quint32 lastRelease; // likewise
     };
 
     bool nativeEventFilter(const QByteArray &eventType, void *message, long *result) override;

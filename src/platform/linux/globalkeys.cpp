@@ -16,8 +16,11 @@ constexpr uint16_t usedModifiers =
 // A grab is for an exact set of modifiers, and the locks are among these: Caps Lock, Num Lock.
 constexpr uint16_t lockSets[] = {0, XCB_MOD_MASK_LOCK, XCB_MOD_MASK_2,
                                  XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2};
-// A held key repeats after 660 ms at first by default. What comes later is a press whose release
-// went elsewhere, as to a screen lock.
+// A held key repeats by presses alone or, as programs hear it by default, by pairs of a release and
+// a press of the same moment.
+constexpr quint32 longestPairMs = 2;
+// It does so after 660 ms at first by default. What comes later is a press whose release went
+// elsewhere, as to a screen lock.
 constexpr quint32 longestRepeatMs = 1500;
 
 // Of a letter its small one, which is how the keyboard's table begins.
@@ -105,7 +108,7 @@ bool GlobalKeys::hold(Qt::Key key, Qt::KeyboardModifiers modifiers)
     const uint8_t code = codeOf(QX11Info::connection(), symbolOf(key));
     if (code == 0 || !grab(code, mask))
         return false;
-    m_held += {key, code, mask, false, 0};
+    m_held += {key, code, mask, false, 0, 0};
     return true;
 }
 
@@ -130,13 +133,18 @@ bool GlobalKeys::nativeEventFilter(const QByteArray &eventType, void *message, l
     });
     if (type == XCB_KEY_RELEASE) {
         // The modifiers may have been let go before.
-        for (Held &one : m_held)
-            one.isDown = one.isDown && one.code != key->detail;
+        for (Held &one : m_held) {
+            if (one.code != key->detail)
+                continue;
+            one.isDown = false;
+            one.lastRelease = key->time;
+        }
         return false;
     }
     if (held == m_held.end() || key->event != xcb_window_t(QX11Info::appRootWindow()))
         return false;
-    const bool isRepeat = held->isDown && key->time - held->lastPress < longestRepeatMs;
+    const bool isRepeat = held->isDown ? key->time - held->lastPress < longestRepeatMs
+                                       : key->time - held->lastRelease <= longestPairMs;
     held->isDown = true;
     held->lastPress = key->time;
     // Later: who hears of it may run a dialog.
