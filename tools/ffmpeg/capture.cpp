@@ -14,6 +14,7 @@ constexpr std::string_view systemSound = "MorvaneVirtualAudioCapturer";
 constexpr char playedSound[] = "@DEFAULT_MONITOR@"; // PulseAudio's name for it
 constexpr char settingsFile[] = "/MorvaneScreenRecorder.conf";
 constexpr int frameRate = 30;
+constexpr int longestStall = 30; // seconds, beyond which a machine hasn't been merely busy
 // Bytes that come at once, a hundredth of a second: the times that ffmpeg gives to sound are off by
 // up to twice as much.
 constexpr char soundInputOptions[] =
@@ -68,6 +69,7 @@ private:
     void addScreen();
     void addSound(const std::string &device);
     int64_t setting(const std::string &name, int64_t fallback) const;
+    std::string sinceStart() const;
     std::string pictureFilters() const;
     std::string soundGraph() const;
 
@@ -126,15 +128,25 @@ void Capture::addSound(const std::string &device)
     m_sounds.push_back(m_inputCount);
 }
 
+// The time of a frame or of a block of sound since the recording's beginning, in units of the
+// stream. A machine that has slept, or whose clock is set, doesn't record for as long.
+std::string Capture::sinceStart() const
+{
+    return "st(2,ld(2)+if(gt(abs(PTS-PREV_INPTS)*TB," + std::to_string(longestStall) +
+           "),PTS-PREV_INPTS,0));PTS-ld(2)-" + m_start + "/TB";
+}
+
 // What a frame shows has come to the screen in the time since the one before, half of it ago as a
 // rule; sound has no such delay. A frame that comes a little early or late still takes the place
 // behind the one before, so that no picture is shown twice and none is left out for that.
 std::string Capture::pictureFilters() const
 {
     const std::string rate = std::to_string(frameRate);
-    const std::string steady =
-        "st(0,max(0,(PTS*TB-" + m_start + ")*" + rate + "-0.5));st(1,PREV_OUTPTS*TB*" + rate +
-        "+1);round(if(isnan(PREV_OUTPTS)+gt(abs(ld(0)-ld(1)),0.75),ld(0),ld(1)))/" + rate + "/TB";
+    const std::string steady = "st(0,(" + sinceStart() + ")*TB*" + rate +
+                               "-0.5);st(1,PREV_OUTPTS*TB*" + rate +
+                               "+1);round(if(isnan(PREV_OUTPTS)+gt(abs(ld(0)-ld(1)),0.75),ld(0),"
+                               "ld(1)))/" +
+                               rate + "/TB";
     const std::string box = boxOf(m_facts.canvas.empty() ? m_size : m_facts.canvas);
     const std::string fit =
         box.empty()
@@ -142,14 +154,14 @@ std::string Capture::pictureFilters() const
             : "scale=" + box +
                   ":force_original_aspect_ratio=decrease:force_divisible_by=2:flags=bilinear";
     const std::string bars = m_facts.canvas.empty() ? "" : ",pad=" + box + ":-1:-1";
-    return "trim=start=" + m_start + ",setpts='" + steady + "'," + fit +
-           ":out_color_matrix=bt709:out_range=tv" + bars + ",setsar=1";
+    return "setpts='" + steady + "',trim=start=0," + fit + ":out_color_matrix=bt709:out_range=tv" +
+           bars + ",setsar=1";
 }
 
 std::string Capture::soundGraph() const
 {
     const std::string steady =
-        "asetpts=PTS-" + m_start + "/TB,aresample=44100:async=1000:first_pts=0";
+        "asetpts='" + sinceStart() + "',aresample=44100:async=1000:first_pts=0";
     std::string graph;
     std::string mixed;
     for (const int input : m_sounds) {
