@@ -29,6 +29,7 @@ const CommandRow commandRows[] = {
     {"gif", Command::Gif, "json out name from to size fps quality jobs dry-run strict"},
     {"merge", Command::Merge, "json preset out name strict"},
     {"shots", Command::Shots, "json at every from to format scale long sheet out"},
+    {"record", Command::Record, "json area window sound seconds out"},
 };
 
 QString tr(const char *text)
@@ -124,6 +125,8 @@ MediaFunction functionOf(Command command)
         return MediaFunction::Gif;
     if (command == Command::Shots)
         return MediaFunction::Shot;
+    if (command == Command::Record)
+        return MediaFunction::Screencap;
     return command == Command::Merge ? MediaFunction::Merge : MediaFunction::Convert;
 }
 
@@ -249,6 +252,22 @@ void readGif(CommandLine &line, ValueReader &values)
     line.gifQuality = values.isSet("quality");
 }
 
+void readRecord(CommandLine &line, ValueReader &values)
+{
+    constexpr int longest = 24 * 60 * 60;
+    RecordWish &wish = line.record;
+    readOutputDir(line, values);
+    wish.area = values.value<CropBox>("area", parseCropBox);
+    wish.window = values.value<quint32>("window", parseWindow);
+    if (wish.area && wish.window)
+        values.refuse(tr("--area 和 --window 不能同时使用"));
+    if (wish.area && (wish.area->width < 2 || wish.area->height < 2))
+        values.refuse(tr("--area 的值无效：%1").arg(values.text("area")));
+    wish.sound = values.value<int>("sound", parseSound).value_or(wish.sound);
+    if (values.isSet("seconds"))
+        wish.seconds = values.number("seconds", 0, 1, longest);
+}
+
 std::optional<double> parseScale(const QString &text)
 {
     constexpr double largest = 5.0;
@@ -339,6 +358,8 @@ std::optional<CommandLine> parseCommandLine(const QStringList &words, QString &e
         readGif(line, values);
     if (line.command == Command::Shots)
         readShots(line, values);
+    if (line.command == Command::Record)
+        readRecord(line, values);
     error = values.error();
     return error.isEmpty() ? std::make_optional(line) : std::nullopt;
 }
@@ -361,6 +382,8 @@ QString helpText()
               "  morvane-cli shots FILE… (--at T,T,… | --every T [--from T] [--to T]) [--format "
               "png|jpg|bmp]\n"
               "              [--scale 0..5] [--long | --sheet COLUMNS] [--out DIR] [--json]\n"
+              "  morvane-cli record [--area X,Y,W,H | --window ID] [--sound system|mic|all|none]\n"
+              "              [--seconds N] [--out DIR] [--json]\n"
               "\n"
               "T 为秒数或 hh:mm:ss[.zzz]。--speed 1 最快，9 最慢，0 由编码器决定。\n"
               "--beauty 的键：contrast brightness saturation red green blue rotate volume speed\n"
@@ -375,6 +398,7 @@ QString helpText()
               "volume 为 0 到 2；--mute-film 去掉原声。\n"
               "gif 默认 240x160、每秒 10 帧；--quality 为每个 GIF 单独取色。以 - "
               "开头的文件名写在 -- 之后。\n"
+              "record 录到 --seconds 为止，或按 Ctrl+C 结束；ID 为窗口的 X11 编号。\n"
               "成品路径写到标准输出，每行一个。全部完成返回 0，有失败返回 1，用法错误返回 2。\n"
               "成品与要求不完全相符时，提示写到标准错误；--strict 使提示也返回 1。\n")
         .arg(readyLookNames().join(QLatin1Char(' ')));

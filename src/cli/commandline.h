@@ -11,7 +11,7 @@
 
 #include <optional>
 
-enum class Command { Help, Categories, Presets, Probe, Convert, Gif, Merge, Shots };
+enum class Command { Help, Categories, Presets, Probe, Convert, Gif, Merge, Shots, Record };
 
 enum class ProbeReader { Auto, FFProbe, MediaInfo };
 
@@ -26,6 +26,15 @@ struct ShotWish
     double scale = 1.0; ///< 0 is the video's size, too
     bool isLong = false;
     int columns = 0; ///< of a sheet; 0 for none
+};
+
+/// The recording of the screen that is wanted.
+struct RecordWish
+{
+    std::optional<CropBox> area; ///< in pixels of the screen
+    std::optional<quint32> window;
+    int sound = 1;   ///< bit 0 what is played, bit 1 microphones
+    int seconds = 0; ///< to record; 0 until it is interrupted
 };
 
 /// What a user asked for, checked as far as it can be without looking at the files.
@@ -46,6 +55,7 @@ struct CommandLine
     /// A dubbing of the conversion; empty for none.
     QVariantMap dubbing;
     ShotWish shots;
+    RecordWish record;
     int speed = 0;
     QSize gifSize;           ///< pixels, empty for the preset's own
     int gifRate = 10;        ///< frames a second

@@ -4,6 +4,7 @@
 #include "cli/convertcommand.h"
 #include "cli/output.h"
 #include "cli/probecommand.h"
+#include "cli/recordcommand.h"
 #include "cli/shotscommand.h"
 #include "MediaKits/AppInstance/LocalStore/appdirs.h"
 #include "MediaKits/AppInstance/LocalStore/tempmarker.h"
@@ -57,6 +58,8 @@ int run(const CommandLine &line)
         return runJobs(shotJobs(line, &owner), line);
     case Command::Merge:
         return runJobs(mergeJobs(line, &owner), line);
+    case Command::Record:
+        return recordScreen(line);
     }
     printLine(helpText().trimmed());
     return 0;

@@ -167,3 +167,18 @@ QStringList readyLookNames()
     }
     return names;
 }
+
+std::optional<quint32> parseWindow(const QString &text)
+{
+    bool isNumber = false;
+    const quint32 window = text.toUInt(&isNumber, 0);
+    return isNumber && window != 0 ? std::make_optional(window) : std::nullopt;
+}
+
+std::optional<int> parseSound(const QString &text)
+{
+    const QStringList words{QStringLiteral("none"), QStringLiteral("system"), QStringLiteral("mic"),
+                            QStringLiteral("all")};
+    const int flags = words.indexOf(text);
+    return flags >= 0 ? std::make_optional(flags) : std::nullopt;
+}

@@ -31,3 +31,10 @@ std::optional<VideoBeautyParam> parseBeauty(const QString &text);
 
 /// The names of the ready-made looks that may be chosen.
 QStringList readyLookNames();
+
+/// The number of a window, decimal or with "0x" in front; never 0.
+std::optional<quint32> parseWindow(const QString &text);
+
+/// "none", "system", "mic" or "all".
+/// @return bit 0 for what is played, bit 1 for microphones
+std::optional<int> parseSound(const QString &text);

@@ -28,3 +28,7 @@ std::optional<QPoint> placeOnServer(WId window);
 /// tool windows. For Qt it stays modal.
 /// @param window of the display server
 void removeModalState(WId window);
+
+/// Makes a window that the window manager leaves alone as large as all screens together.
+/// @param window of the display server
+void spanDesktop(WId window);

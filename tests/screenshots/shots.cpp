@@ -30,6 +30,7 @@
 #include "MediaKits/MainWindow/feedbackdialog.h"
 #include "MediaKits/Player/mediapreviewwnd.h"
 #include "screenshots/editorshots.h"
+#include "screenshots/recordshots.h"
 #include "screenshots/stage.h"
 #include "support/utf8.h"
 
@@ -214,7 +215,6 @@ const QVector<Shot> &allShots()
             {"about"_s, showDialog<AboutMeDialog>},
             {"feedback"_s, [](Stage &stage) { showFeedback(stage, QString()); }},
             {"feedback-long"_s, [](Stage &stage) { showFeedback(stage, longText().repeated(3)); }},
-            {"page-to-come"_s, [](Stage &stage) { stage.press("btnScreencap"); }},
             {"convert-empty"_s, [](Stage &stage) { stage.press("btnConverter"); }},
             {"convert-rows"_s,
              [](Stage &stage) { stage.fill<MediaConvertFunctionPage>("btnConverter"); }},
@@ -257,7 +257,7 @@ const QVector<Shot> &allShots()
             {"convert-running"_s, startConverting},
             {"preview"_s, showPreview},
         } +
-        editorShots() +
+        recordShots() + editorShots() +
         QVector<Shot>{
             {"home-smallest"_s,
              [](Stage &stage) {

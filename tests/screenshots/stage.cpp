@@ -87,9 +87,9 @@ void Stage::tidy()
 {
     for (QWidget *widget : QApplication::topLevelWidgets()) {
         const bool own = widget == &m_window || widget == &m_backdrop;
-        const bool passing = qobject_cast<QDialog *>(widget) != nullptr ||
-                             widget->windowType() == Qt::Popup ||
-                             widget->inherits("MediaPreviewWnd");
+        const bool passing =
+            qobject_cast<QDialog *>(widget) != nullptr || widget->windowType() == Qt::Popup ||
+            widget->inherits("MediaPreviewWnd") || widget->inherits("WindowCapWidget");
         if (own || !passing || !widget->isVisible())
             continue;
         // An editor would ask whether to lose what it shows.

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "ffmpeg/adaptcommand.h"
+#include "ffmpeg/capture.h"
 #include "ffmpeg/filterlabels.h"
 #include "ffmpeg/realffmpeg.h"
 #include "support/testfile.h"
@@ -58,6 +59,7 @@ class TestFfmpegLauncher : public QObject
 private slots:
     void dropsUnusedLabels();
     void keepsMappedLabels();
+    void recordsWhatTheSettingsTell();
     void adaptsCommands();
     void addsWhatPlayersNeed();
     void keepsColours();
@@ -104,6 +106,29 @@ void TestFfmpegLauncher::keepsMappedLabels()
     QCOMPARE(ffmpeglauncher::labelOfMap("0:a?"), std::string());
     QCOMPARE(ffmpeglauncher::dropUnusedOutputLabels("[0:v]null[o];[0:a]anull[p]", {"p"}),
              std::string("[0:v]null;[0:a]anull[p]"));
+}
+
+void TestFfmpegLauncher::recordsWhatTheSettingsTell()
+{
+    QVERIFY(!ffmpeglauncher::isCapture(words("-i video=MorvaneScreenRecorder -f dshow b.mp4"_s)));
+    const auto command = words("-f dshow -i video=MorvaneScreenRecorder -f dshow -i audio=mic "
+                               "-vcodec libx264 -s 1280x720 -y b.mp4"_s);
+    QVERIFY(ffmpeglauncher::isCapture(command));
+    ffmpeglauncher::CaptureFacts facts;
+    facts.settings = ffmpeglauncher::parseCaptureSettings(
+        "[General]\ncapture_height=200\ncapture_width=300\nstart_x=7\nstart_y=x\n");
+    facts.display = ":5";
+    const QString area = text(ffmpeglauncher::adaptCapture(command, facts));
+    QVERIFY(area.contains("-video_size 300x200 -grab_x 7 -grab_y 0 -i :5 "_s));
+    QVERIFY(area.contains("-i mic -map 0:v "_s));
+    QVERIFY(area.contains("scale=1280:720:force_original_aspect_ratio=decrease"_s));
+    QVERIFY(!area.contains("-s 1280x720"_s));
+    QVERIFY(area.endsWith("-vcodec libx264 -y b.mp4"_s));
+    facts.settings["hwnd_to_track"] = 0x80000001;
+    facts.piece = "/a b.mkv";
+    const QString window = text(ffmpeglauncher::adaptCapture(command, facts));
+    QVERIFY(window.contains("-window_id 2147483649 -i :5 "_s));
+    QVERIFY(window.endsWith("/a b.mkv"_s) && !window.contains("b.mp4"_s));
 }
 
 void TestFfmpegLauncher::adaptsCommands()

@@ -1,13 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "cage/cage.h"
 #include "ffmpeg/adaptcommand.h"
+#include "ffmpeg/capture.h"
 #include "ffmpeg/openedfiles.h"
 #include "ffmpeg/realffmpeg.h"
 
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
+#include <iterator>
 #include <unistd.h>
 
 namespace {
@@ -30,8 +34,8 @@ std::string realFfmpeg()
                                           selfLink);
 }
 
-// The files that the command names, and nothing that is named in those. A tool that was put in
-// ffmpeg's place may need anything.
+// The files that the command names, and nothing that is named in those. A recording opens no file,
+// and a tool that was put in ffmpeg's place may need anything.
 void confine(const std::string &program, const std::vector<std::string> &arguments)
 {
     if (!environmentText("MORVANE_REAL_FFMPEG").empty())
@@ -46,6 +50,36 @@ void confine(const std::string &program, const std::vector<std::string> &argumen
         std::fprintf(stderr, "ffmpeg launcher: %s\n", missing.c_str());
 }
 
+int64_t nowUs()
+{
+    const auto now = std::chrono::system_clock::now().time_since_epoch();
+    return std::chrono::duration_cast<std::chrono::microseconds>(now).count();
+}
+
+ffmpeglauncher::CaptureFacts captureFacts()
+{
+    std::ifstream file(ffmpeglauncher::captureSettingsPath(environmentText("XDG_CONFIG_HOME"),
+                                                           environmentText("HOME")));
+    const std::string text(std::istreambuf_iterator<char>(file), {});
+    ffmpeglauncher::CaptureFacts facts;
+    facts.settings = ffmpeglauncher::parseCaptureSettings(text);
+    facts.display = environmentText("DISPLAY");
+    facts.piece = environmentText(ffmpeglauncher::pieceVariable);
+    facts.canvas = environmentText(ffmpeglauncher::canvasVariable);
+    facts.startUs = nowUs() + ffmpeglauncher::captureLeadUs;
+    return facts;
+}
+
+ffmpeglauncher::AdaptedCommand adapted(const std::vector<std::string> &arguments)
+{
+    if (ffmpeglauncher::isCapture(arguments))
+        return {ffmpeglauncher::adaptCapture(arguments, captureFacts()), {}};
+    const ffmpeglauncher::InstalledFfmpeg ffmpeg{MORVANE_FFMPEG_HAS_AMR, MORVANE_FFMPEG_HAS_ZSCALE};
+    return ffmpeglauncher::adaptCommand(
+        arguments, ffmpeg,
+        ffmpeglauncher::parseSourceFacts(environmentText(ffmpeglauncher::sourceVariable)));
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -56,19 +90,17 @@ int main(int argc, char **argv)
         return noFfmpegExitCode;
     }
     const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
-    const ffmpeglauncher::InstalledFfmpeg ffmpeg{MORVANE_FFMPEG_HAS_AMR, MORVANE_FFMPEG_HAS_ZSCALE};
-    const ffmpeglauncher::AdaptedCommand adapted = ffmpeglauncher::adaptCommand(
-        arguments, ffmpeg,
-        ffmpeglauncher::parseSourceFacts(environmentText(ffmpeglauncher::sourceVariable)));
-    for (const std::string &note : adapted.notes)
+    const ffmpeglauncher::AdaptedCommand command = adapted(arguments);
+    for (const std::string &note : command.notes)
         std::fprintf(stderr, "ffmpeg launcher: %s\n", note.c_str());
 
     std::vector<char *> words;
     words.push_back(const_cast<char *>(program.c_str()));
-    for (const std::string &argument : adapted.arguments)
+    for (const std::string &argument : command.arguments)
         words.push_back(const_cast<char *>(argument.c_str()));
     words.push_back(nullptr);
-    confine(program, adapted.arguments);
+    if (!ffmpeglauncher::isCapture(arguments))
+        confine(program, command.arguments);
     execv(program.c_str(), words.data());
     std::fprintf(stderr, "ffmpeg launcher: cannot run %s: %s\n", program.c_str(),
                  std::strerror(errno));

@@ -3,6 +3,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <string>
@@ -40,6 +41,18 @@ std::vector<std::string> ownOptions()
     };
 }
 
+// A display on another machine is reached over the network.
+void confine()
+{
+    const char *display = std::getenv("DISPLAY");
+    if (display != nullptr && display[0] != ':')
+        return;
+    cage::Needs needs;
+    needs.anyFile = true;
+    needs.localSockets = true;
+    cage::confine(needs);
+}
+
 } // namespace
 
 // Becomes the installed mpv, as one that only plays into a given window.
@@ -54,10 +67,7 @@ int main(int argc, char *argv[])
     for (std::string &word : words)
         arguments.push_back(word.data());
     arguments.push_back(nullptr);
-    cage::Needs needs;
-    needs.anyFile = true;
-    needs.localSockets = true;
-    cage::confine(needs);
+    confine();
     ::execv(realPlayer.c_str(), arguments.data());
     std::fprintf(stderr, "%s: %s\n", realPlayer.c_str(), std::strerror(errno));
     return 127;

@@ -34,8 +34,51 @@ bool AppTrayManager::isIconVisible() const
     return m_icon->isVisible() && QSystemTrayIcon::isSystemTrayAvailable();
 }
 
+// They are in the menu while there is a recording.
+void AppTrayManager::addRecordActions()
+{
+    auto *pause = new QAction(this);
+    pause->setObjectName(QStringLiteral("actPause"));
+    connect(pause, &QAction::triggered, this, &AppTrayManager::pauseChosen);
+    auto *stop = new QAction(tr("停止录制"), this);
+    stop->setObjectName(QStringLiteral("actStop"));
+    connect(stop, &QAction::triggered, this, &AppTrayManager::stopChosen);
+    auto *separator = new QAction(this);
+    separator->setSeparator(true);
+    m_recordActions = {pause, stop, separator};
+}
+
+void AppTrayManager::showPhase(RecordingRun::Phase phase)
+{
+    m_phase = phase;
+    const bool isPaused = phase == RecordingRun::Paused;
+    const bool isOn = phase == RecordingRun::Recording || isPaused;
+    for (QAction *action : m_recordActions)
+        m_menu->removeAction(action);
+    if (isOn)
+        m_menu->insertActions(m_menu->actions().first(), m_recordActions);
+    m_recordActions.first()->setText(isPaused ? tr("继续录制") : tr("暂停录制"));
+    QString icon = QStringLiteral("logo");
+    if (isOn)
+        icon = isPaused ? QStringLiteral("tray_paused") : QStringLiteral("tray_recording");
+    m_icon->setIcon(QIcon(QStringLiteral(":/drawable/%1.png").arg(icon)));
+    m_icon->setToolTip(isPaused ? tr("墨泉影音工坊 录制已暂停") : tr("墨泉影音工坊"));
+}
+
+void AppTrayManager::showClock(const QString &time)
+{
+    if (m_phase == RecordingRun::Recording)
+        m_icon->setToolTip(tr("墨泉影音工坊 正在录制 %1").arg(time));
+}
+
+void AppTrayManager::tell(const QString &text)
+{
+    m_icon->showMessage(tr("墨泉影音工坊"), text, QSystemTrayIcon::Warning);
+}
+
 void AppTrayManager::addActions()
 {
+    addRecordActions();
     m_login = m_menu->addAction(tr("登录/注册"));
     connect(m_login, &QAction::triggered, this, [this] {
         OskDataTracker::instance().trackTableEvent(loginPageView);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "MediaKits/FunctionPage/ScreenRecord/recordingrun.h"
+
 #include <QObject>
 #include <QSystemTrayIcon>
 
@@ -24,7 +26,17 @@ public:
     bool isIconVisible() const;
     void hideIcon();
 
+    /// Shows by icon and menu where a recording of the screen stands.
+    void showPhase(RecordingRun::Phase phase);
+    /// @param time that has been recorded, for the tool tip
+    void showClock(const QString &time);
+    /// A word to the user, by a message of the tray.
+    void tell(const QString &text);
+
 signals:
+    /// The menu's entries for a running recording were chosen.
+    void pauseChosen();
+    void stopChosen();
     /// The menu's entry for leaving was chosen.
     void leaveChosen();
     /// The user wants the window.
@@ -32,10 +44,13 @@ signals:
 
 private:
     void addActions();
+    void addRecordActions();
     void connectIcon();
 
     QWidget *m_window;
     QSystemTrayIcon *m_icon;
     std::unique_ptr<QMenu> m_menu;
     QAction *m_login = nullptr;
+    QList<QAction *> m_recordActions; // pause, stop and the line below them
+    RecordingRun::Phase m_phase = RecordingRun::Ready;
 };

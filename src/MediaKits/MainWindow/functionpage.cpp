@@ -6,6 +6,7 @@
 #include "MediaKits/DataTracker/currentfunction.h"
 #include "MediaKits/DataTracker/oskdatatracker.h"
 #include "MediaKits/FunctionPage/Framework/Page/lazypage.h"
+#include "MediaKits/FunctionPage/ScreenRecord/screencapfuncionpage.h"
 #include "MediaKits/MainWindow/functionpages.h"
 #include "MediaKits/MainWindow/homepage.h"
 #include "MediaKits/MainWindow/navigationtracking.h"
@@ -76,7 +77,7 @@ void FunctionPage::addPages()
         m_ui->lytButtons->insertWidget(index, button, 1);
         m_buttons->addButton(button, index);
 
-        QWidget *page = entry.create(entry, m_ui->skdWdtFunction);
+        QWidget *page = entry.create(m_ui->skdWdtFunction);
         page->setObjectName(QStringLiteral("page%1").arg(index));
         m_ui->skdWdtFunction->addWidget(page);
     }
@@ -94,14 +95,32 @@ void FunctionPage::yieldRoom(int current)
     }
 }
 
-bool FunctionPage::isWorking() const
+QVector<LazyPage *> FunctionPage::workingPages() const
 {
+    QVector<LazyPage *> working;
     for (int i = 0; i < m_ui->skdWdtFunction->count(); ++i) {
-        const auto *page = qobject_cast<LazyPage *>(m_ui->skdWdtFunction->widget(i));
+        auto *page = qobject_cast<LazyPage *>(m_ui->skdWdtFunction->widget(i));
         if (page && page->isWorking())
-            return true;
+            working += page;
     }
-    return false;
+    return working;
+}
+
+QString FunctionPage::leaveQuestion() const
+{
+    const QVector<LazyPage *> working = workingPages();
+    return working.isEmpty() ? QString() : working.last()->leaveQuestion();
+}
+
+void FunctionPage::finishWork()
+{
+    for (LazyPage *page : workingPages())
+        page->finishWork();
+}
+
+ScreencapFuncionPage *FunctionPage::recordPage() const
+{
+    return m_ui->skdWdtFunction->findChild<ScreencapFuncionPage *>();
 }
 
 void FunctionPage::connectNavigation()
@@ -113,7 +132,7 @@ void FunctionPage::connectNavigation()
         trackNavigation(QStringLiteral("侧边栏"), QStringLiteral("侧边栏点击"));
     });
     const auto *home = qobject_cast<HomePage *>(m_ui->skdWdtFunction->widget(0));
-    connect(home, &HomePage::goToFunction, this, &FunctionPage::jumpFromHome);
+    connect(home, &HomePage::goToFunction, this, &FunctionPage::jumpTo);
 }
 
 void FunctionPage::changePage(int index)
@@ -125,7 +144,7 @@ void FunctionPage::changePage(int index)
         OskDataTracker::instance().trackTableEvent(event);
 }
 
-void FunctionPage::jumpFromHome(int index)
+void FunctionPage::jumpTo(int index)
 {
     changePage(index);
     const QSignalBlocker blocker(m_buttons);

@@ -8,7 +8,9 @@
 namespace Ui {
 class FunctionPage;
 }
+class LazyPage;
 class QButtonGroup;
+class ScreencapFuncionPage;
 class WidgetButton;
 struct FunctionPageEntry;
 
@@ -22,8 +24,14 @@ public:
     explicit FunctionPage(QWidget *parent = nullptr);
     ~FunctionPage() override;
 
-    /// Whether a page has something at work or waiting for its turn.
-    bool isWorking() const;
+    /// The question before the program ends what a page has at work or waiting for its turn;
+    /// empty when none has.
+    QString leaveQuestion() const;
+    /// Returns when the pages have done what is worth keeping.
+    void finishWork();
+    /// Goes to a page as from the home page.
+    void jumpTo(int index);
+    ScreencapFuncionPage *recordPage() const;
 
 signals:
     void goToHome();
@@ -33,7 +41,7 @@ private:
     void connectNavigation();
     void changePage(int index);
     void yieldRoom(int current);
-    void jumpFromHome(int index);
+    QVector<LazyPage *> workingPages() const;
 
     std::unique_ptr<Ui::FunctionPage> m_ui;
     QButtonGroup *m_buttons;

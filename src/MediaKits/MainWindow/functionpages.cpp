@@ -3,6 +3,7 @@
 
 #include "MediaKits/AppInstance/LocalStore/mediafunction.h"
 #include "MediaKits/FunctionPage/AudioConvert/audioconvertfunctionpage.h"
+#include "MediaKits/FunctionPage/ScreenRecord/screencapfuncionpage.h"
 #include "MediaKits/FunctionPage/VideoBeautify/mediabeautifyfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoCompress/mediacompressfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoConvert/mediaconvertfunctionpage.h"
@@ -12,20 +13,14 @@
 #include "MediaKits/FunctionPage/VideoMerge/mediamergefunctionpage.h"
 #include "MediaKits/FunctionPage/VideoShot/mediashotfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoWatermark/mediawatermarkfunctionpage.h"
-#include "MediaKits/MainWindow/emptypage.h"
 #include "MediaKits/MainWindow/homepage.h"
 
 namespace {
 
 template<class Page>
-QWidget *makePage(const FunctionPageEntry & /*entry*/, QWidget *parent)
+QWidget *makePage(QWidget *parent)
 {
     return new Page(parent);
-}
-
-QWidget *makeEmptyPage(const FunctionPageEntry &entry, QWidget *parent)
-{
-    return new EmptyPage(entry.icon, entry.label, parent);
 }
 
 } // namespace
@@ -33,7 +28,7 @@ QWidget *makeEmptyPage(const FunctionPageEntry &entry, QWidget *parent)
 const QVector<FunctionPageEntry> &functionPages()
 {
     const auto entry = [](MediaFunction function, const char *name, const char *icon,
-                          decltype(FunctionPageEntry::create) create = makeEmptyPage) {
+                          decltype(FunctionPageEntry::create) create) {
         return FunctionPageEntry{QLatin1String("btn") + QLatin1String(name),
                                  functionRecord(function).title,
                                  QLatin1String(":/drawable/nav_") + QLatin1String(icon), create};
@@ -54,7 +49,7 @@ const QVector<FunctionPageEntry> &functionPages()
               makePage<MediaWatermarkFunctionPage>),
         entry(MediaFunction::AudioConvert, "AudioConverter", "audio",
               makePage<AudioConvertFunctionPage>),
-        entry(MediaFunction::Screencap, "Screencap", "screencap"),
+        entry(MediaFunction::Screencap, "Screencap", "screencap", makePage<ScreencapFuncionPage>),
     };
     return pages;
 }

@@ -15,7 +15,7 @@ struct FunctionPageEntry
     /// Path without suffix of the button's picture; the one of the checked button ends in "_on".
     QString icon;
     /// Makes the page, owned by `parent`; cheap, since all pages are made at the start.
-    QWidget *(*create)(const FunctionPageEntry &entry, QWidget *parent);
+    QWidget *(*create)(QWidget *parent);
 };
 
 const QVector<FunctionPageEntry> &functionPages();

@@ -5,9 +5,11 @@
 #include "controls/windowshadow.h"
 #include "MediaKits/AppInstance/LocalStore/appdirs.h"
 #include "MediaKits/AppInstance/LocalStore/appini.h"
+#include "MediaKits/AppInstance/LocalStore/mediafunction.h"
 #include "MediaKits/AppInstance/LocalStore/removedir.h"
 #include "MediaKits/DataTracker/oskdatatracker.h"
 #include "MediaKits/FunctionPage/Framework/Dialogs/mediamessagebox.h"
+#include "MediaKits/FunctionPage/ScreenRecord/screencapfuncionpage.h"
 #include "MediaKits/MainWindow/appmenu.h"
 #include "MediaKits/MainWindow/apptraymanager.h"
 #include "MediaKits/MainWindow/customerservice.h"
@@ -51,6 +53,7 @@ MainWindow::MainWindow(QWidget *parent)
         m_tray->hideIcon();
         leave(ExitMode::Leave);
     });
+    connectRecorder();
     OskDataTracker::instance().trackTableEvent(mainPageView);
 
     // Otherwise the first button of the title bar would look chosen.
@@ -58,6 +61,25 @@ MainWindow::MainWindow(QWidget *parent)
     new EdgeResizer(this, resizeBorder);
     auto *leaveKey = new QShortcut(QKeySequence(QStringLiteral("Ctrl+Q")), this);
     connect(leaveKey, &QShortcut::activated, this, &MainWindow::on_btnClose_clicked);
+}
+
+// Also while the window isn't to be seen, a recording is told of and controlled by the tray.
+void MainWindow::connectRecorder()
+{
+    ScreencapFuncionPage *page = m_ui->pgFunction->recordPage();
+    connect(page, &ScreencapFuncionPage::phaseChanged, m_tray, &AppTrayManager::showPhase);
+    connect(page, &ScreencapFuncionPage::clockChanged, m_tray, &AppTrayManager::showClock);
+    connect(page, &ScreencapFuncionPage::warned, m_tray, &AppTrayManager::tell);
+    connect(page, &ScreencapFuncionPage::rescued, this, &MainWindow::offerRescued);
+    connect(m_tray, &AppTrayManager::pauseChosen, page, &ScreencapFuncionPage::pauseOrResume);
+    connect(m_tray, &AppTrayManager::stopChosen, page, &ScreencapFuncionPage::startOrStop);
+}
+
+void MainWindow::offerRescued(const QStringList &files)
+{
+    const QString question = tr("上次录制屏幕时程序意外中断，已找回 %1 个录像。现在去查看吗？");
+    if (MediaMessageBox::ask(tr("提示"), question.arg(files.size()), this))
+        m_ui->pgFunction->jumpTo(int(MediaFunction::Screencap));
 }
 
 MainWindow::~MainWindow()
@@ -133,18 +155,19 @@ void MainWindow::on_btnClose_clicked()
 // Where nothing has asked yet.
 bool MainWindow::mayLeave()
 {
-    return !m_ui->pgFunction->isWorking() ||
-           MediaMessageBox::ask(tr("提示"), tr("有任务正在进行，退出会停止它们。确定退出吗？"),
-                                this);
+    const QString question = m_ui->pgFunction->leaveQuestion();
+    return question.isEmpty() || MediaMessageBox::ask(tr("提示"), question, this);
 }
 
 void MainWindow::leave(ExitMode mode)
 {
     // Also for a number that the file shouldn't hold: a close button has to do something.
-    if (mode != ExitMode::Leave)
+    if (mode != ExitMode::Leave) {
         hide();
-    else
-        QCoreApplication::exit(0);
+        return;
+    }
+    m_ui->pgFunction->finishWork();
+    QCoreApplication::exit(0);
 }
 
 void MainWindow::on_btnMax_clicked()

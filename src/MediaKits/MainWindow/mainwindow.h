@@ -41,6 +41,8 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    void connectRecorder();
+    void offerRescued(const QStringList &files);
     void comeToFront();
     void takeKeyboard();
     bool mayLeave();

@@ -21,11 +21,18 @@ public:
     /// Asks a running child to quit and looks away from it; with `force` kills it and waits until
     /// it is gone, unless the system can't end it now. The state is `ProcessorFinished` at once.
     void stop(bool force) override;
+    /// Asks a running child to quit. Unlike after stop(), the state tells how it has ended, and
+    /// only then.
+    void finish() { askToQuit(); }
     void pause() override;
     void resume() override;
 
     /// Tells the tool something through its environment, from the next start on.
     void setVariable(const QString &name, const QString &value);
+
+    /// Lets the tool go before others when processors are scarce, as one has to that works against
+    /// the clock; for the next start.
+    void setUrgent() { m_child->setNiceness(0); }
 
     /// What the tool said last, for showing why a run failed; empty before it said anything.
     /// @param count lines at most

@@ -18,3 +18,14 @@ void passPointerThrough(WId window)
         xcb_window_t(window), 0, 0, 1, &pixel);
     const XReply<xcb_generic_error_t> error(xcb_request_check(connection.get(), request));
 }
+
+void catchPointer(WId window)
+{
+    const XConnection connection;
+    if (!connection.isOpen())
+        return;
+    const xcb_void_cookie_t request =
+        xcb_shape_mask_checked(connection.get(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT,
+                               xcb_window_t(window), 0, 0, XCB_PIXMAP_NONE);
+    const XReply<xcb_generic_error_t> error(xcb_request_check(connection.get(), request));
+}

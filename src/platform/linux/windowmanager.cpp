@@ -97,3 +97,21 @@ void removeModalState(WId window)
         ask(window, "_NET_WM_STATE",
             {remove, atomOf(QX11Info::connection(), "_NET_WM_STATE_MODAL"), 0, byAnApplication});
 }
+
+void spanDesktop(WId window)
+{
+    if (!QX11Info::isPlatformX11())
+        return;
+    xcb_connection_t *connection = QX11Info::connection();
+    const XReply<xcb_get_geometry_reply_t> desktop(xcb_get_geometry_reply(
+        connection, xcb_get_geometry(connection, xcb_window_t(QX11Info::appRootWindow())),
+        nullptr));
+    if (!desktop)
+        return;
+    const uint32_t values[] = {0, 0, desktop->width, desktop->height};
+    xcb_configure_window(connection, xcb_window_t(window),
+                         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
+                             XCB_CONFIG_WINDOW_HEIGHT,
+                         values);
+    xcb_flush(connection);
+}

@@ -22,6 +22,12 @@ constexpr qint64 unclaimedGraceMs = 10000;
 constexpr int lockTries = 10;
 constexpr unsigned long lockRetryMs = 10;
 const QString keptEnding = QStringLiteral(".kept");
+const QString recordingEnding = QStringLiteral(".recording");
+
+bool isKept(const QString &folder)
+{
+    return folder.endsWith(keptEnding) || folder.endsWith(recordingEnding);
+}
 
 QString cleanAbsolute(const QString &path)
 {
@@ -50,6 +56,7 @@ public:
     bool claim(const QString &folder);
     void release(const QString &folder);
     void sweepNoted();
+    QStringList recordings() const;
 
 private:
     // Touches what the destructor needs, so that it is still there at exit.
@@ -152,7 +159,7 @@ void MarkerRegistry::sweepContents(const QString &marker, bool alone)
                 QFile::remove(path);
             continue;
         }
-        if (path.endsWith(keptEnding))
+        if (isKept(path))
             continue;
         const bool isOwn = m_claims.count(path) > 0;
         if (!alone && !isOwn && entry.lastModified() > settled)
@@ -195,6 +202,21 @@ void MarkerRegistry::sweepNoted()
         else if (m_markers.count(marker) == 0)
             clean(marker);
     }
+}
+
+QStringList MarkerRegistry::recordings() const
+{
+    QStringList folders;
+    for (const QFileInfo &note : QDir(m_notesDir).entryInfoList(QDir::Files)) {
+        const QString marker = notedMarker(note.filePath());
+        if (marker.isEmpty())
+            continue;
+        const QStringList pattern{QLatin1Char('*') + recordingEnding};
+        const QDir::Filters kinds = QDir::Dirs | QDir::NoSymLinks;
+        for (const QFileInfo &folder : QDir(marker).entryInfoList(pattern, kinds))
+            folders += folder.filePath();
+    }
+    return folders;
 }
 
 QString MarkerRegistry::noteFile(const QString &marker) const
@@ -259,8 +281,20 @@ void releaseWorkFolder(const QString &path)
 QString keepWorkFolder(const QString &path)
 {
     const QString folder = QFileInfo(path).canonicalFilePath();
+    if (isKept(folder))
+        return folder;
     const QString kept = folder + keptEnding;
     return QDir().rename(folder, kept) ? kept : folder;
+}
+
+QString recordingFolderEnding()
+{
+    return recordingEnding;
+}
+
+QStringList recordingFolders()
+{
+    return MarkerRegistry::instance().recordings();
 }
 
 void sweepStaleMarkers()

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 // A marker directory stands in an output folder and holds the work folders of running jobs.
 // Several processes may share one, and each may be killed at any time: what is in use is told by
@@ -27,9 +27,17 @@ bool claimWorkFolder(const QString &path);
 void releaseWorkFolder(const QString &path);
 
 /// Keeps a work folder with all that is in it from every clean-up, since it holds what a user can't
-/// get in any other way. Its name changes for that.
+/// get in any other way. Its name changes for that, unless it is a recording's.
 /// @return its path from now on
 QString keepWorkFolder(const QString &path);
+
+/// Ending of the names of work folders that hold a recording of the screen: what has been recorded
+/// can't be made again, so that they are never swept.
+QString recordingFolderEnding();
+
+/// The folders of recordings in the marker directories that are known to have been used. Some may
+/// be in use, which claimWorkFolder() tells.
+QStringList recordingFolders();
 
 /// Cleans the marker directories of earlier runs that ended without cleaning up themselves. For
 /// program start.

@@ -9,6 +9,11 @@ void LazyPage::ensureBuilt()
     build();
 }
 
+QString LazyPage::leaveQuestion() const
+{
+    return tr("有任务正在进行，退出会停止它们。确定退出吗？");
+}
+
 void LazyPage::showEvent(QShowEvent *event)
 {
     ensureBuilt();

@@ -14,6 +14,11 @@ public:
 
     /// Whether something is at work or waits for its turn, which leaving would end.
     virtual bool isWorking() const = 0;
+    /// Asks the user of a page that is at work whether to leave the program.
+    virtual QString leaveQuestion() const;
+    /// Called when the user leaves all the same. A page whose work is worth keeping returns when
+    /// that is done.
+    virtual void finishWork() {}
 
 protected:
     void ensureBuilt();

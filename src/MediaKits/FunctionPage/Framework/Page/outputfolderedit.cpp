@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSignalBlocker>
 
 namespace {
 
@@ -26,22 +27,33 @@ QString meant(const QString &typed)
 } // namespace
 
 OutputFolderEdit::OutputFolderEdit(QWidget *parent)
-    : QWidget(parent), m_function(), m_layout(new QHBoxLayout(this)), m_field(new QLineEdit(this))
+    : QWidget(parent),
+      m_function(),
+      m_layout(new QHBoxLayout(this)),
+      m_caption(new QLabel(this)),
+      m_field(new QLineEdit(this))
 {
     m_layout->setContentsMargins(0, 0, 0, 0);
     m_layout->setSpacing(8);
-    m_layout->addWidget(new QLabel(tr("输出目录："), this));
+    m_layout->addWidget(m_caption);
     m_field->setObjectName(QStringLiteral("ledtCustomPath"));
-    m_field->setAccessibleName(tr("输出目录"));
     m_field->setFixedHeight(fieldHeight);
     m_field->setMinimumWidth(leastFieldWidth);
     m_field->setMaximumWidth(mostFieldWidth);
     m_layout->addWidget(m_field);
-    const QPushButton *change = addButton(QStringLiteral("btnChangePath"), tr("更改"));
-    connect(change, &QPushButton::clicked, this, &OutputFolderEdit::on_btnChangePath_clicked);
+    m_change = addButton(QStringLiteral("btnChangePath"), QString());
+    setCaptions(tr("输出目录："), tr("更改"));
+    connect(m_change, &QPushButton::clicked, this, &OutputFolderEdit::on_btnChangePath_clicked);
     connect(m_field, &QLineEdit::textChanged, this,
             &OutputFolderEdit::on_ledtCustomPath_textChanged);
     connect(m_field, &QLineEdit::editingFinished, this, &OutputFolderEdit::showMeantFolder);
+}
+
+void OutputFolderEdit::setCaptions(const QString &field, const QString &change)
+{
+    m_caption->setText(field);
+    m_field->setAccessibleName(QString(field).remove(QStringLiteral("：")));
+    m_change->setText(change);
 }
 
 QPushButton *OutputFolderEdit::addButton(const QString &objectName, const QString &text)
@@ -84,9 +96,17 @@ void OutputFolderEdit::on_ledtCustomPath_textChanged(const QString &arg1)
     FunctionSettings::instance().setValue(functionRecord(m_function).section, FunctionKey::outPath,
                                           meant(arg1));
     emit folderChanged(folder());
+    if (!m_field->isModified())
+        emit folderChosen(folder());
 }
 
 void OutputFolderEdit::showMeantFolder()
 {
-    m_field->setText(QDir::toNativeSeparators(meant(m_field->text())));
+    const bool wasTyped = m_field->isModified();
+    {
+        const QSignalBlocker blocker(m_field);
+        m_field->setText(QDir::toNativeSeparators(meant(m_field->text())));
+    }
+    if (wasTyped)
+        emit folderChosen(folder());
 }

@@ -6,6 +6,7 @@
 #include <QWidget>
 
 class QHBoxLayout;
+class QLabel;
 class QLineEdit;
 class QPushButton;
 
@@ -22,6 +23,8 @@ public:
     void setFunction(MediaFunction function);
     /// The folder that is meant, never empty after `setFunction`.
     QString folder() const;
+    /// Names the field and the button that changes it in other words than "输出目录：" and "更改".
+    void setCaptions(const QString &field, const QString &change);
     /// Adds a button behind the others, as one that opens the folder.
     /// @return owned by the widget
     QPushButton *addButton(const QString &objectName, const QString &text);
@@ -33,11 +36,15 @@ public slots:
 
 signals:
     void folderChanged(const QString &folder);
+    /// The same once a change is through: not with each letter that is typed.
+    void folderChosen(const QString &folder);
 
 private:
     void showMeantFolder();
 
     MediaFunction m_function;
     QHBoxLayout *m_layout;
+    QLabel *m_caption;
     QLineEdit *m_field;
+    QPushButton *m_change = nullptr;
 };
