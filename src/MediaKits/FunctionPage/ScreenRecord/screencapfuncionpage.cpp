@@ -61,8 +61,10 @@ PhaseLook lookOf(RecordingRun::Phase phase)
 
 ScreencapFuncionPage::ScreencapFuncionPage(QWidget *parent) : LazyPage(parent)
 {
-    // When the program has started: a crash may have left recordings.
+    // When the program has started: its keys work without a look at the page, and a crash may have
+    // left recordings.
     QTimer::singleShot(0, this, [this] {
+        holdKeys();
         connect(&engine(), &Screencap::recordingsRepaired, this, &ScreencapFuncionPage::onRepaired);
         engine().repairLeftRecordings();
     });
@@ -81,7 +83,8 @@ void ScreencapFuncionPage::build()
     setUpRun();
     setUpFolder();
     setUpChoices();
-    setUpKeys();
+    holdKeys();
+    m_ui->lblKeys->setText(m_keys->hint());
     showPhase();
 }
 
@@ -153,10 +156,11 @@ void ScreencapFuncionPage::setUpChoices()
     showHints();
 }
 
-void ScreencapFuncionPage::setUpKeys()
+void ScreencapFuncionPage::holdKeys()
 {
+    if (m_keys)
+        return;
     m_keys = new RecordKeys(this);
-    m_ui->lblKeys->setText(m_keys->hint());
     connect(m_keys, &RecordKeys::startStopPressed, this, &ScreencapFuncionPage::startOrStop);
     connect(m_keys, &RecordKeys::pausePressed, this, &ScreencapFuncionPage::pauseOrResume);
 }

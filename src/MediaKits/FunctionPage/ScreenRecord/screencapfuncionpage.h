@@ -59,7 +59,7 @@ private:
     void setUpRun();
     void setUpFolder();
     void setUpChoices();
-    void setUpKeys();
+    void holdKeys();
 
     int mode() const;
     void start();
