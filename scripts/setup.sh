@@ -7,14 +7,14 @@ set -euo pipefail
 
 packages=(
     ca-certificates ccache cmake default-jre-headless ffmpeg fonts-noto-cjk fonts-noto-color-emoji
-    g++ libcurl4-gnutls-dev libeasyloggingpp-dev libfontconfig-dev libjmac-java libmediainfo-dev
+    g++ libarchive-dev libcurl4-gnutls-dev libeasyloggingpp-dev libfontconfig-dev libjmac-java libmediainfo-dev
     libqt5svg5 librsvg2-bin libssl-dev libqt5x11extras5-dev libxcb-randr0-dev libxcb-shape0-dev
     libxcb1-dev mold mplayer mpv ninja-build pkg-config qt5-image-formats-plugins qtbase5-dev
     qttranslations5-l10n
 )
 [ "${1:-}" = test ] && packages+=(
     appstream clang-format-14 clang-tidy-14 dbus-daemon desktop-file-utils git imagemagick
-    libcpp-httplib-dev metacity openbox picom strace trayer util-linux x11-utils xdotool xfwm4 xvfb
+    libcpp-httplib-dev metacity openbox openssl picom strace trayer util-linux x11-utils xdotool xfwm4 xvfb zstd
 )
 
 missing=()

@@ -46,10 +46,8 @@ MainWindow::MainWindow(QWidget *parent)
     m_tray = new AppTrayManager(this);
     connect(m_tray, &AppTrayManager::activated, this, &MainWindow::comeToFront);
     connect(m_tray, &AppTrayManager::leaveChosen, this, [this] {
-        if (!mayLeave())
-            return;
-        m_tray->hideIcon();
-        leave(ExitMode::Leave);
+        if (mayLeave())
+            leaveProgram();
     });
     OskDataTracker::instance().trackTableEvent(mainPageView);
 
@@ -136,6 +134,12 @@ bool MainWindow::mayLeave()
     return !m_ui->pgFunction->isWorking() ||
            MediaMessageBox::ask(tr("提示"), tr("有任务正在进行，退出会停止它们。确定退出吗？"),
                                 this);
+}
+
+void MainWindow::leaveProgram()
+{
+    m_tray->hideIcon();
+    leave(ExitMode::Leave);
 }
 
 void MainWindow::leave(ExitMode mode)
