@@ -1,9 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "updater/rawserver.h"
 
-#include <QTcpSocket>
+#include "support/testfile.h"
+#include "support/toolrun.h"
 
-RawServer::RawServer(const QByteArray &answer, Then then) : m_answer(answer), m_then(then)
+#include <QSslKey>
+#include <QSslSocket>
+#include <QTemporaryDir>
+
+RawServer::RawServer(const QByteArray &answer, Then then, bool isSecret)
+    : m_answer(answer), m_then(then), m_isSecret(isSecret)
 {
     connect(this, &QTcpServer::newConnection, this, &RawServer::serve);
     listen(QHostAddress::LocalHost);
@@ -11,7 +17,27 @@ RawServer::RawServer(const QByteArray &answer, Then then) : m_answer(answer), m_
 
 QString RawServer::address(const char *path) const
 {
-    return "http://127.0.0.1:%1"_s.arg(serverPort()) + QLatin1String(path);
+    return QLatin1String(m_isSecret ? "https" : "http") + "://127.0.0.1:%1"_s.arg(serverPort()) +
+           QLatin1String(path);
+}
+
+void RawServer::incomingConnection(qintptr handle)
+{
+    if (!m_isSecret) {
+        QTcpServer::incomingConnection(handle);
+        return;
+    }
+    const QTemporaryDir dir;
+    const QString key = dir.filePath("key"_s);
+    const QString certificate = dir.filePath("certificate"_s);
+    runTool("openssl"_s, {"req"_s, "-x509"_s, "-newkey"_s, "rsa:2048"_s, "-nodes"_s, "-subj"_s,
+                          "/CN=127.0.0.1"_s, "-keyout"_s, key, "-out"_s, certificate});
+    auto *socket = new QSslSocket(this);
+    socket->setSocketDescriptor(handle);
+    socket->setPrivateKey(key);
+    socket->setLocalCertificate(certificate);
+    socket->startServerEncryption();
+    addPendingConnection(socket);
 }
 
 void RawServer::serve()

@@ -18,13 +18,18 @@ public:
         Repeat, ///< goes on with the same bytes, without end
     };
 
-    RawServer(const QByteArray &answer, Then then);
+    /// @param isSecret speaks TLS, with a certificate that nobody trusts
+    RawServer(const QByteArray &answer, Then then, bool isSecret = false);
 
     QString address(const char *path = "/package") const;
+
+protected:
+    void incomingConnection(qintptr handle) override;
 
 private:
     void serve();
 
     const QByteArray m_answer;
     const Then m_then;
+    const bool m_isSecret;
 };

@@ -23,6 +23,10 @@
 #include <QProgressBar>
 #include <QtTest>
 
+#include <csignal>
+
+#include <sys/resource.h>
+
 namespace {
 
 std::string answerOf(int force, const std::string &link)
@@ -48,6 +52,7 @@ private slots:
     void init();
     void checkAnswers();
     void checkOfBadServers();
+    void certificates();
     void forcedThroughTwoStarts();
     void pendingThatIsLeftAlone();
     void startsThatAskNobody();
@@ -167,6 +172,29 @@ void TestAppUpdater::checkOfBadServers()
     QVERIFY(!strange.check(record));
 }
 
+// A server whose certificate nobody vouches for is believed only where the settings say so.
+void TestAppUpdater::certificates()
+{
+    const QByteArray body = QByteArray::fromStdString(answerOf(0, "http://x/p"));
+    const RawServer server("HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(body.size()) +
+                               "\r\n\r\n" + body,
+                           RawServer::Then::Close, true);
+    const QString target = m_dir->filePath("file"_s);
+    for (const bool verifies : {true, false}) {
+        UpdateSettings setup = settings(server.address("").toStdString());
+        setup.verifiesPeer = verifies;
+        AppUpdater updater(setup);
+        UpdateRecord record;
+        QCOMPARE(updater.check(record), !verifies);
+
+        MiniDownloader downloader;
+        MiniDownloadObject *download = downloader.download(server.address(), target, verifies);
+        QSignalSpy gone(download, &QObject::destroyed);
+        QVERIFY(gone.wait());
+        QCOMPARE(contentOf(target), verifies ? QByteArray() : body);
+    }
+}
+
 void TestAppUpdater::forcedThroughTwoStarts()
 {
     const std::string package = packageOf(archiveOf({{"a"}}), 17).toStdString();
@@ -270,6 +298,14 @@ void TestAppUpdater::downloadsThatFail()
     check("to a file", "HTTP/1.1 302 F\r\nLocation: file:///etc/passwd\r\n\r\n", Then::Close);
     check("to another scheme", "HTTP/1.1 302 F\r\nLocation: ftp://127.0.0.1/p\r\n\r\n",
           Then::Close);
+
+    // As on a full disk.
+    rlimit usual{};
+    QVERIFY(::getrlimit(RLIMIT_FSIZE, &usual) == 0 && ::signal(SIGXFSZ, SIG_IGN) != SIG_ERR);
+    const rlimit low{1024 * 1024, usual.rlim_max};
+    QVERIFY(::setrlimit(RLIMIT_FSIZE, &low) == 0);
+    check("full disk", "HTTP/1.1 200 OK\r\nContent-Length: 2000000\r\n\r\n", Then::Repeat);
+    QVERIFY(::setrlimit(RLIMIT_FSIZE, &usual) == 0);
 
     MiniDownloader downloader;
     for (const char *link : {"", "file:///etc/passwd", "ftp://127.0.0.1/p", "data:,x", "http:"})

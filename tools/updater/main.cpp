@@ -3,6 +3,7 @@
 // Ends with 0 when the update is installed, with 1 when the old program stays, with 2 on arguments
 // that make no sense.
 #include "MediaKits/AppInstance/LocalStore/appdirs.h"
+#include "MediaKits/AppUpdater/Package/updatehandshake.h"
 #include "platform/utf8locale.h"
 #include "updater/update.h"
 
@@ -31,6 +32,9 @@ int main(int argc, char **argv)
 {
     ensureUtf8Locale();
     const QCoreApplication application(argc, argv);
+    // Of the update before this one.
+    qunsetenv(updateStartedVariable);
+    qunsetenv(updateFailedVariable);
     QString error;
     const UpdaterArguments arguments =
         UpdaterArguments::parse(QCoreApplication::arguments().mid(1), error);

@@ -9,6 +9,7 @@
 #include "MediaKits/AppUpdater/servicelink.h"
 #include "MediaKits/Logger/logger.h"
 #include "platform/namedlock.h"
+#include "platform/startenvironment.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -220,16 +221,19 @@ bool AppUpdater::launchUpdater(const QString &package)
     // An update replaces the program that installs it, too.
     const QString copy = updateDir() + updaterName;
     QFile::remove(copy);
-    const QStringList words{
+    QProcess process;
+    process.setProgram(copy);
+    process.setArguments({
         QStringLiteral("-downloadurl=") +
             QString::fromLatin1(QUrl::fromLocalFile(package).toEncoded()),
         QStringLiteral("-downloadscale=5"),
         QStringLiteral("-installpath=") + m_settings.installFolder(),
         QStringLiteral("-lock=") + appCode(),
         QStringLiteral("-startup=") + m_settings.program,
-    };
-    const bool launched =
-        QFile::copy(m_settings.updater(), copy) && QProcess::startDetached(copy, words);
+    });
+    // It starts the program again, which must not take this one's settings for the user's.
+    process.setProcessEnvironment(startEnvironment());
+    const bool launched = QFile::copy(m_settings.updater(), copy) && process.startDetached();
     CLOG(INFO, "default") << "升级 " << package << (launched ? " 开始" : " 无法开始");
     return launched;
 }

@@ -29,7 +29,6 @@ UpdatingDialog::~UpdatingDialog()
         m_download->cancel();
 }
 
-// A server that doesn't tell the length leaves the share of it unknown.
 void UpdatingDialog::showProgress(qlonglong received, qlonglong total)
 {
     if (total <= 0)
