@@ -127,7 +127,7 @@ void TestUpdatePackage::limits()
     QByteArray damaged = archiveOf({{"a", QByteArray(100000, 'a')}});
     damaged.chop(20);
     QTemporaryFile file;
-    QVERIFY(file.open() && file.write(damaged) == damaged.size() && file.seek(0));
+    QVERIFY(file.open() && file.write(damaged) == damaged.size() && file.flush() && file.seek(0));
     QString error;
     const QTemporaryDir folder;
     QVERIFY(!unpackArchive(file, folder.path(), error));

@@ -5,6 +5,7 @@
 #include "support/casename.h"
 #include "support/testfile.h"
 #include "support/toolrun.h"
+#include "updater/update.h"
 #include "updater/updatefixture.h"
 
 #include <QtTest>
@@ -22,6 +23,7 @@ private slots:
     void waitsForTheProgram();
     void refusedPackages();
     void programThatDoesNotStart();
+    void patience();
     void killedAtAnyInstant();
     void fullDisk();
     void leavesOthersAlone();
@@ -164,6 +166,28 @@ void TestUpdater::programThatDoesNotStart()
         QTRY_COMPARE(besideInstallation(), QStringList({"failed"_s, "morvane"_s, "ran"_s}));
         QCOMPARE(contentOf(QFileInfo(m_install).path() + "/ran"_s), QByteArray("old\n"));
     }
+}
+
+// Of a new program that hangs, and of an old one that goes on running.
+void TestUpdater::patience()
+{
+    qputenv("XDG_RUNTIME_DIR", QFile::encodeName(m_dir->path()));
+    QDir(path("next")).removeRecursively();
+    makeInstallation(path("next/morvane"), "new", "exec sleep 12345");
+    packFolder(path("next/morvane"), appNumber() + 1, path("package"));
+    QString error;
+    const UpdaterArguments arguments = UpdaterArguments::parse(words(), error);
+    QCOMPARE(error, QString());
+    const Update::Patience little{300, 600};
+    {
+        const DirectoryLock running = tryNamedLock(appCode());
+        QCOMPARE(Update(arguments, little).run(), Update::Outcome::GivenUp);
+        QCOMPARE(besideInstallation(), QStringList({"morvane"_s}));
+    }
+    QCOMPARE(Update(arguments, little).run(), Update::Outcome::WentBack);
+    QCOMPARE(versionOf(m_install), QByteArray("old"));
+    QVERIFY(processesWith("12345"_s).isEmpty());
+    QTRY_COMPARE(besideInstallation(), QStringList({"failed"_s, "morvane"_s, "ran"_s}));
 }
 
 // What is found then is one version as a whole, which starts, and the next update works.
