@@ -131,7 +131,7 @@ void TestUpdatePackage::limits()
     QString error;
     const QTemporaryDir folder;
     QVERIFY(!unpackArchive(file, folder.path(), error));
-    QVERIFY(error.contains("已损坏"_s));
+    QVERIFY2(error.contains("已损坏"_s), qPrintable(error));
 }
 
 void TestUpdatePackage::arguments()

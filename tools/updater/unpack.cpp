@@ -68,6 +68,11 @@ bool staysInside(const QString &target, int depth)
            !names.contains(QStringLiteral("..")) && !names.contains(QStringLiteral("."));
 }
 
+QString damage(archive *source)
+{
+    return Texts::tr("升级包已损坏：") + QString::fromUtf8(archive_error_string(source));
+}
+
 QString Unpacking::run()
 {
     archive_entry *entry = nullptr;
@@ -80,7 +85,7 @@ QString Unpacking::run()
             return error;
     }
     if (result != ARCHIVE_EOF)
-        return Texts::tr("升级包已损坏：") + QString::fromUtf8(archive_error_string(m_source));
+        return damage(m_source);
     return m_entriesLeft < 0 ? Texts::tr("升级包的文件太多") : QString();
 }
 
@@ -159,7 +164,7 @@ bool unpackArchive(QFile &file, const QString &folder, QString &error, const Unp
     archive_read_support_filter_xz(reader.get());
     if (::lseek(file.handle(), file.pos(), SEEK_SET) < 0 ||
         archive_read_open_fd(reader.get(), file.handle(), blockSize) != ARCHIVE_OK) {
-        error = QString::fromUtf8(archive_error_string(reader.get()));
+        error = damage(reader.get());
         return false;
     }
     error = Unpacking(reader.get(), folder, limits).run();
