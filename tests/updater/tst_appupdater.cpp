@@ -1,54 +1,28 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/AppInstance/LocalStore/appdirs.h"
-#include "MediaKits/AppInstance/LocalStore/appini.h"
 #include "MediaKits/AppUpdater/appupdater.h"
 #include "MediaKits/AppUpdater/minidownloadobject.h"
 #include "MediaKits/AppUpdater/Package/updatehandshake.h"
-#include "MediaKits/AppUpdater/Package/updatekey.h"
-#include "MediaKits/AppUpdater/updatedialog.h"
-#include "MediaKits/AppUpdater/updatingdialog.h"
-#include "MediaKits/MainWindow/mainwindow.h"
-#include "MediaKits/MainWindow/updatecheck.h"
 #include "platform/namedlock.h"
-#include "resources/look.h"
 #include "support/casename.h"
-#include "support/guisupport.h"
 #include "support/scriptedserver.h"
 #include "support/testfile.h"
 #include "updater/rawserver.h"
+#include "updater/standin.h"
 #include "updater/updatefixture.h"
 
-#include <QNetworkAccessManager>
-#include <QPlainTextEdit>
-#include <QProgressBar>
 #include <QtTest>
 
 #include <csignal>
 
 #include <sys/resource.h>
 
-namespace {
-
-std::string answerOf(int force, const std::string &link)
-{
-    return R"({"code":0,"data":{"result":{"title":"墨泉 2.1","tip":"更快\n更稳","apkLink":")" +
-           link + R"(","forceUpgrade":)" + std::to_string(force) + "}}}";
-}
-
-QStringList updateFiles()
-{
-    return QDir(updateDir()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
-}
-
-} // namespace
-
-/// The program's half: the check, the downloads, the dialogs; what installs is a stand-in here.
+/// The program's half: the check and the downloads; what installs is a stand-in here.
 class TestAppUpdater : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QVERIFY(Look::apply()); }
     void init();
     void checkAnswers();
     void checkOfBadServers();
@@ -58,44 +32,18 @@ private slots:
     void startsThatAskNobody();
     void downloadsThatFail();
     void redirects();
-    void updatingDialog();
-    void updatingDialogFails();
     void confirmsStart();
-    void askedFor();
 
 private:
-    UpdateSettings settings(const std::string &host) const;
-    /// What the stand-in was told; waits for it.
-    QStringList toldToUpdater() const;
     void runToIdle(AppUpdater &updater) const;
     static void writeIni(bool run, const QString &package, int force);
 
-    std::unique_ptr<QTemporaryDir> m_dir;
+    std::unique_ptr<StandIn> m_standIn;
 };
 
 void TestAppUpdater::init()
 {
-    m_dir = std::make_unique<QTemporaryDir>();
-    QDir(updateDir()).removeRecursively();
-    updateDir();
-    AppIni::instance().setValue(AppIni::Key::UpdateFailedLink, QString());
-    writeTestProgram(m_dir->filePath("program/updater"_s),
-                     "printf '%s\\n' \"$@\" >'" + QFile::encodeName(m_dir->path()) + "/new'; mv '" +
-                         QFile::encodeName(m_dir->path()) + "/new' '" +
-                         QFile::encodeName(m_dir->path()) + "/told'");
-}
-
-UpdateSettings TestAppUpdater::settings(const std::string &host) const
-{
-    return {QString::fromStdString(host), true, updateKey(), m_dir->filePath("program/morvane"_s)};
-}
-
-QStringList TestAppUpdater::toldToUpdater() const
-{
-    const QString told = m_dir->filePath("told"_s);
-    if (!QTest::qWaitFor([&told] { return QFile::exists(told); }))
-        return {};
-    return QString::fromUtf8(contentOf(told)).split(u'\n', Qt::SkipEmptyParts);
+    m_standIn = std::make_unique<StandIn>();
 }
 
 void TestAppUpdater::runToIdle(AppUpdater &updater) const
@@ -119,7 +67,7 @@ void TestAppUpdater::checkAnswers()
     const auto check = [this](const char *caseName, const std::string &answer, bool works) {
         const CaseName inCase(caseName);
         const ScriptedServer server(answer);
-        AppUpdater updater(settings(server.host()));
+        AppUpdater updater(m_standIn->settings(server.host()));
         UpdateRecord record;
         QCOMPARE(updater.check(record), works);
         QCOMPARE(server.count(), 1);
@@ -148,7 +96,7 @@ void TestAppUpdater::checkOfBadServers()
                               RawServer::Then then) {
         const CaseName inCase(caseName);
         const RawServer server(answer, then);
-        AppUpdater updater(settings(server.address("").toStdString()));
+        AppUpdater updater(m_standIn->settings(server.address("").toStdString()));
         UpdateRecord record;
         QVERIFY(!updater.check(record));
     };
@@ -166,9 +114,9 @@ void TestAppUpdater::checkOfBadServers()
     QCOMPARE(good.count(), 0);
 
     UpdateRecord record;
-    AppUpdater nowhere(settings("http://127.0.0.1:1"));
+    AppUpdater nowhere(m_standIn->settings("http://127.0.0.1:1"));
     QVERIFY(!nowhere.check(record));
-    AppUpdater strange(settings("file:///tmp"));
+    AppUpdater strange(m_standIn->settings("file:///tmp"));
     QVERIFY(!strange.check(record));
 }
 
@@ -179,9 +127,9 @@ void TestAppUpdater::certificates()
     const RawServer server("HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(body.size()) +
                                "\r\n\r\n" + body,
                            RawServer::Then::Close, true);
-    const QString target = m_dir->filePath("file"_s);
+    const QString target = m_standIn->path("file");
     for (const bool verifies : {true, false}) {
-        UpdateSettings setup = settings(server.address("").toStdString());
+        UpdateSettings setup = m_standIn->settings(server.address("").toStdString());
         setup.verifiesPeer = verifies;
         AppUpdater updater(setup);
         UpdateRecord record;
@@ -203,7 +151,7 @@ void TestAppUpdater::forcedThroughTwoStarts()
         const std::string host = "http://" + request.get_header_value("Host");
         return request.path == link ? package : answerOf(1, host + link);
     });
-    AppUpdater first(settings(server.host()));
+    AppUpdater first(m_standIn->settings(server.host()));
     QSignalSpy progress(&first, &AppUpdater::downloadProgress);
     runToIdle(first);
     QVERIFY(!progress.isEmpty());
@@ -219,23 +167,24 @@ void TestAppUpdater::forcedThroughTwoStarts()
         QVERIFY(QDateTime::fromString(time, "yyyy-MM-dd HH:mm:ss"_s).isValid());
     }
 
-    AppUpdater second(settings(server.host()));
+    AppUpdater second(m_standIn->settings(server.host()));
     QVERIFY(second.run());
-    const UpdateSettings setup = settings({});
-    QCOMPARE(toldToUpdater(), QStringList({"-downloadurl=file://"_s + fetched, "-downloadscale=5"_s,
-                                           "-installpath="_s + setup.installFolder(),
-                                           "-lock=morvane"_s, "-startup="_s + setup.program}));
+    const UpdateSettings setup = m_standIn->settings({});
+    QCOMPARE(m_standIn->told(),
+             QStringList({"-downloadurl=file://"_s + fetched, "-downloadscale=5"_s,
+                          "-installpath="_s + setup.installFolder(), "-lock=morvane"_s,
+                          "-startup="_s + setup.program}));
     QVERIFY(QFileInfo(updateDir() + "/updater.exe"_s).isExecutable());
     QVERIFY(tryNamedLock(updateLockName(appCode())).isHeld());
     QCOMPARE(server.count(), 2);
 
     // This version is still here: the same package isn't fetched again, another one is.
-    AppUpdater third(settings(server.host()));
+    AppUpdater third(m_standIn->settings(server.host()));
     runToIdle(third);
     QCOMPARE(updateFiles(), QStringList());
     QCOMPARE(server.count(), 3);
     link = "/second";
-    AppUpdater fourth(settings(server.host()));
+    AppUpdater fourth(m_standIn->settings(server.host()));
     runToIdle(fourth);
     QCOMPARE(updateFiles(), QStringList({"update.ini"_s, "updatePackage.exe"_s}));
 }
@@ -247,10 +196,10 @@ void TestAppUpdater::pendingThatIsLeftAlone()
         const CaseName inCase(caseName);
         writeIni(run, package, force);
         writeTestFile(updateDir() + "/folder/old"_s);
-        AppUpdater updater(settings(server.host()));
+        AppUpdater updater(m_standIn->settings(server.host()));
         runToIdle(updater);
         QCOMPARE(updateFiles(), QStringList());
-        QVERIFY(!QFile::exists(m_dir->filePath("told"_s)));
+        QVERIFY(!m_standIn->wasStarted());
     };
     check("has run", true, "/p"_s, 1);
     check("no package", false, QString(), 1);
@@ -261,21 +210,21 @@ void TestAppUpdater::startsThatAskNobody()
 {
     const ScriptedServer server(answerOf(1, "http://127.0.0.1:1/p"));
     {
-        UpdateSettings keyless = settings(server.host());
+        UpdateSettings keyless = m_standIn->settings(server.host());
         keyless.key.clear();
         QVERIFY(!AppUpdater(keyless).run());
         const DirectoryLock other = tryNamedLock(updateLockName(appCode()));
-        QVERIFY(!AppUpdater(settings(server.host())).run());
+        QVERIFY(!AppUpdater(m_standIn->settings(server.host())).run());
     }
-    QVERIFY(QFile::remove(m_dir->filePath("program/updater"_s)));
-    QVERIFY(!AppUpdater(settings(server.host())).run());
+    QVERIFY(QFile::remove(m_standIn->path("program/updater")));
+    QVERIFY(!AppUpdater(m_standIn->settings(server.host())).run());
     QTest::qWait(0);
     QCOMPARE(server.count(), 0);
 }
 
 void TestAppUpdater::downloadsThatFail()
 {
-    const QString target = m_dir->filePath("file"_s);
+    const QString target = m_standIn->path("file");
     const auto check = [&](const char *caseName, const QByteArray &answer, RawServer::Then then) {
         const CaseName inCase(caseName);
         const RawServer server(answer, then);
@@ -317,7 +266,7 @@ void TestAppUpdater::downloadsThatFail()
 void TestAppUpdater::redirects()
 {
     const ScriptedServer server("whole");
-    const QString target = m_dir->filePath("file"_s);
+    const QString target = m_standIn->path("file");
     writeTestFile(target, "old");
     const RawServer other("HTTP/1.1 302 F\r\nContent-Length: 0\r\nLocation: " +
                               QByteArray::fromStdString(server.host()) + "/p\r\n\r\n",
@@ -329,127 +278,11 @@ void TestAppUpdater::redirects()
     QCOMPARE(contentOf(target), QByteArray("whole"));
 }
 
-void TestAppUpdater::updatingDialog()
-{
-    AppUpdater updater(settings({}));
-    const RawServer slow("HTTP/1.1 200 OK\r\nContent-Length: 200\r\n\r\n" + QByteArray(100, 'x'),
-                         RawServer::Then::Wait);
-    {
-        UpdatingDialog dialog(updater, {{}, {}, slow.address(), 0});
-        auto *label = child<QLabel>(dialog, "lblProgress");
-        QCOMPARE(label->text(), "正在更新，请不要关闭：0%"_s);
-        dialog.show();
-        QTRY_COMPARE(label->text(), "正在更新，请不要关闭：50%"_s);
-        QCOMPARE(child<QProgressBar>(dialog, "prgDownload")->value(), 50);
-        shoot(dialog, "updating");
-        QVERIFY(QFile::exists(AppUpdater::askedPackage() + ".part"_s));
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-        QCOMPARE(dialog.result(), int(QDialog::Rejected));
-    }
-    QCOMPARE(updateFiles(), QStringList());
-
-    const ScriptedServer server(packageOf(archiveOf({{"a"}}), 17).toStdString());
-    UpdatingDialog dialog(updater, {{}, {}, QString::fromStdString(server.host()), 0});
-    QSignalSpy accepted(&dialog, &QDialog::accepted);
-    dialog.show();
-    QVERIFY(accepted.wait());
-    QVERIFY(toldToUpdater().contains("-downloadurl=file://"_s + AppUpdater::askedPackage()));
-}
-
-void TestAppUpdater::updatingDialogFails()
-{
-    AppUpdater updater(settings({}));
-    const auto check = [&](const char *caseName, const QString &link, const QString &text) {
-        const CaseName inCase(caseName);
-        UpdatingDialog dialog(updater, {{}, {}, link, 0});
-        dialog.show();
-        QTRY_COMPARE(dialog.title(), "警告"_s);
-        QCOMPARE(child<QLabel>(dialog, "lblProgress")->text(), text);
-        QVERIFY(!child(dialog, "prgDownload")->isVisible());
-        QCOMPARE(child<QPushButton>(dialog, "btnCancel")->text(), "确定"_s);
-        shoot(dialog, "updating-failed");
-        press(dialog, "btnCancel");
-        QCOMPARE(dialog.result(), int(QDialog::Rejected));
-        QVERIFY(!QFile::exists(m_dir->filePath("told"_s)));
-    };
-    check("nobody there", "http://127.0.0.1:1/p"_s, "无法下载升级包"_s);
-    check("no address", QString(), "无法下载升级包"_s);
-    const auto served = [](const QByteArray &bytes) {
-        return std::make_unique<ScriptedServer>(bytes.toStdString());
-    };
-    const auto unsignedServer = served("rubbish");
-    check("unsigned", QString::fromStdString(unsignedServer->host()),
-          "升级包的签名无效，没有安装"_s);
-    const auto olderServer = served(packageOf(archiveOf({{"a"}}), 15));
-    check("older", QString::fromStdString(olderServer->host()), "升级包不比当前版本新，没有安装"_s);
-}
-
-// From the menu: what is told, offered and done.
-void TestAppUpdater::askedFor()
-{
-    std::string link;
-    const std::string package = packageOf(archiveOf({{"a"}}), 17).toStdString();
-    const ScriptedServer server([&](const httplib::Request &request) {
-        return request.path == "/package" ? package : answerOf(0, link);
-    });
-    MainWindow window;
-    window.show();
-    QVERIFY(QTest::qWaitForWindowActive(&window));
-    const auto toastAfter = [&window](const UpdateSettings &setup) {
-        AppUpdater updater(setup);
-        checkForUpdate(&window, updater);
-        return QTest::qWaitFor([] { return !toastText().isEmpty(); }) ? toastText() : QString();
-    };
-    const auto closeToast = [] {
-        visibleWindow("Toast")->close();
-        QTRY_COMPARE(toastText(), QString());
-    };
-    QCOMPARE(toastAfter(settings(server.host())), "当前已是最新版本"_s);
-    closeToast();
-    QCOMPARE(toastAfter(settings("http://127.0.0.1:1")), "无法连接更新服务，请稍后再试"_s);
-    closeToast();
-
-    link = server.host() + "/package";
-    AppUpdater updater(settings(server.host()));
-    whenModal("UpdateDialog", [](QWidget &dialog) {
-        QCOMPARE(child<QLabel>(dialog, "lblHeading")->text(), "墨泉 2.1"_s);
-        QCOMPARE(child<QPlainTextEdit>(dialog, "edtTip")->toPlainText(), "更快\n更稳"_s);
-        shoot(dialog, "update");
-        press(dialog, "btnNoUpdate");
-    });
-    checkForUpdate(&window, updater);
-    QCOMPARE(server.requests().back().path.substr(0, 5), std::string("/svc/"));
-
-    UpdateSettings systems = settings(server.host());
-    systems.program = m_dir->filePath("elsewhere/morvane"_s);
-    AppUpdater unfit(systems);
-    whenModal("UpdateDialog", [](QWidget &dialog) {
-        QVERIFY(!child(dialog, "btnUpdate")->isVisible());
-        QVERIFY(child(dialog, "lblHint")->isVisible());
-        shoot(dialog, "update-forbidden");
-        press(dialog, "btnNoUpdate");
-    });
-    checkForUpdate(&window, unfit);
-
-    UpdateSettings keyless = settings(server.host());
-    keyless.key.clear();
-    AppUpdater refusing(keyless);
-    const int asked = server.count();
-    QVERIFY(
-        askedBy([&] { checkForUpdate(&window, refusing); }, "btnOK").contains("软件包管理器"_s));
-    QCOMPARE(server.count(), asked);
-
-    // Ends all event loops, so nothing can be asked after it.
-    whenModal("UpdateDialog", [](QWidget &dialog) { press(dialog, "btnUpdate"); });
-    checkForUpdate(&window, updater);
-    QVERIFY(toldToUpdater().contains("-downloadurl=file://"_s + AppUpdater::askedPackage()));
-}
-
 // The one that installed it is told; what a killed one left goes.
 void TestAppUpdater::confirmsStart()
 {
-    AppUpdater updater(settings({}));
-    const QString work = updateWorkFolder(settings({}).installFolder());
+    AppUpdater updater(m_standIn->settings({}));
+    const QString work = updateWorkFolder(m_standIn->settings({}).installFolder());
     writeTestFile(work + "/other/morvane"_s);
     {
         const DirectoryLock installing = tryNamedLock(updateLockName(appCode()));
@@ -465,5 +298,5 @@ void TestAppUpdater::confirmsStart()
     QTRY_VERIFY(!QFile::exists(work));
 }
 
-QTEST_MAIN(TestAppUpdater)
+QTEST_GUILESS_MAIN(TestAppUpdater)
 #include "tst_appupdater.moc"

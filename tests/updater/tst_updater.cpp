@@ -95,6 +95,15 @@ void TestUpdater::installs()
     QVERIFY(!QFileInfo(m_install + "/module/ffmpeg"_s).isSymLink());
     QCOMPARE(besideInstallation(), QStringList({"morvane"_s, "ran"_s}));
     QCOMPARE(contentOf(QFileInfo(m_install).path() + "/ran"_s), QByteArray("new\n"));
+
+    const QByteArray program = "#!/bin/sh\n: >\"$MORVANE_UPDATE_STARTED\"\n";
+    QFile::remove(path("package"));
+    writeTestFile(path("package"), packageOf(archiveOf({{"morvane", program, 'f', 0755},
+                                                        {"updater", program, 'f', 0755},
+                                                        {"main.ini", "theirs"}}),
+                                             appNumber() + 1));
+    QCOMPARE(update().exitCode, 0);
+    QCOMPARE(contentOf(m_install + "/main.ini"_s), QByteArray("mine"));
 }
 
 void TestUpdater::waitsForTheProgram()
