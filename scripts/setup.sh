@@ -7,7 +7,8 @@ set -euo pipefail
 
 packages=(
     ca-certificates ccache cmake default-jre-headless ffmpeg fonts-noto-cjk fonts-noto-color-emoji
-    g++ libcurl4-gnutls-dev libeasyloggingpp-dev libfontconfig-dev libjmac-java libmediainfo-dev
+    g++ libarchive-dev libcurl4-gnutls-dev libeasyloggingpp-dev libfontconfig-dev libjmac-java
+    libmediainfo-dev
     libpulse-dev libqt5multimedia5-plugins libqt5svg5 librsvg2-bin libssl-dev libqt5x11extras5-dev
     libxcb-composite0-dev libxcb-randr0-dev libxcb-shape0-dev libxcb1-dev mold mplayer mpv
     ninja-build pkg-config qt5-image-formats-plugins qtbase5-dev qtmultimedia5-dev
@@ -15,8 +16,8 @@ packages=(
 )
 [ "${1:-}" = test ] && packages+=(
     appstream clang-format-14 clang-tidy-14 dbus-daemon desktop-file-utils git imagemagick
-    libcpp-httplib-dev metacity openbox picom pulseaudio strace trayer util-linux x11-utils xdotool
-    xfwm4 xvfb
+    libcpp-httplib-dev metacity openbox openssl picom pulseaudio strace trayer util-linux x11-utils xdotool
+    xfwm4 xvfb zstd
 )
 
 missing=()

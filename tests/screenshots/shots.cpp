@@ -6,6 +6,9 @@
 #include "controls/toast.h"
 #include "MediaKits/AppInstance/LocalStore/encparamhistory.h"
 #include "MediaKits/AppInstance/LocalStore/historyrecord.h"
+#include "MediaKits/AppUpdater/appupdater.h"
+#include "MediaKits/AppUpdater/updatedialog.h"
+#include "MediaKits/AppUpdater/updatingdialog.h"
 #include "MediaKits/FunctionPage/AudioConvert/audioconvertfunctionpage.h"
 #include "MediaKits/FunctionPage/Framework/Dialogs/failuredetailsdialog.h"
 #include "MediaKits/FunctionPage/Framework/Dialogs/historyrecordcovertdialog.h"
@@ -35,13 +38,19 @@
 #include "support/utf8.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QProgressBar>
 #include <QPushButton>
+#include <QTcpServer>
 #include <QTest>
 #include <QThread>
 
 #include <algorithm>
+#include <map>
+#include <memory>
+#include <string>
 
 namespace {
 
@@ -197,6 +206,40 @@ void showService(Stage &stage)
     popup->show();
 }
 
+AppUpdater &updaterFor(const char *program)
+{
+    static std::map<std::string, std::unique_ptr<AppUpdater>> made;
+    auto &updater = made[program];
+    if (!updater)
+        updater = std::make_unique<AppUpdater>(UpdateSettings{{}, true, "key", utf8(program)});
+    return *updater;
+}
+
+void showUpdate(Stage &stage, const UpdateRecord &record, bool isOurs)
+{
+    const QByteArray here = QFile::encodeName(QCoreApplication::applicationFilePath());
+    AppUpdater &updater = updaterFor(isOurs ? here.constData() : "/nowhere/morvane");
+    stage.show(new UpdateDialog(
+        updater, record, [] { return false; }, &stage.window()));
+}
+
+// From a server that takes the question and keeps silent, or from nobody.
+void showUpdating(Stage &stage, bool isServed)
+{
+    static QTcpServer server;
+    if (!server.isListening())
+        server.listen(QHostAddress::LocalHost);
+    const QString link = "http://127.0.0.1:%1/"_s.arg(isServed ? server.serverPort() : 1);
+    auto *dialog =
+        new UpdatingDialog(updaterFor("/nowhere/morvane"), {{}, {}, link, 0}, &stage.window());
+    if (isServed) {
+        Stage::child<QProgressBar>(*dialog, "prgDownload").setValue(42);
+        auto &label = Stage::child<QLabel>(*dialog, "lblProgress");
+        label.setText(label.property("txtFormat").toString().arg(42));
+    }
+    stage.show(dialog);
+}
+
 void showToast(Stage &stage)
 {
     Toast::showToast("请先添加文件"_s, 2000, Toast::centred, Toast::centred, &stage.window());
@@ -215,6 +258,20 @@ const QVector<Shot> &allShots()
             {"about"_s, showDialog<AboutMeDialog>},
             {"feedback"_s, [](Stage &stage) { showFeedback(stage, QString()); }},
             {"feedback-long"_s, [](Stage &stage) { showFeedback(stage, longText().repeated(3)); }},
+            {"update"_s,
+             [](Stage &stage) {
+                 showUpdate(stage,
+                            {"墨泉影音工坊 2.1"_s,
+                             "1. 转换速度提升\n2. 支持更多格式\n3. 修复已知问题"_s, QString(), 0},
+                            true);
+             }},
+            {"update-long"_s,
+             [](Stage &stage) {
+                 showUpdate(stage, {longText(), (longText() + u'\n').repeated(12), QString(), 0},
+                            false);
+             }},
+            {"updating"_s, [](Stage &stage) { showUpdating(stage, true); }},
+            {"updating-failed"_s, [](Stage &stage) { showUpdating(stage, false); }},
             {"convert-empty"_s, [](Stage &stage) { stage.press("btnConverter"); }},
             {"convert-rows"_s,
              [](Stage &stage) { stage.fill<MediaConvertFunctionPage>("btnConverter"); }},

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/AppInstance/appinstance.h"
 #include "MediaKits/MainWindow/mainwindow.h"
+#include "MediaKits/MainWindow/updatecheck.h"
 #include "platform/utf8locale.h"
+
+#include <QTimer>
 
 int main(int argc, char *argv[])
 {
@@ -13,5 +16,7 @@ int main(int argc, char *argv[])
     QObject::connect(&instance.application(), &QtSingleApplication::messageReceived, &window,
                      &MainWindow::sltMessageReceived);
     window.open();
+    // Once the event loop runs.
+    QTimer::singleShot(0, &window, [&window] { noteStart(&window); });
     return AppInstance::exec();
 }

@@ -2,6 +2,7 @@
 #include "MediaKits/MainWindow/appmenu.h"
 
 #include "browser/userinfomanager.h"
+#include "MediaKits/AppUpdater/appupdater.h"
 #include "MediaKits/MainWindow/aboutmedialog.h"
 #include "MediaKits/MainWindow/feedbackdialog.h"
 #include "MediaKits/MainWindow/loginentry.h"
@@ -46,7 +47,7 @@ void AppMenu::on_btnToCService_clicked()
 
 void AppMenu::on_btnUpdate_clicked()
 {
-    leaveFor(checkForUpdate);
+    leaveFor([](MainWindow *window) { checkForUpdate(window, AppUpdater::instance()); });
 }
 
 void AppMenu::on_btnFeedback_clicked()

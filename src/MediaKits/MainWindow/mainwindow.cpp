@@ -48,10 +48,8 @@ MainWindow::MainWindow(QWidget *parent)
     m_tray = new AppTrayManager(this);
     connect(m_tray, &AppTrayManager::activated, this, &MainWindow::comeToFront);
     connect(m_tray, &AppTrayManager::leaveChosen, this, [this] {
-        if (!mayLeave())
-            return;
-        m_tray->hideIcon();
-        leave(ExitMode::Leave);
+        if (mayLeave())
+            leaveProgram();
     });
     connectRecorder();
     OskDataTracker::instance().trackTableEvent(mainPageView);
@@ -157,6 +155,12 @@ bool MainWindow::mayLeave()
 {
     const QString question = m_ui->pgFunction->leaveQuestion();
     return question.isEmpty() || MediaMessageBox::ask(tr("提示"), question, this);
+}
+
+void MainWindow::leaveProgram()
+{
+    m_tray->hideIcon();
+    leave(ExitMode::Leave);
 }
 
 void MainWindow::leave(ExitMode mode)

@@ -27,6 +27,11 @@ public:
     /// Shows the window where it stood last, or in the middle, and in any case within reach.
     void open();
 
+    /// Whether nothing runs, or the user agrees to end it.
+    bool mayLeave();
+    /// Ends the program without asking.
+    void leaveProgram();
+
 public slots:
     void on_btnClose_clicked();
     void on_btnMax_clicked();
@@ -45,7 +50,6 @@ private:
     void offerRescued(const QStringList &files);
     void comeToFront();
     void takeKeyboard();
-    bool mayLeave();
     void leave(ExitMode mode);
     void showWindowState();
 

@@ -34,6 +34,7 @@ constexpr ConfigRow configRows[] = {
     {&AppConfig::serviceEvents, "Service/events", "", Reading::Text},
     {&AppConfig::serviceMarketing, "Service/marketing", "", Reading::Text},
     {&AppConfig::serviceUpdate, "Service/update", "", Reading::Text},
+    {&AppConfig::serviceUpdateVerify, "Service/updateVerify", "on", Reading::Text},
     {&AppConfig::serviceConfiguration, "Service/configuration", "", Reading::Text},
     {&AppConfig::serviceUser, "Service/user", "", Reading::Text},
     {&AppConfig::serviceAppKey, "Service/appKey", "", Reading::Text},

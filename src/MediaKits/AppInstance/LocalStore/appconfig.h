@@ -36,6 +36,8 @@ struct AppConfig
     /// Conversion marks of the channel "360".
     QString serviceMarketing;
     QString serviceUpdate;
+    /// "off" leaves the certificate of the update service unchecked; anything else doesn't.
+    QString serviceUpdateVerify;
     QString serviceConfiguration;
     QString serviceUser;
     /// 32 hexadecimal characters that the service of named events knows this program by.

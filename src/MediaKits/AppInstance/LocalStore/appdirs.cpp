@@ -17,13 +17,17 @@ QString created(const QString &path)
     return path;
 }
 
+QString createdForOwner(const QString &path)
+{
+    if (QDir().mkpath(path))
+        QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    return path;
+}
+
 // What is kept for a while tells the names of the user's films: nobody else may look.
 QString createdInTemporaryRoot(const QString &name)
 {
-    const QString root = temporaryRoot();
-    if (QDir().mkpath(root))
-        QFile::setPermissions(root, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    return created(root + name);
+    return created(createdForOwner(temporaryRoot()) + name);
 }
 
 } // namespace
@@ -52,7 +56,10 @@ QString logDir()
 
 QString updateDir()
 {
-    return createdInTemporaryRoot(QStringLiteral("/update"));
+    // A package that was fetched is installed by the next start, which a new start of the computer
+    // may lie before; and where things are kept for a while, programs often may not run.
+    return createdForOwner(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+                           QStringLiteral("/MorvaneLocal/update"));
 }
 
 QString appCode()

@@ -22,6 +22,7 @@ const IniRow &rowOf(AppIni::Key key)
         {Key::UpdateRun, {QStringLiteral("Update/run"), false}},
         {Key::UpdatePackage, {QStringLiteral("Update/package"), QString()}},
         {Key::UpdateIsForce, {QStringLiteral("Update/isforce"), false}},
+        {Key::UpdateFailedLink, {QStringLiteral("Update/failed"), QString()}},
         {Key::PreviewShowWhenAdded, {QStringLiteral("Preview/ShowWhenAdded"), true}},
         {Key::PreviewVolume, {QStringLiteral("Preview/Volume"), 10}},
         {Key::IsExitTips, {QStringLiteral("App/IsExitTips"), true}},

@@ -15,6 +15,8 @@ public:
         UpdateRun,
         UpdatePackage,
         UpdateIsForce,
+        /// Address of the package that could not be installed without being asked for.
+        UpdateFailedLink,
         PreviewShowWhenAdded,
         /// 0 to 200
         PreviewVolume,

@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: MIT
+#include "updater/installation.h"
+
+#include "MediaKits/AppInstance/LocalStore/appdirs.h"
+#include "MediaKits/AppUpdater/Package/updatehandshake.h"
+#include "MediaKits/AppUpdater/Package/updatekey.h"
+#include "MediaKits/AppUpdater/Package/updatepackage.h"
+#include "platform/exchange.h"
+#include "updater/texts.h"
+#include "updater/unpack.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+// What the installer or the user wrote stands, also when a package has a file of that name.
+const QString settingsName = QStringLiteral("main.ini");
+constexpr mode_t onlyOwner = 0700;
+
+bool isThere(const QFileInfo &entry)
+{
+    return entry.isSymLink() || entry.exists();
+}
+
+QString targetOf(const QString &link)
+{
+    QByteArray target(4096, '\0');
+    const ssize_t length =
+        ::readlink(QFile::encodeName(link).constData(), target.data(), size_t(target.size()));
+    return QFile::decodeName(target.left(int(length)));
+}
+
+// A second name costs no room; where the file system knows none, a copy has to do.
+bool bringFile(const QString &from, const QString &to)
+{
+    return ::link(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0 ||
+           QFile::copy(from, to);
+}
+
+bool bringMissing(const QString &from, const QString &to)
+{
+    const QFileInfoList entries = QDir(from).entryInfoList(QDir::AllEntries | QDir::Hidden |
+                                                           QDir::System | QDir::NoDotAndDotDot);
+    for (const QFileInfo &entry : entries) {
+        const QString path = entry.filePath();
+        const QString place = to + QLatin1Char('/') + entry.fileName();
+        const QFileInfo there(place);
+        const bool isFolder = entry.isDir() && !entry.isSymLink();
+        bool done = true;
+        if (isFolder && (!isThere(there) || (there.isDir() && !there.isSymLink())))
+            done = QDir().mkpath(place) && bringMissing(path, place);
+        else if (isThere(there))
+            continue;
+        else if (entry.isSymLink())
+            done = QFile::link(targetOf(path), place);
+        else if (entry.isFile())
+            done = bringFile(path, place);
+        if (!done)
+            return false;
+    }
+    return true;
+}
+
+bool isProgram(const QString &path)
+{
+    const QFileInfo file(path);
+    return file.isFile() && !file.isSymLink() && file.isExecutable();
+}
+
+} // namespace
+
+Installation::Installation(const QString &folder)
+    : m_folder(QDir::cleanPath(folder)), m_work(updateWorkFolder(m_folder))
+{
+}
+
+QString Installation::prepare(const QString &package, const QString &program)
+{
+    QString error = checkPlace();
+    if (!error.isEmpty())
+        return error;
+    // Of an update that was killed.
+    tidy();
+    if (::mkdir(QFile::encodeName(m_work).constData(), onlyOwner) != 0)
+        return Texts::tr("无法创建文件夹：") + m_work;
+    error = unpack(package);
+    const QString programs[] = {newFolder() + program.mid(m_folder.size()),
+                                newFolder() + QLatin1String("/updater")};
+    for (const QString &path : programs) {
+        if (error.isEmpty() && !isProgram(path))
+            error = Texts::tr("升级包缺少程序：") + path;
+    }
+    if (error.isEmpty()) {
+        if (QFile::exists(m_folder + QLatin1Char('/') + settingsName))
+            QFile::remove(newFolder() + QLatin1Char('/') + settingsName);
+        if (!bringMissing(m_folder, newFolder()) || !flushFileSystem(m_work))
+            error = Texts::tr("无法写入：") + m_work;
+    }
+    if (!error.isEmpty())
+        tidy();
+    return error;
+}
+
+// One that belongs to the system, to another user or behind a link is somebody else's business.
+QString Installation::checkPlace() const
+{
+    const QFileInfo folder(m_folder);
+    const QFileInfo parent(folder.absolutePath());
+    if (!folder.isDir() || folder.canonicalFilePath() != m_folder)
+        return Texts::tr("不是安装文件夹：") + m_folder;
+    if (!folder.isWritable() || !parent.isWritable() || folder.ownerId() != ::geteuid())
+        return Texts::tr("没有权限更改：") + m_folder;
+    return {};
+}
+
+QString Installation::unpack(const QString &package)
+{
+    QFile file(package);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return package + QLatin1String(": ") + file.errorString();
+    const UpdatePackage accepted = readUpdatePackage(file, updateKey(), appNumber());
+    if (!accepted.isAccepted())
+        return accepted.refusal;
+    if (!QDir().mkpath(newFolder()) || !file.seek(accepted.contentAt))
+        return Texts::tr("无法创建文件夹：") + newFolder();
+    QString error;
+    unpackArchive(file, newFolder(), error);
+    return error;
+}
+
+QString Installation::exchange()
+{
+    QString error;
+    if (!exchangePaths(m_folder, newFolder(), error))
+        return m_folder + QLatin1String(": ") + error;
+    flushFileSystem(m_work);
+    return {};
+}
+
+void Installation::tidy()
+{
+    const QFileInfo work(m_work);
+    if (work.isSymLink())
+        QFile::remove(m_work);
+    else if (work.isDir())
+        QDir(m_work).removeRecursively();
+}
+
+QString Installation::newFolder() const
+{
+    return m_work + QLatin1String("/other");
+}
+
+QString Installation::startedMark() const
+{
+    return m_work + QLatin1String("/started");
+}

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+/// A folder with a program in it, which another one takes the place of. Whatever ends this process
+/// and whenever, the folder holds either all of the old or all of the new.
+class Installation
+{
+public:
+    /// @param folder absolute
+    explicit Installation(const QString &folder);
+
+    /// Unpacks a genuine package beside the folder and brings along what the old one has and the
+    /// new one lacks: the settings, links to tools of the system, files of the user.
+    /// @param program absolute path in the folder; the new one has to have it, too
+    /// @return the reason of a failure, which leaves nothing behind; otherwise empty
+    QString prepare(const QString &package, const QString &program);
+
+    /// Lets old and new change places, at first and, by a second call, back.
+    QString exchange();
+
+    /// Removes the one that isn't in place.
+    void tidy();
+
+    /// Path of the file that a new program makes to tell that it runs.
+    QString startedMark() const;
+
+private:
+    QString unpack(const QString &package);
+    QString checkPlace() const;
+    QString newFolder() const;
+
+    const QString m_folder;
+    const QString m_work;
+};
