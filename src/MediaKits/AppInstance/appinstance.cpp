@@ -148,8 +148,8 @@ bool AppInstance::init()
 bool AppInstance::mayStandBeside()
 {
     Look::apply();
-    return MediaMessageBox::ask(
-        tr("提示"), tr("墨泉影音工坊已在运行，但没有响应。仍要再启动一个吗？"), nullptr);
+    return MediaMessageBox::ask(tr("墨泉影音工坊"),
+                                tr("程序已在运行，但没有响应。仍要再启动一个吗？"), nullptr);
 }
 
 int AppInstance::exec()
