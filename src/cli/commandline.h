@@ -69,6 +69,3 @@ struct CommandLine
 /// Reads the words behind the program's name.
 /// @param error set to one line that says what is wrong when nothing comes back
 std::optional<CommandLine> parseCommandLine(const QStringList &words, QString &error);
-
-/// The text of `morvane-cli --help`.
-QString helpText();

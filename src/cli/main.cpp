@@ -2,6 +2,7 @@
 #include "cli/cataloguecommands.h"
 #include "cli/commandline.h"
 #include "cli/convertcommand.h"
+#include "cli/helptext.h"
 #include "cli/output.h"
 #include "cli/probecommand.h"
 #include "cli/recordcommand.h"
