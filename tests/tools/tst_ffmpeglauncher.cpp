@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
+#include "cage/installedtool.h"
 #include "ffmpeg/adaptcommand.h"
 #include "ffmpeg/capture.h"
 #include "ffmpeg/filterlabels.h"
-#include "ffmpeg/realffmpeg.h"
 #include "support/testfile.h"
 
 #include <QFile>
@@ -271,8 +271,8 @@ void TestFfmpegLauncher::findsRealFfmpeg()
     writeTestFile(root.filePath(QStringLiteral("plain/ffmpeg")));
     QVERIFY(QFile::link(self, link));
     const auto find = [&](const QString &builtIn, const QString &searchPath) {
-        return QString::fromStdString(ffmpeglauncher::findRealFfmpeg(
-            builtIn.toStdString(), searchPath.toStdString(), self.toStdString()));
+        return QString::fromStdString(cage::findTool(builtIn.toStdString(), "ffmpeg",
+                                                     searchPath.toStdString(), self.toStdString()));
     };
     const QString searchPath = QStringLiteral("%1/none:%1/self:%1/plain:%1/other").arg(root.path());
     QCOMPARE(find(other, QString()), other);

@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "cage/cage.h"
 
+#include "cage/installedtool.h"
+
 #include <cerrno>
+#include <climits>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <iterator>
+#include <sstream>
 
 #include <elf.h>
 #include <fcntl.h>
@@ -41,13 +45,34 @@ const char *const systemPlaces[] = {
     "/usr",      "/lib",      "/lib64",      "/etc",
     "/proc",     "/sys",      "/opt",        "/var/cache/fontconfig",
     "/dev/null", "/dev/zero", "/dev/random", "/dev/urandom"};
-const char *const homePlaces[] = {"/.fonts", "/.local/share/fonts", "/.config/fontconfig",
-                                  "/.cache/fontconfig"};
 
-std::string environmentText(const char *name)
+// A variable that holds a folder, or where that folder is without it.
+std::string folderOf(const char *variable, const char *belowHome)
 {
-    const char *value = std::getenv(name);
-    return value != nullptr ? value : std::string();
+    const std::string set = environmentText(variable);
+    const std::string home = environmentText("HOME");
+    return !set.empty() || home.empty() ? set : home + belowHome;
+}
+
+std::vector<std::string> fontPlaces()
+{
+    return {environmentText("HOME") + "/.fonts",
+            folderOf("XDG_DATA_HOME", "/.local/share") + "/fonts",
+            folderOf("XDG_CONFIG_HOME", "/.config") + "/fontconfig",
+            folderOf("XDG_CACHE_HOME", "/.cache") + "/fontconfig",
+            environmentText("FONTCONFIG_PATH"),
+            environmentText("FONTCONFIG_FILE")};
+}
+
+// What the user puts in front of the system's libraries, and where they are looked for.
+std::vector<std::string> libraryPlaces()
+{
+    std::vector<std::string> places;
+    std::istringstream words(environmentText("LD_PRELOAD") + ":" +
+                             environmentText("LD_LIBRARY_PATH"));
+    for (std::string place; std::getline(words, place, ':');)
+        places.push_back(place);
+    return places;
 }
 
 class Ruleset
@@ -132,22 +157,21 @@ bool confineFiles(const Needs &needs)
     for (const char *place : systemPlaces)
         rules.allow(place, readRights);
     rules.allow("/dev/null", fileRights | truncateRight);
-    const std::string home = environmentText("HOME");
-    for (const char *place : homePlaces) {
-        if (!home.empty())
-            rules.allow(home + place, readRights);
+    for (const auto &places : {fontPlaces(), libraryPlaces()}) {
+        for (const std::string &place : places)
+            rules.allow(place, readRights);
     }
-    // What the user puts in front of the system's libraries.
-    rules.allow(environmentText("LD_PRELOAD"), readRights);
     for (const std::string &path : needs.readable)
         rules.allow(path, readRights);
     for (const std::string &path : needs.writable)
         rules.allow(path, writeRights | truncateRight);
-    if (needs.program.empty()) {
+    const std::string loader = loaderOf(needs.program);
+    if (loader.empty()) {
+        // No program of this machine's usual kind, as a script is none: it may start what it likes.
         rules.allow("/", LANDLOCK_ACCESS_FS_EXECUTE);
     } else {
         rules.allow(needs.program, LANDLOCK_ACCESS_FS_EXECUTE | LANDLOCK_ACCESS_FS_READ_FILE);
-        rules.allow(loaderOf(needs.program), LANDLOCK_ACCESS_FS_EXECUTE);
+        rules.allow(loader, LANDLOCK_ACCESS_FS_EXECUTE);
     }
     return rules.enforce();
 }
@@ -220,6 +244,15 @@ bool confineCalls(const Needs &needs)
     return prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) == 0;
 }
 
+// One from elsewhere has its libraries anywhere.
+bool isOfSystem(const std::string &program)
+{
+    std::string path(PATH_MAX, '\0');
+    if (realpath(program.c_str(), path.data()) == nullptr)
+        return false;
+    return path.compare(0, 5, "/usr/") == 0 || path.compare(0, 5, "/bin/") == 0;
+}
+
 } // namespace
 
 std::string confine(const Needs &needs)
@@ -228,7 +261,7 @@ std::string confine(const Needs &needs)
     if (prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0)
         return "this system confines no tools";
     std::string missing;
-    if (!needs.anyFile && !confineFiles(needs))
+    if (!needs.anyFile && isOfSystem(needs.program) && !confineFiles(needs))
         missing = "this system doesn't confine a tool's files";
     if (!confineCalls(needs))
         missing += (missing.empty() ? "" : ", ") + std::string("nor its network");

@@ -10,7 +10,8 @@ namespace cage {
 /// fonts and libraries. All else has to be named.
 struct Needs
 {
-    std::string program;               ///< the only one that may be started; empty for any
+    /// The only one that may be started. Of one that isn't the system's own, no file is confined.
+    std::string program;
     std::vector<std::string> readable; ///< files, or folders with all below
     std::vector<std::string> writable; ///< folders with all below
     bool anyFile = false;              ///< files aren't confined at all

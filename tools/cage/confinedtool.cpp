@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-// Becomes an installed tool that may read the files which its arguments name, and write where they
-// name files that don't exist yet.
+// Becomes an installed tool that may read the files which its arguments name and, if it is one that
+// writes, write where they name files that don't exist yet.
 #include "cage/cage.h"
+#include "cage/installedtool.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -12,7 +13,7 @@
 
 namespace {
 
-const std::string tool = MORVANE_REAL_TOOL_PATH;
+constexpr bool writes = MORVANE_TOOL_WRITES;
 
 bool exists(const std::string &path)
 {
@@ -27,16 +28,16 @@ bool exists(const std::string &path)
 int main(int argc, char *argv[])
 {
     cage::Needs needs;
-    needs.program = tool;
+    needs.program = cage::findTool(MORVANE_REAL_TOOL_PATH);
     for (int i = 1; i < argc; ++i) {
         const std::string word = argv[i];
         if (exists(word))
             needs.readable.push_back(word);
-        else if (word.find('/') != std::string::npos)
+        else if (writes && word.find('/') != std::string::npos)
             needs.writable.push_back(word.substr(0, word.rfind('/') + 1));
     }
     cage::confine(needs);
-    execv(tool.c_str(), argv);
-    std::fprintf(stderr, "%s: %s\n", tool.c_str(), std::strerror(errno));
+    execv(needs.program.c_str(), argv);
+    std::fprintf(stderr, "%s: %s\n", MORVANE_REAL_TOOL_PATH, std::strerror(errno));
     return 127;
 }

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "cage/cage.h"
+#include "cage/installedtool.h"
 #include "ffmpeg/adaptcommand.h"
 #include "ffmpeg/capture.h"
 #include "ffmpeg/openedfiles.h"
-#include "ffmpeg/realffmpeg.h"
 
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <iterator>
@@ -17,21 +16,14 @@
 namespace {
 
 constexpr int noFfmpegExitCode = 127; // the shell's code for a command that is not found
-constexpr char selfLink[] = "/proc/self/exe";
 
-std::string environmentText(const char *name)
-{
-    const char *value = std::getenv(name);
-    return value != nullptr ? value : std::string();
-}
+using cage::environmentText;
 
 std::string realFfmpeg()
 {
     const std::string chosen = environmentText("MORVANE_REAL_FFMPEG");
-    if (!chosen.empty())
-        return ffmpeglauncher::findRealFfmpeg(chosen, {}, selfLink);
-    return ffmpeglauncher::findRealFfmpeg(MORVANE_REAL_FFMPEG_PATH, environmentText("PATH"),
-                                          selfLink);
+    return chosen.empty() ? cage::findTool(MORVANE_REAL_FFMPEG_PATH)
+                          : cage::findTool(chosen, {}, {}, "/proc/self/exe");
 }
 
 // The files that the command names, and nothing that is named in those. A recording opens no file,

@@ -84,8 +84,11 @@ OpenedFiles openedFiles(const std::vector<std::string> &arguments)
             }
         }
     }
-    for (const CommandOutput &output : line.outputs)
-        files.written.push_back(folderOf(plainPath(arguments[output.path])));
+    for (const CommandOutput &output : line.outputs) {
+        const std::string &path = arguments[output.path];
+        if (path != "-" && !startsWith(path, "pipe:"))
+            files.written.push_back(folderOf(plainPath(path)));
+    }
     return files;
 }
 

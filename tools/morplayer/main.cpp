@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "cage/cage.h"
+#include "cage/installedtool.h"
 
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <string>
@@ -41,11 +41,13 @@ std::vector<std::string> ownOptions()
     };
 }
 
-// A display on another machine is reached over the network.
+// A display or a sound server on another machine is reached over the network.
 void confine()
 {
-    const char *display = std::getenv("DISPLAY");
-    if (display != nullptr && display[0] != ':')
+    const std::string display = cage::environmentText("DISPLAY");
+    const std::string sound = cage::environmentText("PULSE_SERVER");
+    const bool isSoundHere = sound.empty() || sound[0] == '/' || sound.rfind("unix:", 0) == 0;
+    if ((!display.empty() && display[0] != ':') || !isSoundHere)
         return;
     cage::Needs needs;
     needs.anyFile = true;

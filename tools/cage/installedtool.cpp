@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "ffmpeg/realffmpeg.h"
+#include "cage/installedtool.h"
+
+#include <cstdlib>
 
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace ffmpeglauncher {
+namespace cage {
 
 namespace {
 
@@ -23,8 +25,8 @@ bool isRunnable(const std::string &path, const std::string &selfPath)
 
 } // namespace
 
-std::string findRealFfmpeg(const std::string &builtInPath, const std::string &searchPath,
-                           const std::string &selfPath)
+std::string findTool(const std::string &builtInPath, const std::string &name,
+                     const std::string &searchPath, const std::string &selfPath)
 {
     if (isRunnable(builtInPath, selfPath))
         return builtInPath;
@@ -34,7 +36,7 @@ std::string findRealFfmpeg(const std::string &builtInPath, const std::string &se
         if (end == std::string::npos)
             end = searchPath.size();
         const std::string folder = searchPath.substr(begin, end - begin);
-        const std::string candidate = (folder.empty() ? "." : folder) + "/ffmpeg";
+        const std::string candidate = (folder.empty() ? "." : folder) + "/" + name;
         if (isRunnable(candidate, selfPath))
             return candidate;
         begin = end + 1;
@@ -42,4 +44,16 @@ std::string findRealFfmpeg(const std::string &builtInPath, const std::string &se
     return {};
 }
 
-} // namespace ffmpeglauncher
+std::string findTool(const std::string &builtInPath)
+{
+    return findTool(builtInPath, builtInPath.substr(builtInPath.rfind('/') + 1),
+                    environmentText("PATH"), "/proc/self/exe");
+}
+
+std::string environmentText(const char *name)
+{
+    const char *value = std::getenv(name);
+    return value != nullptr ? value : std::string();
+}
+
+} // namespace cage
