@@ -53,6 +53,7 @@ private slots:
     void settingsMerge();
     void persistKeepsWhatItFinds();
     void brokenFileIsSetAside();
+    void unchangedIsNotWritten();
     void pipeIsNotWaitedFor();
     void loginIsWrittenAtOnce();
     void failedWriteLeavesTheOldFile();
@@ -214,6 +215,17 @@ void TestStores::brokenFileIsSetAside()
         QCOMPARE(content("UserInfo.json.broken"), QByteArray("earlier"));
         QCOMPARE(content("UserInfo.json.broken2"), QByteArray(text));
     }
+}
+
+// What another instance has written meanwhile stays, unless something has changed here.
+void TestStores::unchangedIsNotWritten()
+{
+    put("UserInfo.json", R"({"userinfo":{"id":"17","token":"old"}})");
+    {
+        const UserInfoStore user;
+        put("UserInfo.json", R"({"userinfo":{"id":"17","token":"new"}})");
+    }
+    QVERIFY(content("UserInfo.json").contains("new"));
 }
 
 // What is no file can't be read, and stays.

@@ -11,6 +11,7 @@
 #include "MediaKits/AppInstance/LocalStore/encparamhistory.h"
 #include "MediaKits/AppInstance/LocalStore/functionsettings.h"
 #include "MediaKits/AppInstance/LocalStore/historyrecord.h"
+#include "MediaKits/AppInstance/LocalStore/jsonfile.h"
 #include "MediaKits/AppInstance/LocalStore/localstores.h"
 #include "MediaKits/AppInstance/LocalStore/persiststore.h"
 #include "MediaKits/AppInstance/LocalStore/tempmarker.h"
@@ -118,7 +119,10 @@ AppInstance::AppInstance(int &argc, char **argv)
 AppInstance::~AppInstance()
 {
     // Before the place is given up, and before anything that may wait for a server.
-    saveStores();
+    if (m_ownsStores)
+        saveStores();
+    else
+        JsonFile::forbidWriting();
     VolcDataTracker::instance().stop();
     OskDataTracker::instance().stop();
 }
@@ -133,6 +137,7 @@ bool AppInstance::init()
     if (!m_application->hasPlace() && !mayStandBeside())
         return false;
     reloadStores();
+    m_ownsStores = true;
     Logger::init(appDir() + QLatin1String("/log.conf"), logDir());
     sweepStaleMarkers();
     WebInterface::instance();

@@ -43,4 +43,5 @@ private:
 
     QCommandLineParser m_parser;
     std::unique_ptr<MyApplication> m_application;
+    bool m_ownsStores = false; // otherwise another instance writes them
 };

@@ -63,9 +63,11 @@ void EncParamHistory::touch(quint32 id)
     m_ids.prepend(id);
     while (m_ids.size() > maxIds)
         m_ids.removeLast();
+    m_saving.request();
 }
 
 void EncParamHistory::remove(quint32 id)
 {
     m_ids.removeAll(id);
+    m_saving.request();
 }

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "MediaKits/AppInstance/LocalStore/delayedsave.h"
 #include "MediaKits/AppInstance/LocalStore/jsonfile.h"
 
 #include <QList>
 
-/// The presets used last, in EncParamData.json: read by the constructor, written by the
-/// destructor.
+/// The presets used last, in EncParamData.json: read by the constructor, written soon
+/// after a change and by the destructor.
 class EncParamHistory
 {
 public:
@@ -31,4 +32,5 @@ public:
 private:
     JsonFile m_file;
     QList<quint32> m_ids;
+    DelayedSave m_saving{[this] { save(); }};
 };

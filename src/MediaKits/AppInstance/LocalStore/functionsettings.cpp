@@ -100,4 +100,5 @@ QVariant FunctionSettings::value(QLatin1String section, QLatin1String key) const
 void FunctionSettings::setValue(QLatin1String section, QLatin1String key, const QVariant &value)
 {
     store(m_map, section, key, value);
+    m_saving.request();
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "MediaKits/AppInstance/LocalStore/delayedsave.h"
 #include "MediaKits/AppInstance/LocalStore/jsonfile.h"
 
 #include <QLatin1String>
@@ -36,7 +37,7 @@ inline const QLatin1String highQuality{"highQuality"};
 } // namespace FunctionKey
 
 /// The user's settings of each function in SFunction.json: read by the constructor, which adds
-/// what is missing from the defaults, and written by the destructor.
+/// what is missing from the defaults, and written soon after a change and by the destructor.
 class FunctionSettings
 {
 public:
@@ -59,4 +60,5 @@ public:
 private:
     JsonFile m_file;
     QVariantMap m_map;
+    DelayedSave m_saving{[this] { save(); }};
 };

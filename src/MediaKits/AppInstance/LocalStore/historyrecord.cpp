@@ -3,15 +3,9 @@
 
 #include "MediaKits/AppInstance/LocalStore/appdirs.h"
 
-#include <QCoreApplication>
 #include <QJsonArray>
-#include <QTimer>
-
-#include <utility>
 
 namespace {
-
-constexpr int saveIntervalMs = 2000;
 
 const QLatin1String historyKey("history");
 const QLatin1String datetimeKey("datetime");
@@ -65,21 +59,11 @@ void HistoryRecord::add(const Record &record)
     m_records.prepend(record);
     while (m_records.size() > maxRecords)
         m_records.removeLast();
-    saveSoon();
-}
-
-void HistoryRecord::saveSoon()
-{
-    if (!qApp || std::exchange(m_isToBeSaved, true))
-        return;
-    QTimer::singleShot(saveIntervalMs, &m_alive, [this] {
-        m_isToBeSaved = false;
-        save();
-    });
+    m_saving.request();
 }
 
 void HistoryRecord::clear()
 {
     m_records.clear();
-    saveSoon();
+    m_saving.request();
 }

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "MediaKits/AppInstance/LocalStore/delayedsave.h"
 #include "MediaKits/AppInstance/LocalStore/jsonfile.h"
 
 #include <QList>
-#include <QObject>
 #include <QString>
 
 /// The conversion history in HistoryRecord.json: read by the constructor, written two seconds after
@@ -39,10 +39,7 @@ public:
     void save();
 
 private:
-    void saveSoon();
-
     JsonFile m_file;
     QList<Record> m_records;
-    bool m_isToBeSaved = false;
-    const QObject m_alive; // what is to be saved later is left to the destructor when this goes
+    DelayedSave m_saving{[this] { save(); }};
 };

@@ -12,6 +12,8 @@ namespace {
 // Of a store of ours; the largest have some hundred kB.
 constexpr qint64 largestBytes = 64 * 1024 * 1024;
 
+bool isForbidden = false;
+
 // Empty when it can't be.
 QString setAside(const QString &path)
 {
@@ -31,7 +33,7 @@ QJsonObject JsonFile::read()
     QFile file(m_path);
     m_mustKeep = false;
     m_hasObject = false;
-    m_written.clear();
+    m_known.clear();
     m_asidePath.clear();
     const QFileInfo info(m_path);
     if (!info.exists())
@@ -46,7 +48,8 @@ QJsonObject JsonFile::read()
         m_mustKeep = true;
         return {};
     }
-    QTextStream stream(&file);
+    m_known = file.readAll();
+    QTextStream stream(m_known);
     stream.setCodec("UTF-8");
     const QByteArray text = stream.readAll().toUtf8();
     const bool complete = file.error() == QFileDevice::NoError;
@@ -62,12 +65,17 @@ QJsonObject JsonFile::read()
     return {};
 }
 
+void JsonFile::forbidWriting()
+{
+    isForbidden = true;
+}
+
 bool JsonFile::write(const QJsonObject &object, QJsonDocument::JsonFormat format)
 {
-    if (m_mustKeep || m_path.isEmpty())
+    if (m_mustKeep || m_path.isEmpty() || isForbidden)
         return false;
     const QByteArray text = QJsonDocument(object).toJson(format);
-    if (text == m_written)
+    if (text == m_known)
         return true;
     QDir().mkpath(QFileInfo(m_path).path());
     QSaveFile file(m_path);
@@ -81,6 +89,6 @@ bool JsonFile::write(const QJsonObject &object, QJsonDocument::JsonFormat format
         file.cancelWriting();
     if (!file.commit())
         return false;
-    m_written = text;
+    m_known = text;
     return true;
 }

@@ -19,10 +19,14 @@ public:
     QJsonObject read();
 
     /// Replaces the file, and makes its directory when that is missing; only the user may read
-    /// the result. Does nothing when the last read() found a file that has to be kept, and when the
-    /// object is the one that was written last.
+    /// the result. Does nothing when the last read() found a file that has to be kept, when the
+    /// text is the one that was read or written last, and behind forbidWriting().
     /// @return whether the file holds the object
     bool write(const QJsonObject &object, QJsonDocument::JsonFormat format);
+
+    /// For a process that gives way to another: from now on no file is written, since what this one
+    /// has read is old.
+    static void forbidWriting();
 
     /// Whether the last read() found an object, be it an empty one.
     bool hasObject() const { return m_hasObject; }
@@ -34,5 +38,5 @@ private:
     QString m_asidePath;
     bool m_mustKeep = false;
     bool m_hasObject = false;
-    QByteArray m_written;
+    QByteArray m_known; // text that was read or written last
 };
