@@ -305,10 +305,14 @@ private slots:
             const auto *player = dialog.findChild<MPVPlayer *>();
             const auto *hint = child<ElidedLabel>(dialog, "lblHint");
             QSignalSpy progress(player, &MPVPlayer::progressChanged);
+            qint64 killed = 0;
             const auto kill = [&] {
+                // What the killed one has said before is still read.
+                QTRY_VERIFY(player->processId() != killed);
                 progress.clear();
                 QTRY_VERIFY_WITH_TIMEOUT(!progress.isEmpty(), 15000);
-                ::kill(pid_t(player->processId()), SIGKILL);
+                killed = player->processId();
+                ::kill(pid_t(killed), SIGKILL);
             };
             kill();
             QVERIFY(hint->fullText().isEmpty());
