@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "controls/windowshadow.h"
 
+#include "controls/correctplace.h"
 #include "platform/compositor.h"
 #include "platform/inputshape.h"
-#include "platform/windowmanager.h"
 
 #include <QCoreApplication>
 #include <QPainter>
-#include <QScreen>
 #include <QWheelEvent>
 #include <QWindow>
 
@@ -19,24 +18,6 @@ namespace {
 constexpr Qt::WindowFlags shadowFlags =
     Qt::Tool | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus;
 constexpr Qt::WindowStates largeStates = Qt::WindowMaximized | Qt::WindowFullScreen;
-
-// While the window manager gives a new window its frame, Qt may ask for the place a moment too
-// early, and takes the window for one in the screen's corner from then on. A move to where it
-// stands has it told again.
-void correctPlace(QWidget *window)
-{
-    const QWindow *handle = window->windowHandle();
-    // A move would make it forget that it is large.
-    if (handle->windowStates() & largeStates)
-        return;
-    const auto native = placeOnServer(handle->winId());
-    if (!native)
-        return;
-    const QPoint origin = handle->screen()->geometry().topLeft();
-    const QPoint place = (*native - origin) / handle->devicePixelRatio() + origin;
-    if (place != window->geometry().topLeft())
-        window->move(place);
-}
 } // namespace
 
 WindowShadow::WindowShadow(QWidget *target) : QDialog(target, shadowFlags), m_target(target)

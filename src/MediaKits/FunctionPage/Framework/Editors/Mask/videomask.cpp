@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/Framework/Editors/Mask/videomask.h"
 
+#include "controls/correctplace.h"
 #include "platform/compositor.h"
 #include "platform/windowmanager.h"
 
@@ -75,6 +76,8 @@ void VideoMask::showAsEnabled()
         shapeAsNeeded();
     }
     setVisible(shows);
+    if (shows)
+        windowHandle()->installEventFilter(this);
 }
 
 // Children are shown before their window: a mask that came first would be placed below it, since
@@ -110,6 +113,8 @@ bool VideoMask::eventFilter(QObject *watched, QEvent *event)
         onWindowEvent(*event);
     if (watched == m_handle && event->type() == QEvent::Expose)
         onExposed();
+    if (watched == windowHandle() && event->type() == QEvent::Expose)
+        correctPlace(this);
     return QWidget::eventFilter(watched, event);
 }
 
