@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/VideoShot/frameshotdialog.h"
-#include "MediaKits/MediaInfo/MAMediaInfo/mamediainfo.h"
 #include "MediaKits/Player/csvideoplayer.h"
 #include "resources/look.h"
 #include "stallmeter.h"
+#include "support/factsof.h"
 
 #include <QApplication>
 #include <QEventLoop>
@@ -50,7 +50,7 @@ int main(int argc, char *argv[])
         moments +=
             QVariantMap{{QStringLiteral("pos"), word.toInt()}, {QStringLiteral("scale"), 1.0F}};
     FrameShotDialog dialog;
-    dialog.showSource(film, readWithLibrary(film, ReadDepth::Headers));
+    dialog.showSource(film, factsOf(film));
     dialog.show();
     auto *player = dialog.findChild<CSVideoPlayer *>();
     wait([player] { return player->toldPosition() > 0; });

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/VideoBeautify/beautypreview.h"
-#include "MediaKits/MediaInfo/MAMediaInfo/mamediainfo.h"
 #include "MediaKits/MediaTasksManager/complexconverttask.h"
 #include "MediaKits/MediaTasksManager/readylook.h"
 #include "MediaKits/Player/csvideoplayer.h"
 #include "MediaKits/Player/MPVPlayer/mpvplayer.h"
 #include "player/mpvpeer.h"
+#include "support/factsof.h"
 #include "support/guisupport.h"
 #include "support/mediaprobe.h"
 #include "tasks/chainrun.h"
@@ -286,9 +286,7 @@ private slots:
         ConvertTaskParam *param = folder.convertParam(film, "mp4"_s);
         param->beauty =
             QSharedPointer<VideoBeautyParam>::create(with(&VideoBeautyParam::speed, speed));
-        MAMediaInfo reader(film, nullptr);
-        reader.start();
-        param->sourceInfo = reader.mediaInfo();
+        param->sourceInfo = factsOf(film);
         Watched<ComplexConvertTask> conversion(param);
         QCOMPARE(conversion.run(), MediaTask::FINISHED);
         const QString made = folder.result("mp4"_s);

@@ -2,8 +2,8 @@
 #include "MediaKits/FunctionPage/VideoCompress/compressarithmetic.h"
 #include "MediaKits/FunctionPage/VideoCompress/compresscontainer.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
-#include "MediaKits/MediaInfo/MAMediaInfo/mamediainfo.h"
 #include "MediaKits/MediaTasksManager/complexconverttask.h"
+#include "support/factsof.h"
 #include "support/mediaprobe.h"
 #include "tasks/chainrun.h"
 
@@ -47,13 +47,10 @@ private slots:
         makeClip(made, {1.0, 312, 232, 25, 2, sampleRate});
         const QString source = folder.path("film."_s + suffix);
         QVERIFY(QFile::rename(made, source));
-        MAMediaInfo reader(source, nullptr);
-        reader.start();
-        QVERIFY(reader.mediaInfo());
-
         const CompressContainer container = compressContainer(suffix);
         ConvertTaskParam *param = folder.convertParam(source, container.suffix);
-        param->sourceInfo = reader.mediaInfo();
+        param->sourceInfo = factsOf(source);
+        QVERIFY(param->sourceInfo);
         CompressSettingsParam settings;
         settings.rate = 0.5;
         auto wanted = encParamFor(settings, *param->sourceInfo);

@@ -6,10 +6,10 @@
 #include "MediaKits/FunctionPage/Framework/Editors/Cut/videocutdialog.h"
 #include "MediaKits/FunctionPage/VideoConvert/mediaconvertfunctionpage.h"
 #include "MediaKits/FunctionPage/VideoMerge/mediamergefunctionpage.h"
-#include "MediaKits/MediaInfo/MAMediaInfo/mamediainfo.h"
-#include "MediaKits/MediaInfo/mediainfodata.h"
+#include "MediaKits/MediaInfo/Facts/mediainfodata.h"
 #include "MediaKits/Player/csvideoplayer.h"
 #include "support/casename.h"
+#include "support/factsof.h"
 #include "support/pagetest.h"
 
 #include <QLineEdit>
@@ -120,10 +120,8 @@ private slots:
     {
         const QString wide = m_media.filePath("wide.mp4"_s);
         makeMedia("-i @ -c copy -aspect 16:9 @"_s, {m_film, wide});
-        MAMediaInfo reader(wide, nullptr);
-        reader.start();
         VideoCutDialog dialog;
-        dialog.showMedium(wide, *reader.mediaInfo());
+        dialog.showMedium(wide, *factsOf(wide));
         QCOMPARE(boxOf(dialog).size(), pictureSize);
         dialog.show();
         QTRY_VERIFY(frameOver());

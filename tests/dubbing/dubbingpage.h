@@ -3,6 +3,7 @@
 
 #include "controls/elidedlabel.h"
 #include "MediaKits/FunctionPage/VideoDubbing/mediadubbingfunctionpage.h"
+#include "MediaKits/MediaInfo/mediainfobase.h"
 #include "MediaKits/FunctionPage/VideoDubbing/musicentry.h"
 #include "support/pagetest.h"
 
@@ -35,6 +36,8 @@ inline void addMusic(const QWidget &dialog, const QString &file)
     FileChooser::setNextAnswer({file});
     press(dialog, "btnAddDubbing");
     QTRY_COMPARE(musics(dialog)->count(), before + 1);
+    // Until it has been read.
+    QTRY_VERIFY(dialog.findChildren<MediaInfoBase *>().isEmpty());
 }
 
 inline void pick(const QWidget &dialog, int row)

@@ -4,7 +4,7 @@
 #include "cut/cutfields.h"
 #include "MediaKits/AppInstance/LocalStore/appdirs.h"
 #include "MediaKits/FunctionPage/VideoGif/mutigifcutdialog.h"
-#include "MediaKits/MediaInfo/mediainfodata.h"
+#include "MediaKits/MediaInfo/Facts/mediainfodata.h"
 #include "MediaKits/Player/csvideoplayer.h"
 #include "support/casename.h"
 #include "support/pagetest.h"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MediaInfo/FFMediaInfo/ffprobejson.h"
+#include "MediaKits/MediaInfo/MAMediaInfo/readingprocess.h"
 #include "MediaKits/MediaInfo/mediainfo.h"
 #include "MediaKits/MediaInfo/shownpicture.h"
 
@@ -10,7 +11,11 @@
 
 #include <QtTest>
 
+#include <csignal>
 #include <memory>
+#include <vector>
+
+#include <sys/stat.h>
 
 namespace {
 
@@ -238,6 +243,45 @@ private slots:
         QVERIFY(usesFfprobe(byLibrary));
         QVERIFY(file.resize(limit - 1));
         QVERIFY(!usesFfprobe(byLibrary));
+    }
+
+    // The library crashes on one file and hangs on another; the reader is killed before.
+    void survivesTheLibrary()
+    {
+        for (const char *name : {"crash.avi", "hang.avi", "well.avi"})
+            QVERIFY(QFile::copy("both.avi"_s, QLatin1String(name)));
+        const pid_t reader = pid_t(ReadingProcess::instance().processId());
+        QVERIFY(reader > 0);
+        qputenv("LD_PRELOAD", SHAKY_LIBRARY);
+        ::kill(reader, SIGKILL);
+        std::vector<std::unique_ptr<MediaInfoBase>> readers;
+        QMap<QString, int> widths;
+        for (const char *name : {"crash.avi", "hang.avi", "well.avi"}) {
+            const QString path = QLatin1String(name) + QString();
+            readers.emplace_back(createMediaInfo(byLibrary, path, nullptr));
+            connect(readers.back().get(), &MediaInfoBase::got, this,
+                    [&widths, path, reader = readers.back().get()] {
+                        widths[path] = reader->mediaInfo()->video->width;
+                    });
+            readers.back()->start();
+        }
+        QTRY_COMPARE_WITH_TIMEOUT(widths.size(), 3, 30000);
+        QCOMPARE(widths.values(), QList<int>({320, 320, 320}));
+        qunsetenv("LD_PRELOAD");
+    }
+
+    // A list of a film's parts is read alone, not what it names.
+    void opensNoOtherFile()
+    {
+        QFile list("list.m3u8"_s);
+        QVERIFY(list.open(QIODevice::WriteOnly));
+        list.write("#EXTM3U\n#EXT-X-TARGETDURATION:3\n#EXTINF:3,\nboth.avi\n#EXT-X-ENDLIST\n");
+        list.close();
+        const Probe probe(byLibrary, list.fileName());
+        const auto info = probe.reader->mediaInfo();
+        QVERIFY(!info || !info->video);
+        QVERIFY(mkfifo("pipe.avi", 0600) == 0);
+        QCOMPARE(Probe(byLibrary, "pipe.avi"_s).signalled, QStringList{"error"_s});
     }
 
     void readsOddNameAndMayBeDeleted()

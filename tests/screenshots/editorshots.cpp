@@ -15,7 +15,7 @@
 #include "MediaKits/FunctionPage/VideoWatermark/mark.h"
 #include "MediaKits/FunctionPage/VideoWatermark/texteditdialog.h"
 #include "MediaKits/FunctionPage/VideoWatermark/videowatermarkdialog.h"
-#include "MediaKits/MediaInfo/mediainfodata.h"
+#include "MediaKits/MediaInfo/Facts/mediainfodata.h"
 #include "screenshots/stage.h"
 #include "support/guisupport.h"
 

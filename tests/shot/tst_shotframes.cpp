@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "controls/interceptslider.h"
 #include "MediaKits/FunctionPage/VideoShot/frameshotdialog.h"
-#include "MediaKits/MediaInfo/MAMediaInfo/mamediainfo.h"
 #include "MediaKits/MediaTasksManager/mutiimagetask.h"
 #include "MediaKits/Player/csvideoplayer.h"
+#include "support/factsof.h"
 #include "support/guisupport.h"
 #include "support/mediaprobe.h"
 #include "tasks/chainrun.h"
@@ -64,7 +64,7 @@ private slots:
                   "'if(bitand(N,pow(2,floor(X*9/W))),235,16)':cb=128:cr=128 "
                   "-f lavfi -i sine=d=8 %2 -pix_fmt yuv420p @"_s.arg(rate, options),
                   {film});
-        const auto info = readWithLibrary(film, ReadDepth::Headers);
+        const auto info = factsOf(film);
         QVERIFY(info && info->video);
         FrameShotDialog dialog;
         dialog.showSource(film, info);

@@ -75,12 +75,14 @@ public:
         press(*page, "btnAddFile");
     }
 
-    /// Adds files to an empty page and waits for their rows.
+    /// Adds files to an empty page and waits for their rows, until the files have been read.
     /// @param readyButton enabled in a row whose file has been read; null not to wait for that
     void addRows(const QStringList &files, const char *readyButton = nullptr)
     {
         add(files);
         QTRY_COMPARE(list()->count(), files.size());
+        for (int i = 0; row(0) && i < files.size(); ++i)
+            QTRY_VERIFY(!row(i)->task()->isHeld());
         for (int i = 0; readyButton && i < files.size(); ++i)
             QTRY_VERIFY(child(*rowWidget(i), readyButton) &&
                         child(*rowWidget(i), readyButton)->isEnabled());

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "MediaKits/MediaInfo/MAMediaInfo/mamediainfo.h"
 #include "MediaKits/MediaTasksManager/grouptaskfactory.h"
 #include "MediaKits/MediaTasksManager/mutiimagetask.h"
 #include "MediaKits/MediaTasksManager/shottask.h"
 #include "MediaKits/MediaTasksManager/videoimagepicktask.h"
 #include "support/casename.h"
+#include "support/factsof.h"
 #include "support/testfile.h"
 #include "tasks/chainrun.h"
 
@@ -113,6 +113,7 @@ private slots:
             const CaseName inCase(qPrintable(QString::number(double(scale))));
             QVariantMap map = wanted(m_folder->out, 1);
             map.insert("inputUrl"_s, film);
+            map.insert("sourceInfo"_s, QVariant::fromValue(factsOf(film)));
             map.insert("baseName"_s, QString::number(double(scale)));
             map.insert("images"_s, QVariantList{QVariantMap{{"pos"_s, 0}, {"scale"_s, scale}}});
             Watched<MutiImageTask> shots(new MutiImageTaskParam(map));
@@ -163,6 +164,7 @@ private slots:
         QVERIFY(QFile::copy(m_clip, film));
         QVariantMap map = wanted(m_folder->out, 5);
         map.insert("inputUrl"_s, film);
+        map.insert("sourceInfo"_s, QVariant::fromValue(factsOf(film)));
         map.insert("format"_s, "jpg"_s);
         QVariantList images = map.value("images"_s).toList();
         images[2] = QVariantMap{{"pos"_s, 1500}, {"scale"_s, 0.75F}};
@@ -204,6 +206,7 @@ private slots:
             QVERIFY(QFile::copy(m_clip, film));
             QVariantMap map = wanted(m_folder->out, 1);
             map.insert("inputUrl"_s, film);
+            map.insert("sourceInfo"_s, QVariant::fromValue(factsOf(film)));
             map.insert("baseName"_s, name);
             map.insert("columns"_s, 1);
             Watched<MutiImageTask> sheet(new MutiImageTaskParam(map));
@@ -222,8 +225,7 @@ private slots:
         map.insert("images"_s, images);
         map.insert("format"_s, "jpg"_s);
         map.insert("isPiiic"_s, true);
-        map.insert("sourceInfo"_s,
-                   QVariant::fromValue(readWithLibrary(m_clip, ReadDepth::Headers)));
+        map.insert("sourceInfo"_s, QVariant::fromValue(factsOf(m_clip)));
         Watched<MutiImageTask> shots(new MutiImageTaskParam(map));
         QCOMPARE(shots.run(), MediaTask::ERROR);
         QVERIFY2(shots.cause().contains("320x65760"_s), qPrintable(shots.cause()));
@@ -292,6 +294,7 @@ private slots:
         for (const char *format : {"png", "jpg", "bmp"}) {
             QVariantMap map = wanted(m_folder->out, 1);
             map.insert("inputUrl"_s, film);
+            map.insert("sourceInfo"_s, QVariant::fromValue(factsOf(film)));
             map.insert("format"_s, QLatin1String(format));
             Watched<MutiImageTask> shots(new MutiImageTaskParam(map));
             QVERIFY2(shots.run() == MediaTask::FINISHED, qPrintable(shots.cause()));
@@ -301,6 +304,7 @@ private slots:
         makePicture(mark, "0xa02828"_s, 40, 40);
         QVariantMap map = wanted(m_folder->out, 2);
         map.insert("inputUrl"_s, film);
+        map.insert("sourceInfo"_s, QVariant::fromValue(factsOf(film)));
         map.insert("isPiiic"_s, true);
         map.insert("watermark"_s, mark);
         Watched<MutiImageTask> stitched(new MutiImageTaskParam(map));

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "catalogue/encparamcatalog.h"
-#include "MediaKits/MediaInfo/MAMediaInfo/mamediainfo.h"
 #include "MediaKits/MediaTasksManager/concattask.h"
+#include "support/factsof.h"
 #include "support/mediaprobe.h"
 #include "tasks/chainrun.h"
 
@@ -129,9 +129,7 @@ ConcatTaskParam *TestMerging::wanted(const TestFolder &folder, const QString &fo
         const auto input = QSharedPointer<InputFileMediaParam>::create();
         input->file = media(partOf(letter).file);
         input->format = QFileInfo(input->file).suffix().toUpper();
-        MAMediaInfo reader(input->file, nullptr);
-        reader.start();
-        input->sourceInfo = reader.mediaInfo();
+        input->sourceInfo = factsOf(input->file);
         input->durationMs = int(input->sourceInfo->format->duration);
         param->files += input;
     }

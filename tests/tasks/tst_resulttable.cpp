@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "MediaKits/MediaInfo/MAMediaInfo/mamediainfo.h"
 #include "MediaKits/MediaTasksManager/complexconverttask.h"
 #include "support/casename.h"
+#include "support/factsof.h"
 #include "support/mediaprobe.h"
 #include "tasks/chainrun.h"
 #include "tasks/resultcase.h"
@@ -86,13 +86,6 @@ QSize shownSizeOf(const ProbedFile &file)
                                    ? aspect[0].toDouble() / aspect[1].toDouble()
                                    : 1.0;
     return {qRound(file.size().width() * pixelAspect), file.size().height()};
-}
-
-QSharedPointer<MediaInfoData> probed(const QString &path)
-{
-    MAMediaInfo reader(path, nullptr);
-    reader.start();
-    return reader.mediaInfo();
 }
 
 } // namespace
@@ -210,7 +203,7 @@ private:
     ConvertTaskParam *wanted(const ResultCase &row, const TestFolder &folder) const
     {
         ConvertTaskParam *param = folder.convertParam(sourceFile(row), row.suffix());
-        param->sourceInfo = probed(param->inputFile);
+        param->sourceInfo = factsOf(param->inputFile);
         param->durationMs = int(param->sourceInfo->format->duration);
         param->speed = 1;
         param->encParam.reset(new EncParam);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "MediaKits/MediaInfo/MAMediaInfo/mamediainfo.h"
 #include "MediaKits/MediaTasksManager/shottask.h"
 #include "MediaKits/MediaTasksManager/videoimagepicktask.h"
+#include "support/factsof.h"
 #include "support/testfile.h"
 #include "tasks/chainrun.h"
 
@@ -38,7 +38,7 @@ private slots:
             makeMedia(options.left(options.size() - 4), {film});
         const QString picture = folder.path("last.png"_s);
         ShotTask task({{"inputUrl"_s, film}, {"outputUrl"_s, picture}, {"pos"_s, 36'000'000}},
-                      readWithLibrary(film, ReadDepth::Headers));
+                      factsOf(film));
         task.start();
         QVERIFY(waitForEnd(task));
         QVERIFY2(task.state() == MediaTask::FINISHED, qPrintable(task.failure().cause));

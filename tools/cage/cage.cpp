@@ -165,6 +165,8 @@ bool confineFiles(const Needs &needs)
         rules.allow(path, readRights);
     for (const std::string &path : needs.writable)
         rules.allow(path, writeRights | truncateRight);
+    if (needs.program.empty())
+        return rules.enforce();
     const std::string loader = loaderOf(needs.program);
     if (loader.empty()) {
         // No program of this machine's usual kind, as a script is none: it may start what it likes.
@@ -247,6 +249,8 @@ bool confineCalls(const Needs &needs)
 // One from elsewhere has its libraries anywhere.
 bool isOfSystem(const std::string &program)
 {
+    if (program.empty())
+        return true;
     std::string path(PATH_MAX, '\0');
     if (realpath(program.c_str(), path.data()) == nullptr)
         return false;

@@ -10,7 +10,8 @@ namespace cage {
 /// fonts and libraries. All else has to be named.
 struct Needs
 {
-    /// The only one that may be started. Of one that isn't the system's own, no file is confined.
+    /// The only one that may be started; empty for none, in a process that goes on itself. Of one
+    /// that isn't the system's own, no file is confined.
     std::string program;
     std::vector<std::string> readable; ///< files, or folders with all below
     std::vector<std::string> writable; ///< folders with all below

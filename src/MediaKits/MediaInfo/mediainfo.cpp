@@ -23,9 +23,3 @@ MediaInfoBase *createMediaInfo(const QString &format, const QString &path, QObje
         return new MAMediaInfo(path, parent);
     return new FFMediaInfo(path, parent);
 }
-
-QSharedPointer<MediaInfoData> readInProcess(const QString &path)
-{
-    const bool isFast = isForLibrary(QFileInfo(path).suffix().toUpper(), path);
-    return isFast ? readWithLibrary(path, ReadDepth::Streams) : nullptr;
-}

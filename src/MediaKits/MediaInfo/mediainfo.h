@@ -8,7 +8,3 @@
 /// @param format upper-case suffix of the file
 /// @param parent owns the reader
 MediaInfoBase *createMediaInfo(const QString &format, const QString &path, QObject *parent);
-
-/// What the library finds in a file, within some milliseconds.
-/// @return null for a file that belongs to the other reader, or without media
-QSharedPointer<MediaInfoData> readInProcess(const QString &path);

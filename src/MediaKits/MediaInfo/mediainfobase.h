@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/MediaInfo/mediainfodata.h"
+#include "MediaKits/MediaInfo/Facts/mediainfodata.h"
 
 #include <QObject>
 
@@ -37,6 +37,3 @@ protected:
 private:
     QString m_path;
 };
-
-/// A new format record that carries the upper-cased suffix of a path.
-QSharedPointer<MediaFormatInfo> newFormatInfo(const QString &path);

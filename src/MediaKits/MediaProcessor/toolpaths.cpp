@@ -40,6 +40,12 @@ QString macPath()
     return path;
 }
 
+QString mediaReaderPath()
+{
+    static const QString path = beside("/module/mediainfo/mediareader");
+    return path;
+}
+
 QString mplayerPath()
 {
     static const QString path = beside("/module/mplayer/mplayer");

@@ -10,6 +10,7 @@ QString ffmpegPath();
 QString ffprobePath();
 QString kuxFfmpegPath();
 QString macPath();
+QString mediaReaderPath();
 QString mplayerPath();
 QString playerPath();
 QString toolPath();

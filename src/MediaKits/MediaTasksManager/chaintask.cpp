@@ -104,11 +104,11 @@ MediaTask *ChainTask::createStep(const QString &workDir)
 }
 
 MediaTask *ChainTask::moveStep(const QString &from, const QString &to,
-                               const MediaMoveTask::Check &check)
+                               const MediaMoveTask::Check &check, const QStringList &parts)
 {
     auto *step = new MediaMoveTask(QStringLiteral("MediaMoveTask"), QString());
     step->setParam(new MediaMoveTaskParam(from, to));
-    step->setCheck(check);
+    step->setCheck(check, parts);
     return step;
 }
 

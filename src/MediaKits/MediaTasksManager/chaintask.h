@@ -38,7 +38,7 @@ protected:
     // The steps around the work of every chain.
     static MediaTask *createStep(const QString &workDir);
     static MediaTask *moveStep(const QString &from, const QString &to,
-                               const MediaMoveTask::Check &check);
+                               const MediaMoveTask::Check &check, const QStringList &parts = {});
     static MediaTask *deleteStep(const QString &workDir);
 
     /// Why nothing can be put at this path, in words for the user; empty when nothing is known.

@@ -204,8 +204,8 @@ GroupMediaTask *ComplexConvertTask::buildGroup()
         result = ape;
     }
     const ExpectedResult expected = expectedResult(step);
-    const auto check = [expected, convert](const QString &path) {
-        return checkFile(expected, path, *convert);
+    const auto check = [expected, convert](const auto &read) {
+        return checkMade(expected, read.first().data(), *convert);
     };
     items.append({moveStep(result, finalPath(), check), folderWeight});
     items.append({deleteStep(workDir), folderWeight});

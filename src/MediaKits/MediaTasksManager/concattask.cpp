@@ -180,8 +180,8 @@ GroupMediaTask *ConcatTask::buildGroup()
     items.append({join, joinWeight});
 
     const QString result = addClosingStep(items, joined, joinWeight);
-    const auto check = [made, join](const QString &path) { return checkMerge(path, made, *join); };
-    items.append({moveStep(result, finalPath(), check), double(folderWeight)});
+    const auto check = [made, join](const auto &read) { return checkMerge(read, made, *join); };
+    items.append({moveStep(result, finalPath(), check, parts), double(folderWeight)});
     items.append({deleteStep(workDir), double(folderWeight)});
     return new GroupMediaTask(items, true);
 }

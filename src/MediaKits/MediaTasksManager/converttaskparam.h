@@ -2,7 +2,7 @@
 #pragma once
 
 #include "catalogue/encparam.h"
-#include "MediaKits/MediaInfo/mediainfodata.h"
+#include "MediaKits/MediaInfo/Facts/mediainfodata.h"
 #include "MediaKits/MediaTasksManager/mediaselection.h"
 #include "MediaKits/MediaTasksManager/mediataskparam.h"
 #include "MediaKits/MediaTasksManager/videobeautyparam.h"

@@ -45,21 +45,39 @@ private:
 
 void MediaMoveTask::stop()
 {
-    if (!m_copy)
-        SynchronousTask::stop();
-    else if (enter(STOPING))
-        m_copy->isCancelled = true;
+    if (m_copy) {
+        if (enter(STOPING))
+            m_copy->isCancelled = true;
+        return;
+    }
+    if (m_reading) {
+        m_reading->disconnect(this);
+        m_reading->deleteLater();
+    }
+    SynchronousTask::stop();
 }
 
 std::optional<TaskFailure> MediaMoveTask::perform()
 {
-    if (m_check) {
-        const ResultVerdict verdict = m_check(m_param->from);
-        if (!verdict.failure.isEmpty())
-            return TaskFailure{verdict.failure, verdict.report};
-        if (!verdict.remarks.isEmpty())
-            addRemarks({verdict.remarks, verdict.report});
-    }
+    if (!m_check)
+        return move();
+    m_reading = new HeadersReading(QStringList(m_param->from) + m_parts, this);
+    connect(m_reading, &HeadersReading::finished, this, [this](const auto &read) {
+        m_reading->deleteLater();
+        m_reading.clear();
+        endAfter([&] { return judge(read); });
+    });
+    m_reading->start();
+    return std::nullopt;
+}
+
+std::optional<TaskFailure> MediaMoveTask::judge(const QVector<QSharedPointer<MediaInfoData>> &read)
+{
+    const ResultVerdict verdict = m_check(read);
+    if (!verdict.failure.isEmpty())
+        return TaskFailure{verdict.failure, verdict.report};
+    if (!verdict.remarks.isEmpty())
+        addRemarks({verdict.remarks, verdict.report});
     return move();
 }
 
@@ -110,16 +128,11 @@ void MediaMoveTask::onCopied()
 {
     const std::shared_ptr<Copy> copy = std::move(m_copy);
     copy->wait();
-    const QPointer<MediaMoveTask> alive(this);
-    std::optional<TaskFailure> failure = TaskFailure();
-    if (copy->result == MoveResult::Moved)
-        failure = moved(copy->target);
-    else if (copy->isCancelled)
-        failure = TaskFailure();
-    else if (copy->result == MoveResult::NameTaken)
-        failure = move();
-    else
-        failure = cannotMove(copy->error);
-    if (alive && failure)
-        conclude(*failure);
+    endAfter([&]() -> std::optional<TaskFailure> {
+        if (copy->result == MoveResult::Moved)
+            return moved(copy->target);
+        if (copy->isCancelled)
+            return TaskFailure();
+        return copy->result == MoveResult::NameTaken ? move() : cannotMove(copy->error);
+    });
 }

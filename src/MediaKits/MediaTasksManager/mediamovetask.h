@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "MediaKits/MediaInfo/headersreading.h"
 #include "MediaKits/MediaTasksManager/paramtask.h"
 #include "MediaKits/MediaTasksManager/resultcheck.h"
 #include "MediaKits/MediaTasksManager/synchronoustask.h"
@@ -21,23 +22,28 @@ struct MediaMoveTaskParam : MediaTaskParam
 };
 
 /// Moves a finished file into place under a free name and tells the name by a custom message of
-/// type `OutputMoved`. It never replaces a file. Where a file system can't rename, the file is
-/// copied on a thread, and the task ends after its start. A file that can't be moved stays where it
+/// type `OutputMoved`. It never replaces a file. A check, and the copy on a thread where a file
+/// system can't rename, let the task end after its start. A file that can't be moved stays where it
 /// is, in a folder that is kept, and the failure says where.
 class MediaMoveTask : public ParamTask<MediaMoveTaskParam, SynchronousTask>
 {
     Q_OBJECT
 
 public:
-    /// Looks at the file that is to be moved.
-    using Check = std::function<ResultVerdict(const QString &path)>;
+    /// Judges by what was found in the file that is to be moved and, behind it, in its parts.
+    using Check = std::function<ResultVerdict(const QVector<QSharedPointer<MediaInfoData>> &read)>;
 
     using ParamTask::ParamTask;
 
     void stop() override;
 
     /// With a check, a file that fails it isn't moved, and what it remarks the task remarks.
-    void setCheck(const Check &check) { m_check = check; }
+    /// @param parts further files that it has to know
+    void setCheck(const Check &check, const QStringList &parts)
+    {
+        m_check = check;
+        m_parts = parts;
+    }
 
 protected:
     std::optional<TaskFailure> perform() override;
@@ -45,11 +51,14 @@ protected:
 private:
     class Copy;
 
+    std::optional<TaskFailure> judge(const QVector<QSharedPointer<MediaInfoData>> &read);
     std::optional<TaskFailure> move();
     TaskFailure moved(const QString &target);
     TaskFailure cannotMove(const QString &error) const;
     void onCopied();
 
     Check m_check;
+    QStringList m_parts;
+    QPointer<HeadersReading> m_reading;
     std::shared_ptr<Copy> m_copy; ///< null while nothing is copied
 };

@@ -26,6 +26,14 @@ MediaTask::~MediaTask()
     setState(DESTORIED);
 }
 
+std::shared_ptr<void> MediaTask::hold()
+{
+    std::shared_ptr<void> held = m_hold.lock();
+    if (!held)
+        m_hold = held = std::make_shared<char>();
+    return held;
+}
+
 MediaTasksManager *MediaTask::manager() const
 {
     return m_manager;

@@ -9,6 +9,8 @@
 #include <QStringList>
 #include <QVariant>
 
+#include <memory>
+
 class MediaTasksManager;
 
 /// Why a task ended in `ERROR`, for people.
@@ -91,6 +93,10 @@ public:
     /// A task that isn't enabled is refused by every manager.
     bool isEnabled() const { return m_enabled; }
     void setEnabled(bool enabled) { m_enabled = enabled; }
+    /// While the returned object lives, every manager lets the task wait, since it has yet to be
+    /// told something.
+    std::shared_ptr<void> hold();
+    bool isHeld() const { return !m_hold.expired(); }
     QString name() const { return m_name; }
     QString groupId() const { return m_groupId; }
     void setGroupId(const QString &groupId) { m_groupId = groupId; }
@@ -147,6 +153,7 @@ private:
     State allowedState(State wanted) const;
 
     bool m_enabled = true;
+    std::weak_ptr<void> m_hold;
     QString m_name;
     QString m_groupId;
     State m_state = UNSTARTED;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MediaTasksManager/mediatasksmanager.h"
 
+#include <algorithm>
+
 namespace {
 
 // Such a task was resumed on its own while it waited here; it only takes its place.
@@ -49,9 +51,12 @@ bool MediaTasksManager::removeTask(MediaTask *task)
 
 void MediaTasksManager::dispatch()
 {
-    if (m_queue.isEmpty() || m_running >= m_maxRunning)
+    const auto next = std::find_if(m_queue.begin(), m_queue.end(),
+                                   [](const MediaTask *task) { return !task->isHeld(); });
+    if (next == m_queue.end() || m_running >= m_maxRunning)
         return;
-    MediaTask *task = m_queue.takeFirst();
+    MediaTask *task = *next;
+    m_queue.erase(next);
     ++m_running;
     disconnect(task, &MediaTask::taskStateChanged, this, nullptr);
     connect(

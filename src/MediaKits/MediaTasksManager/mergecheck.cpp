@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MediaTasksManager/mergecheck.h"
 
-#include "MediaKits/MediaInfo/MAMediaInfo/mamediainfo.h"
 #include "MediaKits/MediaTasksManager/ffmpegtask.h"
 
 #include <QCoreApplication>
@@ -39,15 +38,16 @@ QStringList partRemarks(const MergePart &part, const ResultVerdict &verdict)
 
 } // namespace
 
-ResultVerdict checkMerge(const QString &path, const QVector<MergePart> &parts,
-                         const FFmpegTask &join)
+ResultVerdict checkMerge(const QVector<QSharedPointer<MediaInfoData>> &read,
+                         const QVector<MergePart> &parts, const FFmpegTask &join)
 {
     QStringList remarks;
     QStringList report = join.report();
     ExpectedResult whole = together(parts);
     bool areTimesKnown = true;
-    for (const MergePart &part : parts) {
-        const auto made = readWithLibrary(part.file, ReadDepth::Headers);
+    for (int i = 0; i < parts.size(); ++i) {
+        const MergePart &part = parts[i];
+        const auto made = read[i + 1];
         const ResultVerdict verdict = checkMade(part.expected, made.data(), *part.maker);
         const QStringList own = partRemarks(part, verdict);
         if (!own.isEmpty())
@@ -60,7 +60,7 @@ ResultVerdict checkMerge(const QString &path, const QVector<MergePart> &parts,
     if (!areTimesKnown)
         whole.lengthMs = 0;
     whole.measure = tr("各部分之和");
-    const auto result = readWithLibrary(path, ReadDepth::Headers);
+    const auto result = read.first();
     FFmpegAccount account = join.account();
     // Players go by a header that tells a length, whatever was copied behind it.
     if (result && result->content.toldMs > 0)

@@ -17,5 +17,6 @@ struct MergePart
 };
 
 /// Looks at each part of a merge, and whether all of them are in the result.
-ResultVerdict checkMerge(const QString &path, const QVector<MergePart> &parts,
-                         const FFmpegTask &join);
+/// @param read what was found in the result and, behind it, in each part
+ResultVerdict checkMerge(const QVector<QSharedPointer<MediaInfoData>> &read,
+                         const QVector<MergePart> &parts, const FFmpegTask &join);

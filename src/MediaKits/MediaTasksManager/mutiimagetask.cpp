@@ -2,8 +2,6 @@
 #include "MediaKits/MediaTasksManager/mutiimagetask.h"
 
 #include "MediaKits/MediaFormats/mediatexts.h"
-#include "MediaKits/MediaInfo/MAMediaInfo/mamediainfo.h"
-#include "MediaKits/MediaInfo/mediainfo.h"
 #include "MediaKits/MediaTasksManager/ffmpegextask.h"
 #include "MediaKits/MediaTasksManager/inputcheck.h"
 #include "MediaKits/MediaTasksManager/shottask.h"
@@ -64,11 +62,11 @@ QVariantMap wholeShot(QVariantMap moment, const QVariantMap &common)
 }
 
 // A picture is looked at for its being there, and for nothing else.
-ResultVerdict checkPicture(const QString &path)
+ResultVerdict checkPicture(const QVector<QSharedPointer<MediaInfoData>> &read)
 {
     ExpectedResult picture;
     picture.hasPicture = true;
-    return checkResult(picture, readWithLibrary(path, ReadDepth::Headers).data(), {});
+    return checkResult(picture, read.first().data(), {});
 }
 
 } // namespace
@@ -220,8 +218,6 @@ GroupMediaTask *MutiImageTask::buildGroup()
 {
     m_aliases.clear();
     m_source = m_param->map.value(QStringLiteral("sourceInfo")).value<Info>();
-    if (!m_source)
-        m_source = readInProcess(text("inputUrl"));
     const QString tempDir = newWorkDir(text("outputDir"));
     QVector<TaskItem> items;
     items.append({createStep(tempDir), stepWeight});

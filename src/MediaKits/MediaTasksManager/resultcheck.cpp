@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MediaTasksManager/resultcheck.h"
 
-#include "MediaKits/MediaInfo/MAMediaInfo/mamediainfo.h"
 #include "MediaKits/MediaTasksManager/ffmpegtask.h"
 
 #include <QCoreApplication>
@@ -168,10 +167,4 @@ ResultVerdict checkMade(const ExpectedResult &expected, const MediaInfoData *res
     ResultVerdict verdict = checkResult(confirmed(expected, account), result, account);
     verdict.report = maker.report();
     return verdict;
-}
-
-ResultVerdict checkFile(const ExpectedResult &expected, const QString &path,
-                        const FFmpegTask &maker)
-{
-    return checkMade(expected, readWithLibrary(path, ReadDepth::Headers).data(), maker);
 }

@@ -22,7 +22,3 @@ ResultVerdict checkResult(const ExpectedResult &expected, const MediaInfoData *r
 /// The same with the account of a task that has ended; expects only what the account confirms.
 ResultVerdict checkMade(const ExpectedResult &expected, const MediaInfoData *result,
                         const FFmpegTask &maker);
-
-/// The same for a file that is still to be probed, which takes some milliseconds.
-ResultVerdict checkFile(const ExpectedResult &expected, const QString &path,
-                        const FFmpegTask &maker);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/MediaInfo/mediainfodata.h"
+#include "MediaKits/MediaInfo/Facts/mediainfodata.h"
 
 /// The environment variable in which the launcher of ffmpeg is told of the source. The command text
 /// says what is wanted; what that takes depends on the source.

@@ -5,8 +5,14 @@ void SynchronousTask::run()
 {
     if (!enter(START) || !enter(RUNNING))
         return;
+    endAfter([this] { return perform(); });
+}
+
+// A listener to what the work tells may delete the task.
+void SynchronousTask::endAfter(const std::function<std::optional<TaskFailure>()> &work)
+{
     const QPointer<SynchronousTask> alive(this);
-    const std::optional<TaskFailure> failure = perform();
+    const std::optional<TaskFailure> failure = work();
     if (alive && failure)
         conclude(*failure);
 }

@@ -3,9 +3,10 @@
 
 #include "MediaKits/MediaTasksManager/mediatask.h"
 
+#include <functional>
 #include <optional>
 
-/// Base of the small tasks that do their work inside `start`; they can't be paused.
+/// Base of the small tasks, most of which do their work inside `start`; they can't be paused.
 class SynchronousTask : public MediaTask
 {
     Q_OBJECT
@@ -20,8 +21,11 @@ public:
 protected:
     void run();
     /// Does the work.
-    /// @return with an empty cause after success; nothing when `conclude` will be called later
+    /// @return with an empty cause after success; nothing when `endAfter` will be called later
     virtual std::optional<TaskFailure> perform() = 0;
-    /// Ends the task.
+    /// Goes on with the work, and ends the task unless `work` returns nothing.
+    void endAfter(const std::function<std::optional<TaskFailure>()> &work);
+
+private:
     void conclude(const TaskFailure &failure);
 };

@@ -4,7 +4,7 @@
 #include "controls/interceptslider.h"
 #include "MediaKits/FunctionPage/VideoBeautify/beautypreview.h"
 #include "MediaKits/FunctionPage/VideoBeautify/filteritemwidget.h"
-#include "MediaKits/MediaInfo/mediainfodata.h"
+#include "MediaKits/MediaInfo/Facts/mediainfodata.h"
 #include "MediaKits/MediaInfo/shownpicture.h"
 #include "MediaKits/MediaTasksManager/readylook.h"
 #include "MediaKits/Player/csvideoplayer.h"

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "MediaKits/FunctionPage/VideoCompress/compresssettingsparam.h"
-#include "MediaKits/MediaInfo/mediainfodata.h"
+#include "MediaKits/MediaInfo/Facts/mediainfodata.h"
 
 /// Records that `makeEncParam` adds, to be summed.
 enum EncParamPart { VideoPart = 1, AudioPart = 2 };

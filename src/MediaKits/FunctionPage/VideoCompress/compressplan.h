@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/MediaInfo/mediainfodata.h"
+#include "MediaKits/MediaInfo/Facts/mediainfodata.h"
 
 /// What a conversion into a file of a wanted size is told, and what comes out of it. Sound and
 /// container have their share of the size; what is left is the picture's.

@@ -3,7 +3,7 @@
 
 #include "controls/dialogframe.h"
 #include "MediaKits/FunctionPage/VideoCompress/compresssettingsparam.h"
-#include "MediaKits/MediaInfo/mediainfodata.h"
+#include "MediaKits/MediaInfo/Facts/mediainfodata.h"
 
 #include <memory>
 

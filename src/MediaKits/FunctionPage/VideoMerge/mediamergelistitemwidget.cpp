@@ -21,11 +21,10 @@ QSharedPointer<InputFileMediaParam> MediaMergeListItemWidget::inputOf(const RowI
 
 void MediaMergeListItemWidget::watchTask()
 {
-    const auto task = item().data(MergeTaskRole).value<QSharedPointer<MediaTask>>();
-    connect(task.data(), &MediaTask::taskOperateChanged, this,
-            &MediaMergeListItemWidget::showOperate);
-    connect(task.data(), &MediaTask::taskProgress, this, &MediaMergeListItemWidget::showProgress);
-    connect(task.data(), &MediaTask::taskStateChanged, this, [this](MediaTask::State state) {
+    const MediaTask *task = usingTask();
+    connect(task, &MediaTask::taskOperateChanged, this, &MediaMergeListItemWidget::showOperate);
+    connect(task, &MediaTask::taskProgress, this, &MediaMergeListItemWidget::showProgress);
+    connect(task, &MediaTask::taskStateChanged, this, [this](MediaTask::State state) {
         if (state == MediaTask::START)
             showBegun();
         else if (MediaTask::isFinal(state))
@@ -36,6 +35,11 @@ void MediaMergeListItemWidget::watchTask()
         showBegun();
     else if (task->manager())
         showOperate(MediaTask::OperateQueued);
+}
+
+MediaTask *MediaMergeListItemWidget::usingTask() const
+{
+    return item().data(MergeTaskRole).value<QSharedPointer<MediaTask>>().data();
 }
 
 QWidget *MediaMergeListItemWidget::moveButton(ItemOperate operate) const

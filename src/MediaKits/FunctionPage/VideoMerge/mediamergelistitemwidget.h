@@ -51,6 +51,7 @@ signals:
 
 protected:
     RowForm *createForm() override;
+    MediaTask *usingTask() const override;
     void keepSource(const QSharedPointer<MediaInfoData> &info) override;
     void onSourceProbed(const MediaInfoData &info) override;
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "MediaKits/AppInstance/LocalStore/workfolder.h"
-#include "MediaKits/MediaInfo/mediainfodata.h"
+#include "MediaKits/MediaInfo/Facts/mediainfodata.h"
 #include "MediaKits/MediaTasksManager/mediatasksmanager.h"
 
 #include <QPointer>

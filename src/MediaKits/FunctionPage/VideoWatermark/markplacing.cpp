@@ -2,7 +2,7 @@
 #include "MediaKits/FunctionPage/VideoWatermark/markplacing.h"
 
 #include "MediaKits/FunctionPage/VideoWatermark/mark.h"
-#include "MediaKits/MediaInfo/mediainfodata.h"
+#include "MediaKits/MediaInfo/Facts/mediainfodata.h"
 #include "MediaKits/MediaInfo/shownpicture.h"
 #include "platform/lettering.h"
 

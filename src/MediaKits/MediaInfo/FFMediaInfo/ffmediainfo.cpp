@@ -3,6 +3,7 @@
 
 #include "MediaKits/Logger/logger.h"
 #include "MediaKits/MediaFormats/toolquoting.h"
+#include "MediaKits/MediaInfo/Facts/factsstream.h"
 #include "MediaKits/MediaInfo/FFMediaInfo/ffprobejson.h"
 
 #include <QJsonDocument>

@@ -1,102 +1,50 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MediaInfo/MAMediaInfo/mamediainfo.h"
 
-#include "MediaKits/MediaInfo/MAMediaInfo/colournames.h"
-#include "MediaKits/MediaInfo/MAMediaInfo/contentreader.h"
-#include "MediaKits/MediaInfo/MAMediaInfo/openedfile.h"
+#include "MediaKits/Logger/logger.h"
+#include "MediaKits/MediaInfo/FFMediaInfo/ffmediainfo.h"
+#include "MediaKits/MediaInfo/MAMediaInfo/readingprocess.h"
 
-namespace {
-
-constexpr MediaInfo_stream_C general = OpenedFile::general;
-constexpr MediaInfo_stream_C picture = OpenedFile::picture;
-constexpr MediaInfo_stream_C sound = OpenedFile::sound;
-
-QSharedPointer<AEncParam> readAudio(const OpenedFile &file, int stream)
+MAMediaInfo::MAMediaInfo(const QString &path, QObject *parent, ReadDepth depth)
+    : MediaInfoBase(path, parent), m_depth(depth)
 {
-    auto audio = QSharedPointer<AEncParam>::create();
-    audio->fourCC = file.text(sound, stream, L"Format");
-    audio->channel = file.number(sound, stream, L"Channel(s)");
-    audio->sampleRate = file.number(sound, stream, L"SamplingRate");
-    audio->bitrate = file.number(sound, stream, L"BitRate") / 1000;
-    return audio;
-}
-
-QSharedPointer<VEncParam> readVideo(const OpenedFile &file)
-{
-    auto video = QSharedPointer<VEncParam>::create();
-    video->fourCC = file.text(picture, 0, L"Format");
-    video->bitrate = file.number(picture, 0, L"BitRate") / 1000;
-    video->frameRate = file.text(picture, 0, L"FrameRate").toDouble();
-    video->width = file.number(picture, 0, L"Width");
-    video->height = file.number(picture, 0, L"Height");
-    video->rotate = file.text(picture, 0, L"Rotation").toDouble();
-    const double pixelAspect = file.text(picture, 0, L"PixelAspectRatio").toDouble();
-    if (pixelAspect > 0)
-        video->pixelAspect = pixelAspect;
-    return video;
-}
-
-PictureColours readColours(const OpenedFile &file)
-{
-    const auto named = [&file](const wchar_t *parameter) {
-        return ffmpegColourName(file.text(picture, 0, parameter));
-    };
-    PictureColours colours;
-    colours.transfer = named(L"transfer_characteristics");
-    colours.primaries = named(L"colour_primaries");
-    colours.matrix = named(L"matrix_coefficients");
-    if (file.text(picture, 0, L"ColorSpace").startsWith(QLatin1String("RGB"))) {
-        colours.matrix = QStringLiteral("gbr");
-    } else if (file.text(picture, 0, L"Format") == QLatin1String("JPEG")) {
-        // By definition, which the library leaves unsaid.
-        colours.matrix = QStringLiteral("bt470bg");
-    }
-    return colours;
-}
-
-// Songs may also tell a picture's address; that is no picture.
-bool hasCover(const OpenedFile &file)
-{
-    const QString mime = file.text(general, 0, L"Cover_Mime");
-    return file.text(general, 0, L"Cover") == QLatin1String("Yes") &&
-           (mime.isEmpty() || mime.startsWith(QLatin1String("image/"), Qt::CaseInsensitive));
-}
-
-} // namespace
-
-QSharedPointer<MediaInfoData> readWithLibrary(const QString &path, ReadDepth depth)
-{
-    const OpenedFile file(path, depth == ReadDepth::Headers);
-    auto data = QSharedPointer<MediaInfoData>::create();
-    data->format = newFormatInfo(path);
-    data->format->fileSize = file.wholeNumber(general, 0, L"FileSize");
-    data->format->duration = file.wholeNumber(general, 0, L"Duration");
-    data->format->streamCount = file.number(general, 0, L"StreamCount");
-    if (data->format->streamCount < 1)
-        return {};
-    const int audioCount = file.number(sound, 0, L"StreamCount");
-    for (int stream = 0; stream < audioCount; ++stream)
-        data->audios.append(readAudio(file, stream));
-    if (file.number(picture, 0, L"StreamCount") > 0) {
-        data->video = readVideo(file);
-        data->colours = readColours(file);
-    }
-    data->hasCover = hasCover(file);
-    data->content = readContent(file, path, *data->format);
-    return data;
 }
 
 void MAMediaInfo::start()
 {
+    ReadingProcess::instance().read({path(), m_depth}, this,
+                                    [this](const ReadAnswer &answer) { take(answer); });
+}
+
+void MAMediaInfo::take(const ReadAnswer &answer)
+{
     m_mediaKind = NothingUsable;
-    const auto data = readWithLibrary(path(), ReadDepth::Streams);
-    if (!data) {
+    if (answer.outcome == ReadOutcome::Failed) {
+        askOther();
+        return;
+    }
+    if (!answer.info) {
         emit error();
         return;
     }
-    m_data = data;
-    const MediaKind withoutVideo = data->audios.isEmpty() ? NothingUsable : AudioOnly;
-    m_mediaKind = data->video ? HasVideo : withoutVideo;
+    const MediaKind withoutVideo = answer.info->audios.isEmpty() ? NothingUsable : AudioOnly;
+    succeed(answer.info, answer.info->video ? HasVideo : withoutVideo);
+}
+
+void MAMediaInfo::askOther()
+{
+    CLOG(WARNING, "default") << "the media library could not read " << path();
+    auto *other = new FFMediaInfo(path(), this);
+    connect(other, &MediaInfoBase::error, this, &MediaInfoBase::error);
+    connect(other, &MediaInfoBase::got, this,
+            [this, other] { succeed(other->mediaInfo(), other->mediaKind()); });
+    other->start();
+}
+
+void MAMediaInfo::succeed(const QSharedPointer<MediaInfoData> &info, int kind)
+{
+    m_data = info;
+    m_mediaKind = kind;
     emit got();
     emit finish();
 }

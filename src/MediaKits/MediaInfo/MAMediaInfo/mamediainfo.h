@@ -1,27 +1,25 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "MediaKits/MediaInfo/Facts/factsstream.h"
 #include "MediaKits/MediaInfo/mediainfobase.h"
 
-/// Reads a file's facts in process through the MediaInfo library. `start` blocks while the library
-/// opens the file, some milliseconds, and all signals have come when it returns. A file without
-/// media gives `error` alone.
+/// Reads a file's facts through the MediaInfo library, in a process that serves many files: the
+/// library hangs on a few damaged ones. Such a file is left to ffprobe. A file without media gives
+/// `error` alone.
 class MAMediaInfo : public MediaInfoBase
 {
     Q_OBJECT
 
 public:
-    using MediaInfoBase::MediaInfoBase;
+    MAMediaInfo(const QString &path, QObject *parent, ReadDepth depth = ReadDepth::Streams);
 
     void start() override;
-};
 
-/// How far the library looks into a file.
-enum class ReadDepth {
-    Streams,
-    Headers, ///< enough for what containers tell; some codecs' own facts stay unknown
-};
+private:
+    void take(const ReadAnswer &answer);
+    void askOther();
+    void succeed(const QSharedPointer<MediaInfoData> &info, int kind);
 
-/// Reads a file in process, which takes some milliseconds.
-/// @return null for a file without media
-QSharedPointer<MediaInfoData> readWithLibrary(const QString &path, ReadDepth depth);
+    ReadDepth m_depth;
+};

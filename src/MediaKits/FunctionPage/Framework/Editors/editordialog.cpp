@@ -5,7 +5,7 @@
 #include "controls/titlebar.h"
 #include "MediaKits/FunctionPage/Framework/Dialogs/mediamessagebox.h"
 #include "MediaKits/MediaFormats/mediatexts.h"
-#include "MediaKits/MediaInfo/mediainfodata.h"
+#include "MediaKits/MediaInfo/Facts/mediainfodata.h"
 #include "MediaKits/MediaInfo/shownpicture.h"
 #include "MediaKits/Player/volumedialog.h"
 #include "ui_editordialog.h"

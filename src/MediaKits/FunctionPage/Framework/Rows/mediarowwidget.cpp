@@ -186,22 +186,25 @@ void MediaRowWidget::probe(const QString &path,
                            const std::function<void(const MediaInfoData &)> &take)
 {
     MediaInfoBase *reader = createReader(path);
-    const auto miss = [this, reader, path] {
-        if (path == sourcePath()) {
+    const bool isSource = path == sourcePath();
+    // Goes with the reader, in whatever way that goes.
+    const auto held = isSource && usingTask() ? usingTask()->hold() : nullptr;
+    const auto miss = [this, reader, isSource] {
+        if (isSource) {
             missSource();
             requestFirstPicture();
         }
         reader->deleteLater();
     };
     connect(reader, &MediaInfoBase::error, this, miss);
-    connect(reader, &MediaInfoBase::got, this, [this, reader, path, take, miss] {
+    connect(reader, &MediaInfoBase::got, this, [this, reader, isSource, take, miss, held] {
         const auto info = reader->mediaInfo();
-        const bool accepted = path != sourcePath() || acceptsSource(*reader);
+        const bool accepted = !isSource || acceptsSource(*reader);
         if (m_item.isNull() || !accepted || !info || !info->format) {
             miss();
             return;
         }
-        if (path == sourcePath()) {
+        if (isSource) {
             m_item.setData(MediaInfoRole, QVariant::fromValue(info));
             keepSource(info);
             requestFirstPicture();

@@ -63,6 +63,8 @@ protected:
     void requestPicture(int atMs);
     /// Takes what the item already has of both.
     void adoptKnown();
+    /// The task that has to be told of the source before it begins, null for none.
+    virtual MediaTask *usingTask() const { return nullptr; }
     /// The source turned out to be none that can be used.
     virtual void missSource() {}
     /// Whether the source may be taken as its probe found it.

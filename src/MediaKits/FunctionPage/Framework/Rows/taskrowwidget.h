@@ -98,6 +98,7 @@ protected:
 
     const TaskRowForm::Kind &formKind() const { return m_kind.form; }
     RowForm *createForm() override;
+    MediaTask *usingTask() const override { return task(); }
     /// To be called by overrides.
     void keepSource(const QSharedPointer<MediaInfoData> &info) override;
     bool acceptsSource(const MediaInfoBase &reader) override;

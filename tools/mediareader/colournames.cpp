@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "MediaKits/MediaInfo/MAMediaInfo/colournames.h"
+#include "mediareader/colournames.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "MediaKits/MediaInfo/containerend.h"
+#include "mediareader/containerend.h"
 
 #include <QFile>
 #include <QtEndian>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "MediaKits/MediaInfo/MAMediaInfo/contentreader.h"
+#include "mediareader/contentreader.h"
 
-#include "MediaKits/MediaInfo/containerend.h"
-#include "MediaKits/MediaInfo/MAMediaInfo/openedfile.h"
+#include "mediareader/containerend.h"
+#include "mediareader/openedfile.h"
 
 #include <QStringList>
 
