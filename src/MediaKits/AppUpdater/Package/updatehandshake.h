@@ -17,3 +17,5 @@ QString updateWorkFolder(const QString &installFolder);
 inline constexpr char updateStartedVariable[] = "MORVANE_UPDATE_STARTED";
 /// Environment of a program whose update failed: the reason, for the user.
 inline constexpr char updateFailedVariable[] = "MORVANE_UPDATE_FAILED";
+/// Environment of the same, set when the package itself is to blame: it would fail again.
+inline constexpr char updateUnfitVariable[] = "MORVANE_UPDATE_UNFIT";
