@@ -37,6 +37,7 @@ private slots:
     void downloadsThatFail();
     void redirects();
     void confirmsStart();
+    void trialThatNobodyWatched();
 
 private:
     void runToIdle(AppUpdater &updater) const;
@@ -410,6 +411,33 @@ void TestAppUpdater::confirmsStart()
     QVERIFY(!qEnvironmentVariableIsSet(updateStartedVariable));
     QCOMPARE(updater.confirmStart(), QString());
     QTRY_VERIFY(!QFile::exists(work));
+}
+
+// The second start of a new program whose first one came to nothing has the old one put back.
+void TestAppUpdater::trialThatNobodyWatched()
+{
+    const QString folder = m_standIn->settings({}).installFolder();
+    const auto starts = [&] { return AppUpdater(m_standIn->settings({})).run(); };
+    const auto beginTrial = [&] {
+        writeTestFile(updateTrialNote(folder), {});
+        writeTestFile(updateOtherFolder(folder) + "/morvane"_s);
+        QVERIFY(!starts());
+    };
+    beginTrial();
+    AppUpdater(m_standIn->settings({})).confirmStart();
+    QVERIFY(!starts() && !starts());
+    QTRY_VERIFY(!QFile::exists(updateWorkFolder(folder)));
+    beginTrial();
+    {
+        const DirectoryLock installing = tryNamedLock(updateLockName(appCode()));
+        QVERIFY(!starts());
+    }
+    qputenv(updateFailedVariable, "x");
+    QVERIFY(!starts());
+    qunsetenv(updateFailedVariable);
+    QVERIFY(!m_standIn->wasStarted());
+    QVERIFY(starts());
+    QVERIFY(!m_standIn->told().isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestAppUpdater)

@@ -6,6 +6,7 @@
 #include "MediaKits/AppUpdater/Package/updatekey.h"
 #include "MediaKits/AppUpdater/Package/updatepackage.h"
 #include "platform/exchange.h"
+#include "platform/ownfolder.h"
 #include "updater/texts.h"
 #include "updater/unpack.h"
 
@@ -21,6 +22,7 @@ namespace {
 // What the installer or the user wrote stands, also when a package has a file of that name.
 const QString settingsName = QStringLiteral("main.ini");
 constexpr mode_t onlyOwner = 0700;
+constexpr mode_t everyone = 0777;
 
 bool isThere(const QFileInfo &entry)
 {
@@ -42,6 +44,13 @@ bool bringFile(const QString &from, const QString &to)
            QFile::copy(from, to);
 }
 
+bool takeMode(const QString &from, const QString &to)
+{
+    struct stat old = {};
+    return ::stat(QFile::encodeName(from).constData(), &old) == 0 &&
+           ::chmod(QFile::encodeName(to).constData(), old.st_mode & everyone) == 0;
+}
+
 bool bringMissing(const QString &from, const QString &to)
 {
     const QFileInfoList entries = QDir(from).entryInfoList(QDir::AllEntries | QDir::Hidden |
@@ -52,8 +61,10 @@ bool bringMissing(const QString &from, const QString &to)
         const QFileInfo there(place);
         const bool isFolder = entry.isDir() && !entry.isSymLink();
         bool done = true;
-        if (isFolder && (!isThere(there) || (there.isDir() && !there.isSymLink())))
-            done = QDir().mkpath(place) && bringMissing(path, place);
+        if (isFolder && !isThere(there))
+            done = QDir().mkpath(place) && bringMissing(path, place) && takeMode(path, place);
+        else if (isFolder && there.isDir() && !there.isSymLink())
+            done = bringMissing(path, place);
         else if (isThere(there))
             continue;
         else if (entry.isSymLink())
@@ -81,41 +92,43 @@ Installation::Installation(const QString &folder)
 
 QString Installation::prepare(const QString &package, const QString &program)
 {
-    QString error = checkPlace();
-    if (!error.isEmpty())
-        return error;
+    if (!isOwnFolder(m_folder))
+        return Texts::tr("没有权限更改：") + m_folder;
     // Of an update that was killed.
-    tidy();
+    keep();
     if (::mkdir(QFile::encodeName(m_work).constData(), onlyOwner) != 0)
         return Texts::tr("无法创建文件夹：") + m_work;
-    error = unpack(package);
-    const QString programs[] = {newFolder() + program.mid(m_folder.size()),
-                                newFolder() + QLatin1String("/updater")};
-    for (const QString &path : programs) {
-        if (error.isEmpty() && !isProgram(path))
-            error = Texts::tr("升级包缺少程序：") + path;
-    }
-    if (error.isEmpty()) {
-        if (QFile::exists(m_folder + QLatin1Char('/') + settingsName))
-            QFile::remove(newFolder() + QLatin1Char('/') + settingsName);
-        if (!bringMissing(m_folder, newFolder()) || !flushFileSystem(m_work))
-            error = Texts::tr("无法写入：") + m_work;
-    }
+    QString error = unpack(package);
+    if (error.isEmpty())
+        error = checkPrograms(program);
+    if (error.isEmpty())
+        error = bringOld();
     if (!error.isEmpty())
         tidy();
     return error;
 }
 
-// One that belongs to the system, to another user or behind a link is somebody else's business.
-QString Installation::checkPlace() const
+QString Installation::checkPrograms(const QString &program)
 {
-    const QFileInfo folder(m_folder);
-    const QFileInfo parent(folder.absolutePath());
-    if (!folder.isDir() || folder.canonicalFilePath() != m_folder)
-        return Texts::tr("不是安装文件夹：") + m_folder;
-    if (!folder.isWritable() || !parent.isWritable() || folder.ownerId() != ::geteuid())
-        return Texts::tr("没有权限更改：") + m_folder;
+    const QString programs[] = {newFolder() + program.mid(m_folder.size()),
+                                newFolder() + QLatin1String("/updater")};
+    for (const QString &path : programs) {
+        m_isPackageUnfit = !isProgram(path);
+        if (m_isPackageUnfit)
+            return Texts::tr("升级包缺少程序：") + path;
+    }
     return {};
+}
+
+QString Installation::bringOld() const
+{
+    if (QFile::exists(m_folder + QLatin1Char('/') + settingsName))
+        QFile::remove(newFolder() + QLatin1Char('/') + settingsName);
+    const bool isBrought = bringMissing(m_folder, newFolder()) && takeMode(m_folder, newFolder());
+    QFile note(updateTrialNote(newFolder()));
+    if (isBrought && note.open(QIODevice::WriteOnly) && flushFileSystem(m_work))
+        return {};
+    return Texts::tr("无法写入：") + m_work;
 }
 
 QString Installation::unpack(const QString &package)
@@ -129,7 +142,7 @@ QString Installation::unpack(const QString &package)
     if (!QDir().mkpath(newFolder()) || !file.seek(accepted.contentAt))
         return Texts::tr("无法创建文件夹：") + newFolder();
     QString error;
-    unpackArchive(file, newFolder(), error);
+    m_isPackageUnfit = unpackArchive(file, newFolder(), error) == Unpacked::Unfit;
     return error;
 }
 
@@ -140,6 +153,17 @@ QString Installation::exchange()
         return m_folder + QLatin1String(": ") + error;
     flushFileSystem(m_work);
     return {};
+}
+
+bool Installation::isOnTrial() const
+{
+    return isUpdateOnTrial(m_folder);
+}
+
+void Installation::keep()
+{
+    QFile::remove(updateTrialNote(m_folder));
+    tidy();
 }
 
 void Installation::tidy()
@@ -153,7 +177,7 @@ void Installation::tidy()
 
 QString Installation::newFolder() const
 {
-    return m_work + QLatin1String("/other");
+    return updateOtherFolder(m_folder);
 }
 
 QString Installation::startedMark() const

@@ -80,9 +80,13 @@ bool AppUpdater::run()
             CLOG(INFO, "default") << "此安装由系统的软件包管理器升级，不检查新版本";
         return false;
     }
+    // Unless the one that installs says so itself, and has failed to take it back.
+    const bool failedBefore = beginUpdateTrial(m_settings.installFolder()) &&
+                              !qEnvironmentVariableIsSet(updateFailedVariable);
+    // One that waits for this start has it.
     if (!takeLock())
         return false;
-    if (applyPending())
+    if (failedBefore ? takeBack() : applyPending())
         return true;
     if (!m_lock.isHeld())
         return false;
@@ -177,6 +181,16 @@ bool AppUpdater::check(UpdateRecord &record)
     m_isChecking = false;
     record = answered->value_or(UpdateRecord());
     return answered->has_value();
+}
+
+// What an update has put in place never came to its event loop, and nobody watched.
+bool AppUpdater::takeBack()
+{
+    CLOG(ERROR, "default") << "新版本无法启动，恢复原来的版本";
+    if (launchUpdater(updateDir() + silentName))
+        return true;
+    takeLock();
+    return false;
 }
 
 // By an earlier run that could not start the one that installs.
@@ -314,6 +328,7 @@ QString AppUpdater::confirmStart()
     qunsetenv(updateStartedVariable);
     qunsetenv(updateFailedVariable);
     qunsetenv(updateUnfitVariable);
+    QFile::remove(updateTrialNote(m_settings.installFolder()));
     if (mark.isEmpty())
         clearLeftovers();
     else

@@ -70,6 +70,7 @@ private:
     bool takeLock();
     void ask(QObject *asker, const Answer &answer);
     bool applyPending();
+    bool takeBack();
     bool isFetched(const UpdateRecord &record) const;
     void downloadSilently(const UpdateRecord &record);
     void noteFetched(const UpdateRecord &record, const QString &refusal);

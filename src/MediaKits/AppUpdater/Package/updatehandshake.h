@@ -12,6 +12,19 @@ QString updateLockName(const QString &appCode);
 /// new one has started.
 QString updateWorkFolder(const QString &installFolder);
 
+/// The one of the two that isn't in its place.
+QString updateOtherFolder(const QString &installFolder);
+
+// An update may be killed between the exchange and the first start of the new program. Until that
+// has started once, its folder holds a note; the old one waits beside.
+
+/// Path of the note.
+QString updateTrialNote(const QString &installFolder);
+/// Whether an installation has yet to start once, and can be taken back.
+bool isUpdateOnTrial(const QString &installFolder);
+/// For each start of such an installation: whether an earlier one came to nothing.
+bool beginUpdateTrial(const QString &installFolder);
+
 /// Environment of a program that was just installed: path of a file that it makes once its window
 /// is there.
 inline constexpr char updateStartedVariable[] = "MORVANE_UPDATE_STARTED";
