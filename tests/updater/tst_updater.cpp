@@ -88,11 +88,14 @@ void TestUpdater::installs()
     writeTestFile(m_install + "/main.ini"_s, "mine");
     writeTestFile(m_install + "/module/我的 文件"_s, "film");
     QVERIFY(QFile::link("/usr/bin/ffprobe"_s, m_install + "/module/ffprobe"_s));
+    writeTestFile(m_install + "/module/gone/older/tool"_s);
+    writeTestFile(m_install + "/.package-files"_s, "morvane\nmodule/gone/older/tool\n");
     writeTestFile(path("next/morvane/main.ini"), "theirs");
     QVERIFY(QFile::link("/usr/bin/true"_s, path("next/morvane/module/ffmpeg")));
     QVERIFY(QDir().mkpath(m_install + "/films"_s));
     for (const QString &own : {m_install, m_install + "/films"_s})
         QFile::setPermissions(own, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    QVERIFY(QFile::link("part1"_s, path("next/morvane/module/parts")));
     packFolder(path("next/morvane"), appNumber() + 1, path("package"));
 
     const ToolRun run = update();
@@ -105,6 +108,7 @@ void TestUpdater::installs()
     QVERIFY(!QFile::exists(updateTrialNote(m_install)));
     QCOMPARE(QFile::symLinkTarget(m_install + "/module/ffprobe"_s), "/usr/bin/ffprobe"_s);
     QVERIFY(!QFileInfo(m_install + "/module/ffmpeg"_s).isSymLink());
+    QVERIFY(!QFile::exists(m_install + "/module/gone"_s));
     QCOMPARE(besideInstallation(), QStringList({"morvane"_s, "ran"_s}));
     QCOMPARE(contentOf(QFileInfo(m_install).path() + "/ran"_s), QByteArray("new\n"));
 
@@ -116,6 +120,9 @@ void TestUpdater::installs()
                                              appNumber() + 1));
     QCOMPARE(update().exitCode, 0);
     QCOMPARE(contentOf(m_install + "/main.ini"_s), QByteArray("mine"));
+    QCOMPARE(QDir(m_install + "/module"_s).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+             QStringList({"ffprobe"_s, "我的 文件"_s}));
+    QVERIFY(QFile::exists(m_install + "/films"_s));
 }
 
 void TestUpdater::waitsForTheProgram()

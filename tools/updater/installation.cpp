@@ -11,8 +11,10 @@
 #include "updater/unpack.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QSet>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -21,6 +23,11 @@ namespace {
 
 // What the installer or the user wrote stands, also when a package has a file of that name.
 const QString settingsName = QStringLiteral("main.ini");
+// What came with a version, a path in the folder on each line; all else is the user's. A first
+// installation has it of the build.
+const QString listName = QStringLiteral("/.package-files");
+constexpr QDir::Filters everything =
+    QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
 constexpr mode_t onlyOwner = 0700;
 constexpr mode_t everyone = 0777;
 
@@ -51,10 +58,49 @@ bool takeMode(const QString &from, const QString &to)
            ::chmod(QFile::encodeName(to).constData(), old.st_mode & everyone) == 0;
 }
 
-bool bringMissing(const QString &from, const QString &to)
+bool listFiles(const QString &folder)
 {
-    const QFileInfoList entries = QDir(from).entryInfoList(QDir::AllEntries | QDir::Hidden |
-                                                           QDir::System | QDir::NoDotAndDotDot);
+    QByteArray list;
+    const QDir root(folder);
+    QDirIterator entries(folder, everything, QDirIterator::Subdirectories);
+    while (entries.hasNext()) {
+        const QString name = root.relativeFilePath(entries.next());
+        const QFileInfo entry = entries.fileInfo();
+        if (name != settingsName && (entry.isSymLink() || !entry.isDir()))
+            list += QFile::encodeName(name) + '\n';
+    }
+    QFile file(folder + listName);
+    return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
+           file.write(list) == list.size();
+}
+
+// Absolute paths.
+QSet<QString> listedFiles(const QString &folder)
+{
+    QSet<QString> paths{folder + listName};
+    QFile file(folder + listName);
+    if (file.open(QIODevice::ReadOnly)) {
+        for (const QByteArray &name : file.readAll().split('\n'))
+            paths.insert(folder + QLatin1Char('/') + QFile::decodeName(name));
+    }
+    return paths;
+}
+
+bool bringMissing(const QString &from, const QString &to, const QSet<QString> &dropped);
+
+// One in which nothing is left to bring goes, too.
+bool bringFolder(const QString &from, const QString &to, const QSet<QString> &dropped)
+{
+    if (!QDir().mkpath(to) || !bringMissing(from, to, dropped) || !takeMode(from, to))
+        return false;
+    if (!QDir(from).isEmpty(everything))
+        QDir().rmdir(to);
+    return true;
+}
+
+bool bringMissing(const QString &from, const QString &to, const QSet<QString> &dropped)
+{
+    const QFileInfoList entries = QDir(from).entryInfoList(everything);
     for (const QFileInfo &entry : entries) {
         const QString path = entry.filePath();
         const QString place = to + QLatin1Char('/') + entry.fileName();
@@ -62,10 +108,10 @@ bool bringMissing(const QString &from, const QString &to)
         const bool isFolder = entry.isDir() && !entry.isSymLink();
         bool done = true;
         if (isFolder && !isThere(there))
-            done = QDir().mkpath(place) && bringMissing(path, place) && takeMode(path, place);
+            done = bringFolder(path, place, dropped);
         else if (isFolder && there.isDir() && !there.isSymLink())
-            done = bringMissing(path, place);
-        else if (isThere(there))
+            done = bringMissing(path, place, dropped);
+        else if (isThere(there) || dropped.contains(path))
             continue;
         else if (entry.isSymLink())
             done = QFile::link(targetOf(path), place);
@@ -124,7 +170,9 @@ QString Installation::bringOld() const
 {
     if (QFile::exists(m_folder + QLatin1Char('/') + settingsName))
         QFile::remove(newFolder() + QLatin1Char('/') + settingsName);
-    const bool isBrought = bringMissing(m_folder, newFolder()) && takeMode(m_folder, newFolder());
+    const bool isBrought = listFiles(newFolder()) &&
+                           bringMissing(m_folder, newFolder(), listedFiles(m_folder)) &&
+                           takeMode(m_folder, newFolder());
     QFile note(updateTrialNote(newFolder()));
     if (isBrought && note.open(QIODevice::WriteOnly) && flushFileSystem(m_work))
         return {};

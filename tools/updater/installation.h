@@ -11,8 +11,8 @@ public:
     /// @param folder absolute
     explicit Installation(const QString &folder);
 
-    /// Unpacks a genuine package beside the folder and brings along what the old one has and the
-    /// new one lacks: the settings, links to tools of the system, files of the user.
+    /// Unpacks a genuine package beside the folder and brings along what isn't of a version: the
+    /// settings, links to tools of the system, files of the user.
     /// @param program absolute path in the folder; the new one has to have it, too
     /// @return the reason of a failure, which leaves nothing behind; otherwise empty
     /// A package that would fail again is unfit.
