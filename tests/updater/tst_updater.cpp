@@ -41,6 +41,8 @@ private:
     QStringList environment() const;
     QStringList ran() const { return QString::fromUtf8(contentOf(path("ran"))).split(u'\n'); }
     QStringList besideInstallation() const;
+    void packOneThatHangs() const;
+    QList<qint64> hanging() const { return processesWith(path("hangs")); }
 
     std::unique_ptr<QTemporaryDir> m_dir;
     QString m_install;
@@ -80,6 +82,16 @@ QStringList TestUpdater::besideInstallation() const
 {
     return QFileInfo(m_install).dir().entryList(QDir::AllEntries | QDir::Hidden |
                                                 QDir::NoDotAndDotDot);
+}
+
+// It reads what nobody writes, by a name that no other process has.
+void TestUpdater::packOneThatHangs() const
+{
+    QDir(path("next")).removeRecursively();
+    writeTestFile(path("hangs"));
+    makeInstallation(path("next/morvane"), "new",
+                     "exec tail -f '" + QFile::encodeName(path("hangs")) + "' >/dev/null");
+    packFolder(path("next/morvane"), appNumber() + 1, path("package"));
 }
 
 // The user's files, the settings and the links to the system's tools stay, and nothing else.
@@ -205,9 +217,7 @@ void TestUpdater::programThatDoesNotStart()
 void TestUpdater::patience()
 {
     qputenv("XDG_RUNTIME_DIR", QFile::encodeName(m_dir->path()));
-    QDir(path("next")).removeRecursively();
-    makeInstallation(path("next/morvane"), "new", "exec sleep 12345");
-    packFolder(path("next/morvane"), appNumber() + 1, path("package"));
+    packOneThatHangs();
     QString error;
     const UpdaterArguments arguments = UpdaterArguments::parse(words(), error);
     QCOMPARE(error, QString());
@@ -219,7 +229,7 @@ void TestUpdater::patience()
     }
     QCOMPARE(Update(arguments, little).run(), Update::Outcome::WentBack);
     QCOMPARE(versionOf(m_install), QByteArray("old"));
-    QVERIFY(processesWith("12345"_s).isEmpty());
+    QVERIFY(hanging().isEmpty());
     QTRY_COMPARE(besideInstallation(), QStringList({"failed"_s, "morvane"_s, "ran"_s, "unfit"_s}));
 }
 
@@ -311,16 +321,15 @@ void TestUpdater::leavesOthersAlone()
 // By the note that the exchange leaves the next one knows that nobody has seen the new one start.
 void TestUpdater::killedBeforeTheFirstStart()
 {
-    QDir(path("next")).removeRecursively();
-    makeInstallation(path("next/morvane"), "new", "exec sleep 23456");
-    packFolder(path("next/morvane"), appNumber() + 1, path("package"));
+    packOneThatHangs();
     QProcess updater;
     updater.setProcessEnvironment(environmentWith(environment()));
     updater.start(m_updater, words());
-    QTRY_COMPARE_WITH_TIMEOUT(processesWith("23456"_s).size(), 1, 20000);
+    QTRY_COMPARE_WITH_TIMEOUT(hanging().size(), 1, 20000);
     updater.kill();
     QVERIFY(updater.waitForFinished());
-    ::kill(pid_t(processesWith("23456"_s).first()), SIGKILL);
+    QCOMPARE(hanging().size(), 1);
+    ::kill(pid_t(hanging().first()), SIGKILL);
     QCOMPARE(versionOf(m_install), QByteArray("new"));
     QVERIFY(isUpdateOnTrial(m_install));
     QVERIFY(!beginUpdateTrial(m_install));
