@@ -25,7 +25,7 @@ StandIn::StandIn()
     AppIni::instance().setValue(AppIni::Key::UpdateFailedLink, QString());
     const QByteArray folder = QFile::encodeName(m_dir.path());
     writeTestProgram(path("program/updater"),
-                     "cd '" + folder + "'; printf '%s\\n' \"$@\" >new; mv new told");
+                     "cd '" + folder + "' && printf '%s\\n' \"$@\" >new && mv new told");
 }
 
 UpdateSettings StandIn::settings(const std::string &host) const

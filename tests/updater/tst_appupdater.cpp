@@ -28,11 +28,16 @@ private slots:
     void checkOfBadServers();
     void certificates();
     void forcedThroughTwoStarts();
+    void notAPackage();
     void pendingThatIsLeftAlone();
     void startsThatAskNobody();
+    void lateAnswer();
+    void askedForInstead();
+    void updaterThatCanNotStart();
     void downloadsThatFail();
     void redirects();
     void confirmsStart();
+    void trialThatNobodyWatched();
 
 private:
     void runToIdle(AppUpdater &updater) const;
@@ -178,15 +183,40 @@ void TestAppUpdater::forcedThroughTwoStarts()
     QVERIFY(tryNamedLock(updateLockName(appCode())).isHeld());
     QCOMPARE(server.count(), 2);
 
-    // This version is still here: the same package isn't fetched again, another one is.
-    AppUpdater third(m_standIn->settings(server.host()));
-    runToIdle(third);
-    QCOMPARE(updateFiles(), QStringList());
-    QCOMPARE(server.count(), 3);
+    // This version is still here, since the disk was full, say: it is tried again.
+    const QStringList fetchedFiles{"update.ini"_s, "updatePackage.exe"_s};
+    const auto nextStart = [&](int requests, const QStringList &files) {
+        const int before = server.count();
+        AppUpdater updater(m_standIn->settings(server.host()));
+        runToIdle(updater);
+        QCOMPARE(server.count() - before, requests);
+        QCOMPARE(updateFiles(), files);
+    };
+    nextStart(2, fetchedFiles);
+    QVERIFY(AppUpdater(m_standIn->settings(server.host())).run());
+    // Not when the package itself was found unfit; another one is.
+    qputenv(updateUnfitVariable, "1");
+    nextStart(1, {});
+    qunsetenv(updateUnfitVariable);
     link = "/second";
-    AppUpdater fourth(m_standIn->settings(server.host()));
-    runToIdle(fourth);
-    QCOMPARE(updateFiles(), QStringList({"update.ini"_s, "updatePackage.exe"_s}));
+    nextStart(2, fetchedFiles);
+}
+
+// A page that a hotel sends in the place of the package says nothing of the next time.
+void TestAppUpdater::notAPackage()
+{
+    std::string body = "<html>";
+    const ScriptedServer server([&](const httplib::Request &request) {
+        const std::string host = "http://" + request.get_header_value("Host");
+        return request.path == "/p" ? body : answerOf(1, host + "/p");
+    });
+    AppUpdater first(m_standIn->settings(server.host()));
+    runToIdle(first);
+    QCOMPARE(updateFiles(), QStringList());
+    body = packageOf(archiveOf({{"a"}}), 17).toStdString();
+    AppUpdater second(m_standIn->settings(server.host()));
+    runToIdle(second);
+    QCOMPARE(updateFiles().size(), 2);
 }
 
 void TestAppUpdater::pendingThatIsLeftAlone()
@@ -204,6 +234,10 @@ void TestAppUpdater::pendingThatIsLeftAlone()
     check("has run", true, "/p"_s, 1);
     check("no package", false, QString(), 1);
     check("not forced", false, "/p"_s, 0);
+    check("gone", false, "/p"_s, 1);
+    const QString package = m_standIn->path("package");
+    writeTestFile(package, packageOf(archiveOf({{"a"}}), appNumber()));
+    check("installed otherwise meanwhile", false, package, 1);
 }
 
 void TestAppUpdater::startsThatAskNobody()
@@ -220,6 +254,70 @@ void TestAppUpdater::startsThatAskNobody()
     QVERIFY(!AppUpdater(m_standIn->settings(server.host())).run());
     QTest::qWait(0);
     QCOMPARE(server.count(), 0);
+}
+
+// Of the start's check, when the user has asked for the update meanwhile.
+void TestAppUpdater::lateAnswer()
+{
+    QSemaphore mayAnswer;
+    const ScriptedServer server([&mayAnswer](const httplib::Request &request) -> std::string {
+        if (request.path == "/p")
+            return "package";
+        mayAnswer.acquire();
+        return answerOf(0, {});
+    });
+    AppUpdater updater(m_standIn->settings(server.host()));
+    QSignalSpy idle(&updater, &AppUpdater::idle);
+    QVERIFY(!updater.run());
+    MiniDownloadObject *download =
+        updater.downloadAsked({{}, {}, QString::fromStdString(server.host()) + "/p"_s, 0});
+    QVERIFY(download != nullptr);
+    QVERIFY(!tryNamedLock(updateLockName(appCode())).isHeld());
+    QSignalSpy finished(download, &MiniDownloadObject::downloadFinished);
+    QSignalSpy gone(download, &QObject::destroyed);
+    const bool isFetched = finished.wait() && (!gone.isEmpty() || gone.wait());
+    mayAnswer.release(2);
+    QVERIFY(isFetched);
+    QVERIFY(!idle.isEmpty() || idle.wait());
+    UpdateRecord record;
+    QVERIFY(updater.check(record));
+    QCOMPARE(contentOf(AppUpdater::askedPackage()), QByteArray("package"));
+    QVERIFY(tryNamedLock(updateLockName(appCode())).isHeld());
+}
+
+// What was fetched without asking isn't installed after it.
+void TestAppUpdater::askedForInstead()
+{
+    const QString package = m_standIn->path("package");
+    writeTestFile(package, packageOf(archiveOf({{"a"}}), 17));
+    writeIni(false, package, 1);
+    writeTestFile(AppUpdater::askedPackage(), contentOf(package));
+    QVERIFY(AppUpdater(m_standIn->settings({})).launchUpdater(AppUpdater::askedPackage()));
+    QVERIFY(!m_standIn->told().isEmpty());
+    QVERIFY(!AppUpdater(m_standIn->settings({})).run());
+}
+
+// The package stays for the next start, and isn't fetched again for it.
+void TestAppUpdater::updaterThatCanNotStart()
+{
+    const ScriptedServer server([](const httplib::Request &request) {
+        return answerOf(1, "http://" + request.get_header_value("Host") + "/p");
+    });
+    const QString package = m_standIn->path("package");
+    writeTestFile(package, packageOf(archiveOf({{"a"}}), 17));
+    writeIni(false, package, 1);
+    QSettings(updateDir() + "/update.ini"_s, QSettings::IniFormat)
+        .setValue("Update/link"_s, QString::fromStdString(server.host()) + "/p"_s);
+    const QString obstacle = updateDir() + "/updater.exe/x"_s;
+    writeTestFile(obstacle);
+    AppUpdater updater(m_standIn->settings(server.host()));
+    QSignalSpy idle(&updater, &AppUpdater::idle);
+    QVERIFY(!updater.run());
+    QVERIFY(!tryNamedLock(updateLockName(appCode())).isHeld());
+    QVERIFY(!idle.isEmpty() || idle.wait());
+    QCOMPARE(server.count(), 1);
+    QVERIFY(QDir(QFileInfo(obstacle).path()).removeRecursively());
+    QVERIFY(AppUpdater(m_standIn->settings(server.host())).run());
 }
 
 void TestAppUpdater::downloadsThatFail()
@@ -276,6 +374,23 @@ void TestAppUpdater::redirects()
     QSignalSpy finished(download, &MiniDownloadObject::downloadFinished);
     QVERIFY(finished.wait());
     QCOMPARE(contentOf(target), QByteArray("whole"));
+
+    // To a safer scheme, but never to a less safe one.
+    const auto leadsTo = [&](const QString &address, bool isSecret) {
+        const RawServer from(
+            "HTTP/1.1 302 F\r\nContent-Length: 0\r\nLocation: " + address.toLatin1() + "\r\n\r\n",
+            RawServer::Then::Close, isSecret);
+        QFile::remove(target);
+        MiniDownloadObject *handle = downloader.download(from.address(), target, false);
+        QSignalSpy gone(handle, &QObject::destroyed);
+        return gone.wait(20000) && contentOf(target) == "safe";
+    };
+    const QByteArray safe = "HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nsafe";
+    const RawServer plain(safe, RawServer::Then::Close);
+    const RawServer secret(safe, RawServer::Then::Close, true);
+    QVERIFY(leadsTo(secret.address(), false));
+    QVERIFY(leadsTo(secret.address(), true));
+    QVERIFY(!leadsTo(plain.address(), true));
 }
 
 // The one that installed it is told; what a killed one left goes.
@@ -296,6 +411,33 @@ void TestAppUpdater::confirmsStart()
     QVERIFY(!qEnvironmentVariableIsSet(updateStartedVariable));
     QCOMPARE(updater.confirmStart(), QString());
     QTRY_VERIFY(!QFile::exists(work));
+}
+
+// The second start of a new program whose first one came to nothing has the old one put back.
+void TestAppUpdater::trialThatNobodyWatched()
+{
+    const QString folder = m_standIn->settings({}).installFolder();
+    const auto starts = [&] { return AppUpdater(m_standIn->settings({})).run(); };
+    const auto beginTrial = [&] {
+        writeTestFile(updateTrialNote(folder), {});
+        writeTestFile(updateOtherFolder(folder) + "/morvane"_s);
+        QVERIFY(!starts());
+    };
+    beginTrial();
+    AppUpdater(m_standIn->settings({})).confirmStart();
+    QVERIFY(!starts() && !starts());
+    QTRY_VERIFY(!QFile::exists(updateWorkFolder(folder)));
+    beginTrial();
+    {
+        const DirectoryLock installing = tryNamedLock(updateLockName(appCode()));
+        QVERIFY(!starts());
+    }
+    qputenv(updateFailedVariable, "x");
+    QVERIFY(!starts());
+    qunsetenv(updateFailedVariable);
+    QVERIFY(!m_standIn->wasStarted());
+    QVERIFY(starts());
+    QVERIFY(!m_standIn->told().isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestAppUpdater)

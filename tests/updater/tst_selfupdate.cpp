@@ -9,7 +9,7 @@
 
 #include <csignal>
 
-/// The real program, its real updater and a real server: three starts without a hand.
+/// The real program, its real updater and a real server: starts without a hand.
 class TestSelfUpdate : public QObject
 {
     Q_OBJECT
@@ -20,6 +20,8 @@ private slots:
 private:
     void makeFolder(const QString &folder, const QByteArray &mainIni) const;
     void begin(QProcess &program) const;
+    void goesBack();
+    void endProgram() const;
     QString path(const char *name) const { return m_dir.filePath(QLatin1String(name)); }
 
     QTemporaryDir m_dir;
@@ -81,9 +83,30 @@ void TestSelfUpdate::forcedUpdate()
     QCOMPARE(contentOf(path("program/main.ini")), settings);
     QCOMPARE(contentOf(path("CACHE_HOME/MorvaneLocal/Log/morvane.log")).count("####启动####"), 3);
 
-    const QList<qint64> third = processesWith(path("program/morvane"));
-    QCOMPARE(third.size(), 1);
-    ::kill(pid_t(third.first()), SIGTERM);
+    endProgram();
+    goesBack();
+}
+
+// As if the updater had been killed before the new program came up, and that had not since.
+void TestSelfUpdate::goesBack()
+{
+    const QString folder = path("program");
+    makeFolder(updateOtherFolder(folder), contentOf(folder + "/main.ini"_s));
+    writeTestFile(updateTrialNote(folder), "started\n");
+    QProcess fourth;
+    begin(fourth);
+    QVERIFY(fourth.waitForFinished(10000));
+    QTRY_VERIFY_WITH_TIMEOUT(!QFile::exists(folder + "/marker"_s), 30000);
+    const QString log = path("CACHE_HOME/MorvaneLocal/Log/morvane.log");
+    QTRY_COMPARE_WITH_TIMEOUT(contentOf(log).count("####启动####"), 5, 30000);
+    QVERIFY(!QFile::exists(updateWorkFolder(folder)));
+    endProgram();
+}
+
+void TestSelfUpdate::endProgram() const
+{
+    QTRY_COMPARE_WITH_TIMEOUT(processesWith(path("program/morvane")).size(), 1, 10000);
+    ::kill(pid_t(processesWith(path("program/morvane")).first()), SIGTERM);
     QTRY_VERIFY_WITH_TIMEOUT(processesWith(path("program/morvane")).isEmpty(), 10000);
 }
 

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "MediaKits/AppInstance/LocalStore/appdirs.h"
 #include "MediaKits/AppUpdater/appupdater.h"
+#include "MediaKits/AppUpdater/Package/updatehandshake.h"
 #include "MediaKits/AppUpdater/updatingdialog.h"
 #include "MediaKits/MainWindow/mainwindow.h"
 #include "MediaKits/MainWindow/updatecheck.h"
@@ -7,6 +9,7 @@
 #include "support/casename.h"
 #include "support/guisupport.h"
 #include "support/scriptedserver.h"
+#include "support/testfile.h"
 #include "updater/rawserver.h"
 #include "updater/standin.h"
 #include "updater/updatefixture.h"
@@ -15,7 +18,7 @@
 #include <QProgressBar>
 #include <QtTest>
 
-/// An update that the user asks for; what installs is a stand-in here.
+/// An update that the user asks for.
 class TestUpdateDialogs : public QObject
 {
     Q_OBJECT
@@ -90,7 +93,7 @@ void TestUpdateDialogs::updatingDialogFails()
 void TestUpdateDialogs::askedFor()
 {
     std::string link;
-    const std::string package = packageOf(archiveOf({{"a"}}), 17).toStdString();
+    std::string package;
     const ScriptedServer server([&](const httplib::Request &request) {
         return request.path == "/package" ? package : answerOf(0, link);
     });
@@ -142,10 +145,20 @@ void TestUpdateDialogs::askedFor()
         askedBy([&] { checkForUpdate(&window, refusing); }, "btnOK").contains("软件包管理器"_s));
     QCOMPARE(server.count(), asked);
 
+    // With the real one, which starts what it has installed.
+    const QString installed = m_standIn->path("program");
+    makeInstallation(installed, "old");
+    makeInstallation(m_standIn->path("next"), "new");
+    packFolder(m_standIn->path("next"), appNumber() + 1, m_standIn->path("package"));
+    package = contentOf(m_standIn->path("package")).toStdString();
+    QVERIFY(QFile::remove(installed + "/updater"_s));
+    QVERIFY(QFile::copy(builtProgram("updater_with_test_key"_s), installed + "/updater"_s));
     // Ends all event loops, so nothing can be asked after it.
     whenModal("UpdateDialog", [](QWidget &dialog) { press(dialog, "btnUpdate"); });
     checkForUpdate(&window, updater);
-    QVERIFY(m_standIn->told().contains("-downloadurl=file://"_s + AppUpdater::askedPackage()));
+    QTRY_COMPARE_WITH_TIMEOUT(contentOf(m_standIn->path("ran")), QByteArray("new\n"), 20000);
+    QCOMPARE(versionOf(installed), QByteArray("new"));
+    QTRY_VERIFY(!QFile::exists(updateWorkFolder(installed)));
 }
 
 QTEST_MAIN(TestUpdateDialogs)

@@ -2,7 +2,6 @@
 #include "updater/updatefixture.h"
 
 #include "support/testfile.h"
-#include "support/toolrun.h"
 
 #include <QtTest>
 
@@ -80,11 +79,15 @@ QByteArray packageOf(const QByteArray &archive, int version)
     return header + "signature " + run.out.toBase64() + "\n\n" + archive;
 }
 
+ToolRun runPack(const QString &folder, int version, const QString &package)
+{
+    return runTool(utf8(MORVANE_SIGN_UPDATE), {"pack"_s, utf8(MORVANE_TEST_KEY_FILE),
+                                               QString::number(version), folder, package});
+}
+
 void packFolder(const QString &folder, int version, const QString &package)
 {
-    const ToolRun run =
-        runTool(utf8(MORVANE_SIGN_UPDATE),
-                {"pack"_s, utf8(MORVANE_TEST_KEY_FILE), QString::number(version), folder, package});
+    const ToolRun run = runPack(folder, version, package);
     QVERIFY2(run.exitCode == 0, run.err.constData());
 }
 
@@ -94,9 +97,11 @@ void makeInstallation(const QString &folder, const QByteArray &version,
     writeTestProgram(folder + "/morvane"_s,
                      startsWith + "\nprintf '" + version +
                          "\\n' >>\"$(dirname \"$0\")/../ran\"\n"
+                         "[ -z \"$MORVANE_UPDATE_UNFIT\" ] || : >\"$(dirname \"$0\")/../unfit\"\n"
                          "[ -z \"$MORVANE_UPDATE_FAILED\" ] ||"
                          " printf '%s\\n' \"$MORVANE_UPDATE_FAILED\" "
                          ">>\"$(dirname \"$0\")/../failed\"\n"
+                         "rm -f \"$(dirname \"$0\")/.update-trial\"\n"
                          "[ -z \"$MORVANE_UPDATE_STARTED\" ] || : >\"$MORVANE_UPDATE_STARTED\"\n");
     writeTestProgram(folder + "/updater"_s, "# " + version);
     for (int number = 0; number < dataFiles; ++number)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "support/toolrun.h"
 #include "support/utf8.h"
 
 #include <QByteArray>
@@ -23,7 +24,9 @@ QByteArray archiveOf(const QVector<ArchiveEntry> &entries);
 /// A package around an archive, signed by the tests' key.
 QByteArray packageOf(const QByteArray &archive, int version);
 
-/// Packs an installed folder by scripts/sign-update; fails the running test when that fails.
+/// Packs an installed folder by scripts/sign-update.
+ToolRun runPack(const QString &folder, int version, const QString &package);
+/// The same; fails the running test when that fails.
 void packFolder(const QString &folder, int version, const QString &package);
 
 /// Makes an installed folder whose program tells its version to the file "ran" beside it and that

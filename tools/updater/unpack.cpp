@@ -33,17 +33,20 @@ public:
 
     /// Empty when all went well.
     QString run();
+    bool hasFailedToWrite() const { return m_hasFailedToWrite; }
 
 private:
     QString take(archive_entry *entry);
     QString write(const QString &path, bool isProgram);
     QString link(const QString &path, const QString &target);
     bool passesLink(const QString &path) const;
+    QString notWritten(const QString &text);
 
     archive *m_source;
     const QString m_folder;
     qint64 m_left;
     int m_entriesLeft;
+    bool m_hasFailedToWrite = false;
     QSet<QString> m_links;
 };
 
@@ -105,7 +108,7 @@ QString Unpacking::take(archive_entry *entry)
 
     const QString parent = QFileInfo(m_folder + QLatin1Char('/') + path).path();
     if (!QDir().mkpath(type == AE_IFDIR ? m_folder + QLatin1Char('/') + path : parent))
-        return Texts::tr("无法创建文件夹：") + path;
+        return notWritten(Texts::tr("无法创建文件夹：") + path);
     if (type == AE_IFREG)
         return write(path, (archive_entry_perm(entry) & S_IXUSR) != 0);
     if (type == AE_IFLNK) {
@@ -119,7 +122,7 @@ QString Unpacking::write(const QString &path, bool isProgram)
 {
     QFile file(m_folder + QLatin1Char('/') + path);
     if (!file.open(QIODevice::NewOnly | QIODevice::WriteOnly | QIODevice::Unbuffered))
-        return path + QLatin1String(": ") + file.errorString();
+        return notWritten(path + QLatin1String(": ") + file.errorString());
     std::array<char, blockSize> block{};
     la_ssize_t got = 0;
     while ((got = archive_read_data(m_source, block.data(), block.size())) > 0) {
@@ -127,12 +130,13 @@ QString Unpacking::write(const QString &path, bool isProgram)
         if (m_left < 0)
             return Texts::tr("升级包的内容太大：") + path;
         if (file.write(block.data(), got) != got)
-            return path + QLatin1String(": ") + file.errorString();
+            return notWritten(path + QLatin1String(": ") + file.errorString());
     }
     if (got < 0)
         return Texts::tr("升级包已损坏：") + path;
     const mode_t mode = isProgram ? 0755 : 0644;
-    return ::fchmod(file.handle(), mode) == 0 ? QString() : Texts::tr("无法写入：") + path;
+    return ::fchmod(file.handle(), mode) == 0 ? QString()
+                                              : notWritten(Texts::tr("无法写入：") + path);
 }
 
 QString Unpacking::link(const QString &path, const QString &target)
@@ -140,7 +144,13 @@ QString Unpacking::link(const QString &path, const QString &target)
     m_links.insert(path);
     const QByteArray where = QFile::encodeName(m_folder + QLatin1Char('/') + path);
     const bool made = ::symlink(QFile::encodeName(target).constData(), where.constData()) == 0;
-    return made ? QString() : Texts::tr("无法创建链接：") + path;
+    return made ? QString() : notWritten(Texts::tr("无法创建链接：") + path);
+}
+
+QString Unpacking::notWritten(const QString &text)
+{
+    m_hasFailedToWrite = true;
+    return text;
 }
 
 // Whether the path is, or leads through, a link that was unpacked before.
@@ -155,8 +165,10 @@ bool Unpacking::passesLink(const QString &path) const
 
 } // namespace
 
-bool unpackArchive(QFile &file, const QString &folder, QString &error, const UnpackLimits &limits)
+Unpacked unpackArchive(QFile &file, const QString &folder, QString &error,
+                       const UnpackLimits &limits)
 {
+    constexpr mode_t othersMayRead = 022;
     const Reader reader(archive_read_new(), archive_read_free);
     archive_read_support_format_tar(reader.get());
     archive_read_support_filter_zstd(reader.get());
@@ -165,8 +177,13 @@ bool unpackArchive(QFile &file, const QString &folder, QString &error, const Unp
     if (::lseek(file.handle(), file.pos(), SEEK_SET) < 0 ||
         archive_read_open_fd(reader.get(), file.handle(), blockSize) != ARCHIVE_OK) {
         error = damage(reader.get());
-        return false;
+        return Unpacked::Unfit;
     }
-    error = Unpacking(reader.get(), folder, limits).run();
-    return error.isEmpty();
+    const mode_t usual = ::umask(othersMayRead);
+    Unpacking unpacking(reader.get(), folder, limits);
+    error = unpacking.run();
+    ::umask(usual);
+    if (error.isEmpty())
+        return Unpacked::Whole;
+    return unpacking.hasFailedToWrite() ? Unpacked::NotWritten : Unpacked::Unfit;
 }

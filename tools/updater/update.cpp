@@ -24,6 +24,8 @@ Update::Outcome Update::run()
         m_error = Texts::tr("软件仍在运行");
         return Outcome::GivenUp;
     }
+    if (m_installation.isOnTrial())
+        return goBack(false);
     m_error = m_installation.prepare(m_arguments.package, m_arguments.program);
     if (m_error.isEmpty()) {
         m_error = m_installation.exchange();
@@ -31,20 +33,25 @@ Update::Outcome Update::run()
             m_installation.tidy();
     }
     if (!m_error.isEmpty()) {
-        startOld();
+        startOld(m_installation.isPackageUnfit());
         return Outcome::Refused;
     }
     if (startsWell()) {
-        m_installation.tidy();
+        m_installation.keep();
         return Outcome::Installed;
     }
+    return goBack(true);
+}
+
+Update::Outcome Update::goBack(bool isPackageUnfit)
+{
     m_error = Texts::tr("新版本无法启动");
     const QString failure = m_installation.exchange();
     if (failure.isEmpty())
         m_installation.tidy();
     else
         m_error += QLatin1String(": ") + failure;
-    startOld();
+    startOld(isPackageUnfit);
     return Outcome::WentBack;
 }
 
@@ -80,8 +87,12 @@ bool Update::startsWell()
     return QFile::exists(mark) || !tryNamedLock(m_arguments.lock).isHeld();
 }
 
-void Update::startOld()
+void Update::startOld(bool isPackageUnfit)
 {
+    // It takes both at once.
     m_programLock = DirectoryLock();
+    m_updateLock = DirectoryLock();
+    if (isPackageUnfit)
+        qputenv(updateUnfitVariable, "1");
     ProgramStart(m_arguments.program, updateFailedVariable, m_error.toUtf8());
 }

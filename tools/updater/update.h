@@ -28,6 +28,8 @@ public:
     Update(const UpdaterArguments &arguments, Patience patience);
     explicit Update(const UpdaterArguments &arguments) : Update(arguments, Patience()) {}
 
+    /// Where an update was killed before the new program had started once, this goes back from it
+    /// and installs nothing.
     Outcome run();
     /// What went wrong; empty after Installed.
     QString error() const { return m_error; }
@@ -35,7 +37,8 @@ public:
 private:
     bool awaitEnd();
     bool startsWell();
-    void startOld();
+    Outcome goBack(bool isPackageUnfit);
+    void startOld(bool isPackageUnfit);
 
     const UpdaterArguments m_arguments;
     const Patience m_patience;

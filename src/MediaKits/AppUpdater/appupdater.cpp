@@ -11,22 +11,22 @@
 #include "platform/namedlock.h"
 #include "platform/startenvironment.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
 #include <QEventLoop>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
-#include <QPointer>
 #include <QProcess>
 #include <QSettings>
 #include <QThread>
 #include <QTimer>
 
-#include <memory>
-
 namespace {
 
 constexpr int checkMs = 10000;
+// Nobody who leaves the program waits longer for a disk.
+constexpr int leaveMs = 500;
 // An answer is a few lines of text.
 constexpr qint64 mostAnswerBytes = 256 * 1024;
 
@@ -39,9 +39,7 @@ const QString runKey = QStringLiteral("Update/run");
 const QString packageKey = QStringLiteral("Update/package");
 const QString forceKey = QStringLiteral("Update/isforce");
 const QString timeKey = QStringLiteral("Update/datetime");
-// Of the version that fetched it, and from where: a package that has run and left this version in
-// place isn't fetched again without being asked for.
-const QString fromKey = QStringLiteral("Update/from");
+// From where it was fetched.
 const QString linkKey = QStringLiteral("Update/link");
 
 void emptyUpdateFolder()
@@ -50,9 +48,19 @@ void emptyUpdateFolder()
     updateDir();
 }
 
-void noteFailed(const QString &link)
+QString refusalOf(const QString &package, const QByteArray &key)
 {
-    AppIni::instance().setValue(AppIni::Key::UpdateFailedLink, link);
+    QFile file(package);
+    if (!file.open(QIODevice::ReadOnly))
+        return file.errorString();
+    return readUpdatePackage(file, key, appNumber()).refusal;
+}
+
+// By its lines alone, since a start must not wait for more: the one that installs reads the rest.
+bool isWorthInstalling(const QString &package, const QByteArray &key)
+{
+    QFile file(package);
+    return file.open(QIODevice::ReadOnly) && readUpdateLines(file, key, appNumber()).isAccepted();
 }
 
 } // namespace
@@ -72,12 +80,18 @@ bool AppUpdater::run()
             CLOG(INFO, "default") << "此安装由系统的软件包管理器升级，不检查新版本";
         return false;
     }
-    m_lock = tryNamedLock(updateLockName(appCode()));
+    // Unless the one that installs says so itself, and has failed to take it back.
+    const bool failedBefore = beginUpdateTrial(m_settings.installFolder()) &&
+                              !qEnvironmentVariableIsSet(updateFailedVariable);
+    // One that waits for this start has it.
+    if (!takeLock())
+        return false;
+    if (failedBefore ? takeBack() : applyPending())
+        return true;
     if (!m_lock.isHeld())
         return false;
-    if (applyPending())
-        return true;
-    ask([this](const std::optional<UpdateRecord> &record) {
+    m_background = std::make_unique<QObject>();
+    ask(m_background.get(), [this](const std::optional<UpdateRecord> &record) {
         if (record && record->forceUpgrade != 0) {
             downloadSilently(*record);
         } else {
@@ -88,6 +102,12 @@ bool AppUpdater::run()
     return false;
 }
 
+bool AppUpdater::takeLock()
+{
+    m_lock = tryNamedLock(updateLockName(appCode()));
+    return m_lock.isHeld();
+}
+
 bool AppUpdater::applyPending()
 {
     if (!QFile::exists(updateDir() + iniName))
@@ -95,20 +115,32 @@ bool AppUpdater::applyPending()
     QSettings ini(updateDir() + iniName, QSettings::IniFormat);
     const QString package = ini.value(packageKey).toString();
     if (ini.value(runKey).toBool()) {
-        if (ini.value(fromKey).toInt() == appNumber())
-            noteFailed(ini.value(linkKey).toString());
+        // A full disk or a lost current is no reason never to try it again.
+        if (qEnvironmentVariableIsSet(updateUnfitVariable))
+            AppIni::instance().setValue(AppIni::Key::UpdateFailedLink, ini.value(linkKey));
         emptyUpdateFolder();
         return false;
     }
     if (package.isEmpty() || !ini.value(forceKey).toBool())
         return false;
+    // The user may have asked for the same version meanwhile.
+    if (!isWorthInstalling(package, m_settings.key)) {
+        emptyUpdateFolder();
+        return false;
+    }
     ini.setValue(runKey, true);
     ini.sync();
     // What can't be noted would run again and again.
-    return ini.status() == QSettings::NoError && launchUpdater(package);
+    if (ini.status() != QSettings::NoError)
+        return false;
+    if (launchUpdater(package))
+        return true;
+    ini.setValue(runKey, false);
+    takeLock();
+    return false;
 }
 
-void AppUpdater::ask(const Answer &answer)
+void AppUpdater::ask(QObject *asker, const Answer &answer)
 {
     const QUrl address(m_settings.checkUrl());
     if (m_settings.host.isEmpty() || !isServiceLink(address)) {
@@ -122,8 +154,8 @@ void AppUpdater::ask(const Answer &answer)
         if (received > mostAnswerBytes)
             reply->abort();
     });
-    connect(reply, &QNetworkReply::finished, this, [reply, answer] {
-        reply->deleteLater();
+    connect(reply, &QNetworkReply::finished, reply, &QObject::deleteLater);
+    connect(reply, &QNetworkReply::finished, asker, [reply, answer] {
         const bool failed = reply->error() != QNetworkReply::NoError;
         if (failed)
             CLOG(ERROR, "default") << "检查升级失败 " << reply->errorString();
@@ -139,7 +171,7 @@ bool AppUpdater::check(UpdateRecord &record)
     QEventLoop loop;
     // The program may be left while the service is silent: then the answer finds nobody.
     const auto answered = std::make_shared<std::optional<UpdateRecord>>();
-    ask([answered, waiting = QPointer<QEventLoop>(&loop)](const auto &answer) {
+    ask(this, [answered, waiting = QPointer<QEventLoop>(&loop)](const auto &answer) {
         *answered = answer;
         // Also when the answer comes before the loop does.
         if (waiting)
@@ -151,34 +183,52 @@ bool AppUpdater::check(UpdateRecord &record)
     return answered->has_value();
 }
 
+// What an update has put in place never came to its event loop, and nobody watched.
+bool AppUpdater::takeBack()
+{
+    CLOG(ERROR, "default") << "新版本无法启动，恢复原来的版本";
+    if (launchUpdater(updateDir() + silentName))
+        return true;
+    takeLock();
+    return false;
+}
+
+// By an earlier run that could not start the one that installs.
+bool AppUpdater::isFetched(const UpdateRecord &record) const
+{
+    const QSettings ini(updateDir() + iniName, QSettings::IniFormat);
+    return ini.value(linkKey) == record.apkLink &&
+           isWorthInstalling(ini.value(packageKey).toString(), m_settings.key);
+}
+
 void AppUpdater::downloadSilently(const UpdateRecord &record)
 {
     const QString package = updateDir() + silentName;
     const QString failed = AppIni::instance().value(AppIni::Key::UpdateFailedLink).toString();
-    MiniDownloadObject *download =
-        record.apkLink == failed
-            ? nullptr
-            : m_downloader.download(record.apkLink, package, m_settings.verifiesPeer);
-    if (download == nullptr) {
+    m_silent = record.apkLink == failed || isFetched(record)
+                   ? nullptr
+                   : m_downloader.download(record.apkLink, package, m_settings.verifiesPeer);
+    if (!m_silent) {
         rest();
         return;
     }
-    connect(download, &MiniDownloadObject::downloadProgress, this, &AppUpdater::downloadProgress);
-    connect(download, &MiniDownloadObject::downloadError, this, &AppUpdater::rest);
-    connect(download, &MiniDownloadObject::downloadFinished, this, [this, record] {
-        noteFetched(record);
-        rest();
+    QObject *background = m_background.get();
+    connect(m_silent, &MiniDownloadObject::downloadProgress, this, &AppUpdater::downloadProgress);
+    connect(m_silent, &MiniDownloadObject::downloadError, background, [this] { rest(); });
+    connect(m_silent, &MiniDownloadObject::downloadFinished, background, [=] {
+        examine(package, background, [this, record](const QString &refusal) {
+            noteFetched(record, refusal);
+            rest();
+        });
     });
 }
 
-void AppUpdater::noteFetched(const UpdateRecord &record)
+void AppUpdater::noteFetched(const UpdateRecord &record, const QString &refusal)
 {
     const QString package = updateDir() + silentName;
-    const QString refusal = refusalOf(package);
     if (!refusal.isEmpty()) {
         CLOG(ERROR, "default") << "升级包: " << refusal;
         QFile::remove(package);
-        noteFailed(record.apkLink);
         return;
     }
     QFile::remove(updateDir() + iniName);
@@ -187,7 +237,6 @@ void AppUpdater::noteFetched(const UpdateRecord &record)
     ini.setValue(packageKey, package);
     ini.setValue(timeKey,
                  QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")));
-    ini.setValue(fromKey, appNumber());
     ini.setValue(linkKey, record.apkLink);
 }
 
@@ -197,9 +246,33 @@ void AppUpdater::rest()
     emit idle();
 }
 
+// Its answer, or its download, is worth nothing beside what the user asks for.
+void AppUpdater::stopBackground()
+{
+    if (!m_background)
+        return;
+    m_background.reset();
+    if (m_silent)
+        m_silent->cancel();
+    rest();
+}
+
 MiniDownloadObject *AppUpdater::downloadAsked(const UpdateRecord &record)
 {
-    return m_downloader.download(record.apkLink, askedPackage(), m_settings.verifiesPeer);
+    stopBackground();
+    if (!m_lock.isHeld() && !takeLock())
+        return nullptr;
+    m_asked = m_downloader.download(record.apkLink, askedPackage(), m_settings.verifiesPeer);
+    if (!m_asked) {
+        m_lock = DirectoryLock();
+        return nullptr;
+    }
+    // Unless the user has asked again meanwhile.
+    connect(m_asked, &QObject::destroyed, this, [this] {
+        if (!m_asked)
+            m_lock = DirectoryLock();
+    });
+    return m_asked;
 }
 
 QString AppUpdater::askedPackage()
@@ -207,17 +280,27 @@ QString AppUpdater::askedPackage()
     return updateDir() + askedName;
 }
 
-QString AppUpdater::refusalOf(const QString &package) const
+void AppUpdater::examine(const QString &package, QObject *asker, const Verdict &verdict) const
 {
-    QFile file(package);
-    if (!file.open(QIODevice::ReadOnly))
-        return file.errorString();
-    return readUpdatePackage(file, m_settings.key, appNumber()).refusal;
+    const auto refusal = std::make_shared<QString>();
+    QThread *thread = QThread::create(
+        [package, key = m_settings.key, refusal] { *refusal = refusalOf(package, key); });
+    connect(thread, &QThread::finished, asker, [refusal, verdict] { verdict(*refusal); });
+    connect(thread, &QThread::finished, thread, &QObject::deleteLater);
+    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, thread, [thread] {
+        thread->requestInterruption();
+        thread->wait(leaveMs);
+    });
+    thread->start();
 }
 
 bool AppUpdater::launchUpdater(const QString &package)
 {
+    stopBackground();
     m_lock = DirectoryLock();
+    // One that was fetched without asking must not follow it.
+    if (package == askedPackage())
+        QFile::remove(updateDir() + iniName);
     // An update replaces the program that installs it, too.
     const QString copy = updateDir() + updaterName;
     QFile::remove(copy);
@@ -244,6 +327,8 @@ QString AppUpdater::confirmStart()
     const QByteArray failure = qgetenv(updateFailedVariable);
     qunsetenv(updateStartedVariable);
     qunsetenv(updateFailedVariable);
+    qunsetenv(updateUnfitVariable);
+    QFile::remove(updateTrialNote(m_settings.installFolder()));
     if (mark.isEmpty())
         clearLeftovers();
     else

@@ -7,8 +7,10 @@
 #include "platform/directorylock.h"
 
 #include <QObject>
+#include <QPointer>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 class MiniDownloadObject;
@@ -36,11 +38,16 @@ public:
     bool check(UpdateRecord &record);
     bool isChecking() const { return m_isChecking; }
 
-    /// Fetches the package of an update that the user asked for. As MiniDownloader::download().
+    /// Fetches the package of an update that the user asked for, in the place of what run() began.
+    /// As MiniDownloader::download(); null also while somebody else looks for updates.
     MiniDownloadObject *downloadAsked(const UpdateRecord &record);
     static QString askedPackage();
-    /// Why a package that was fetched can't be installed, for the user; empty when it can.
-    QString refusalOf(const QString &package) const;
+
+    using Verdict = std::function<void(const QString &refusal)>;
+    /// Reads a package that was fetched, on a thread, and tells why it can't be installed, for the
+    /// user; an empty text when it can.
+    /// @param asker nobody is told when it is gone
+    void examine(const QString &package, QObject *asker, const Verdict &verdict) const;
 
     /// Has the package installed as soon as this program has ended, and the program started anew.
     /// False when that can't be.
@@ -60,15 +67,24 @@ signals:
 private:
     using Answer = std::function<void(const std::optional<UpdateRecord> &record)>;
 
-    void ask(const Answer &answer);
+    bool takeLock();
+    void ask(QObject *asker, const Answer &answer);
     bool applyPending();
+    bool takeBack();
+    bool isFetched(const UpdateRecord &record) const;
     void downloadSilently(const UpdateRecord &record);
-    void noteFetched(const UpdateRecord &record);
+    void noteFetched(const UpdateRecord &record, const QString &refusal);
     void rest();
+    void stopBackground();
     void clearLeftovers();
 
     const UpdateSettings m_settings;
-    MiniDownloader m_downloader;
     DirectoryLock m_lock;
+    /// Receiver of what run() began; without it an answer finds nobody.
+    std::unique_ptr<QObject> m_background;
+    QPointer<MiniDownloadObject> m_silent;
+    QPointer<MiniDownloadObject> m_asked;
     bool m_isChecking = false;
+    /// The last, since the end of its downloads is heard of above.
+    MiniDownloader m_downloader;
 };

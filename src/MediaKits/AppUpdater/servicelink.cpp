@@ -16,12 +16,11 @@ QNetworkRequest serviceRequest(const QUrl &address, bool verifiesPeer, int stall
     request.setTransferTimeout(stallMs);
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
                          QNetworkRequest::ManualRedirectPolicy);
-    if (address.scheme() == QLatin1String("https")) {
-        QSslConfiguration tls = QSslConfiguration::defaultConfiguration();
-        tls.setProtocol(QSsl::TlsV1_2OrLater);
-        if (!verifiesPeer)
-            tls.setPeerVerifyMode(QSslSocket::VerifyNone);
-        request.setSslConfiguration(tls);
-    }
+    // Also for http, which may lead on to https.
+    QSslConfiguration tls = QSslConfiguration::defaultConfiguration();
+    tls.setProtocol(QSsl::TlsV1_2OrLater);
+    if (!verifiesPeer)
+        tls.setPeerVerifyMode(QSslSocket::VerifyNone);
+    request.setSslConfiguration(tls);
     return request;
 }

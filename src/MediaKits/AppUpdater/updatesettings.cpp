@@ -6,6 +6,7 @@
 #include "MediaKits/AppUpdater/Package/updatekey.h"
 #include "MediaKits/DataTracker/trackershared.h"
 #include "platform/executable.h"
+#include "platform/ownfolder.h"
 
 #include <QFileInfo>
 
@@ -32,10 +33,7 @@ QString UpdateSettings::updater() const
 
 bool UpdateSettings::isReplaceable() const
 {
-    const QFileInfo folder(installFolder());
-    // It is exchanged as a whole, so its name is what has to be written.
-    return folder.isWritable() && QFileInfo(folder.absolutePath()).isWritable() &&
-           QFileInfo(updater()).isExecutable();
+    return isOwnFolder(installFolder()) && QFileInfo(updater()).isExecutable();
 }
 
 QString UpdateSettings::checkUrl() const

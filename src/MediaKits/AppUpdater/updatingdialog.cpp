@@ -18,7 +18,7 @@ UpdatingDialog::UpdatingDialog(AppUpdater &updater, const UpdateRecord &record, 
         return;
     }
     connect(m_download, &MiniDownloadObject::downloadProgress, this, &UpdatingDialog::showProgress);
-    connect(m_download, &MiniDownloadObject::downloadFinished, this, &UpdatingDialog::install);
+    connect(m_download, &MiniDownloadObject::downloadFinished, this, &UpdatingDialog::examine);
     connect(m_download, &MiniDownloadObject::downloadError, this,
             [this] { fail(tr("无法下载升级包")); });
 }
@@ -39,14 +39,21 @@ void UpdatingDialog::showProgress(qlonglong received, qlonglong total)
         m_form->lblProgress->property("txtFormat").toString().arg(percent));
 }
 
-void UpdatingDialog::install()
+void UpdatingDialog::examine()
 {
     m_download.clear();
-    const QString package = AppUpdater::askedPackage();
-    const QString refusal = m_updater.refusalOf(package);
+    m_updater.examine(AppUpdater::askedPackage(), this, [this](const QString &refusal) {
+        // The user may have left meanwhile.
+        if (isVisible())
+            install(refusal);
+    });
+}
+
+void UpdatingDialog::install(const QString &refusal)
+{
     if (!refusal.isEmpty())
         fail(tr("%1，没有安装").arg(refusal));
-    else if (m_updater.launchUpdater(package))
+    else if (m_updater.launchUpdater(AppUpdater::askedPackage()))
         accept();
     else
         fail(tr("无法启动升级程序"));

@@ -31,7 +31,8 @@ private slots:
 
 private:
     void showProgress(qlonglong received, qlonglong total);
-    void install();
+    void examine();
+    void install(const QString &refusal);
     void fail(const QString &text);
 
     const std::unique_ptr<Ui::UpdatingDialog> m_form;

@@ -5,6 +5,7 @@
 #include <QCryptographicHash>
 #include <QFile>
 #include <QRegularExpression>
+#include <QThread>
 
 #include <openssl/evp.h>
 
@@ -67,7 +68,8 @@ bool isSignedFor(const QByteArray &key, const Header &header)
                             size_t(header.signedText.size())) == 1;
 }
 
-QString refusalOf(QFile &file, const Header &header, const QByteArray &key, int installedVersion)
+QString refusalOf(const QFile &file, const Header &header, const QByteArray &key,
+                  int installedVersion)
 {
     if (key.isEmpty())
         return Texts::tr("此版本不接受升级包");
@@ -75,17 +77,29 @@ QString refusalOf(QFile &file, const Header &header, const QByteArray &key, int 
         return Texts::tr("升级包的签名无效");
     if (header.size > largestPackage || file.size() != header.length + header.size)
         return Texts::tr("升级包不完整");
-    QCryptographicHash hash(QCryptographicHash::Sha512);
-    if (!file.seek(header.length) || !hash.addData(&file) || hash.result().toHex() != header.hash)
-        return Texts::tr("升级包已损坏");
     if (header.version <= installedVersion)
         return Texts::tr("升级包不比当前版本新");
     return {};
 }
 
+bool hasContentOf(QFile &file, const UpdatePackage &package)
+{
+    constexpr qint64 blockBytes = 1024 * 1024;
+    QCryptographicHash hash(QCryptographicHash::Sha512);
+    if (!file.seek(package.contentAt))
+        return false;
+    while (!file.atEnd()) {
+        const QByteArray block = file.read(blockBytes);
+        if (block.isEmpty() || QThread::currentThread()->isInterruptionRequested())
+            return false;
+        hash.addData(block);
+    }
+    return hash.result().toHex() == package.hash;
+}
+
 } // namespace
 
-UpdatePackage readUpdatePackage(QFile &file, const QByteArray &key, int installedVersion)
+UpdatePackage readUpdateLines(QFile &file, const QByteArray &key, int installedVersion)
 {
     file.seek(0);
     const Header header = parseHeader(file.read(mostHeaderBytes));
@@ -93,5 +107,14 @@ UpdatePackage readUpdatePackage(QFile &file, const QByteArray &key, int installe
     package.refusal = refusalOf(file, header, key, installedVersion);
     package.version = header.version;
     package.contentAt = header.length;
+    package.hash = header.hash;
+    return package;
+}
+
+UpdatePackage readUpdatePackage(QFile &file, const QByteArray &key, int installedVersion)
+{
+    UpdatePackage package = readUpdateLines(file, key, installedVersion);
+    if (package.isAccepted() && !hasContentOf(file, package))
+        package.refusal = Texts::tr("升级包已损坏");
     return package;
 }

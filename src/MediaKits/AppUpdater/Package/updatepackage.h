@@ -24,6 +24,8 @@ struct UpdatePackage
     int version = 0;
     /// Where the archive begins, in bytes.
     qint64 contentAt = 0;
+    /// Of the archive, hexadecimal.
+    QByteArray hash;
     /// Why the package is refused, for the user; empty when it may be installed.
     QString refusal;
 
@@ -33,7 +35,11 @@ struct UpdatePackage
 /// Larger packages are neither fetched nor installed, in bytes.
 inline constexpr qint64 largestPackage = 512LL * 1024 * 1024;
 
-/// Reads an open package to its end and accepts it when it is signed for the key and newer than
-/// the installed version.
+/// Reads the lines of an open package and accepts it when it is signed for the key and newer than
+/// the installed version, whatever the archive behind the lines holds.
 /// @param key 32 bytes; with an empty one everything is refused
+UpdatePackage readUpdateLines(QFile &file, const QByteArray &key, int installedVersion);
+
+/// The same, and reads the archive to its end: takes seconds. A thread that is asked to end
+/// refuses.
 UpdatePackage readUpdatePackage(QFile &file, const QByteArray &key, int installedVersion);
