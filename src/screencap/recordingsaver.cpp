@@ -28,8 +28,8 @@ constexpr qint64 spareBytes = 50 * 1024 * 1024;
 
 // Less than one frame: what ffmpeg writes ahead of the first one, or a part of that.
 constexpr qint64 mostHeaderBytes = 4096;
-// By which the whole may be shorter than its pieces: a frame at the end of each, and as much as
-// they may begin late.
+// By which the whole may be shorter than its pieces: a frame at the end of each, and what their
+// streams don't begin together.
 constexpr double missedInEach = 0.1;
 constexpr double missedInAll = 0.5;
 
@@ -133,7 +133,8 @@ void RecordingSaver::onProbed()
 {
     const QString piece = m_unprobed.takeFirst();
     const QJsonObject found = QJsonDocument::fromJson(m_probe->output().toUtf8()).object();
-    const bool isReadable = !found.value(QLatin1String("packets")).toArray().isEmpty();
+    const QJsonArray packets = found.value(QLatin1String("packets")).toArray();
+    const bool isReadable = !packets.isEmpty();
     if (!isReadable && QFileInfo(piece).size() <= mostHeaderBytes) {
         CLOG(WARNING, "default") << "nothing in " << piece;
         probeNext();
@@ -141,6 +142,8 @@ void RecordingSaver::onProbed()
     }
     m_pieces += piece;
     m_lengths += lengthIn(found);
+    // On a busy machine a source opens late.
+    m_lengths.last().begin = packets[0][QLatin1String("pts_time")].toString().toDouble();
     m_areAllReadable = m_areAllReadable && isReadable;
     const bool isClosed = m_lengths.last().picture > 0.0 || m_lengths.last().sound > 0.0;
     if (isClosed || !isReadable)
@@ -181,7 +184,7 @@ QStringList RecordingSaver::listLines()
         lines += QStringLiteral("file ") + QFileInfo(m_pieces[i]).fileName();
         // Behind the last one nothing has to fit.
         const bool isCut = i + 1 < m_pieces.size() && endsWithItsSound(length);
-        m_seconds += isCut ? length.sound : qMax(length.picture, length.sound);
+        m_seconds += (isCut ? length.sound : qMax(length.picture, length.sound)) - length.begin;
         if (!isCut)
             continue;
         const QString end = QString::number(length.sound, 'f', 6);

@@ -25,9 +25,11 @@ public:
 
     void start();
 
-    /// Seconds that each kind of stream of a piece lasts, 0 for none and for what isn't known.
+    /// Times in a piece in seconds: of its first packet, and at which each kind of stream ends, 0
+    /// for none and for what isn't known.
     struct PieceLength
     {
+        double begin = 0.0;
         double picture = 0.0;
         double sound = 0.0;
     };
@@ -68,7 +70,7 @@ private:
     QStringList m_pieces;           ///< those with something in them
     QVector<PieceLength> m_lengths; ///< of each of `m_pieces`
     bool m_areAllReadable = true;
-    double m_seconds = 0.0; ///< that the pieces last together
+    double m_seconds = 0.0; ///< that there is something in the pieces, together
     std::unique_ptr<FFProbeProcessor> m_probe;
     std::unique_ptr<FFMpegProcessor> m_join;
     QList<Move> m_moves;
