@@ -17,7 +17,7 @@ public:
     explicit CapturePiece(QObject *parent = nullptr);
 
     /// @param path of the piece's file
-    /// @param canvas size of its picture whatever the source's; empty for the source's own
+    /// @param canvas size of its picture, whatever the source's
     void start(const QString &command, const QString &path, const QSize &canvas);
     /// Ends the piece in order, and not before there is something in it. Several calls are one.
     void end();

@@ -4,21 +4,18 @@
 #include "MediaKits/Logger/logger.h"
 #include "MediaKits/MediaFormats/outputpath.h"
 #include "platform/diskspace.h"
-#include "platform/screensize.h"
 #include "platform/screensource.h"
-#include "platform/soundserver.h"
 #include "screencap/capturecommand.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
-#include <QRect>
+#include <QFileInfo>
 
 namespace {
 
-constexpr int longestWakingMs = 2500;
 constexpr int wakePollMs = 20;
-constexpr int windowPollMs = 250;
+constexpr int targetPollMs = 250;
 constexpr int mostEmptyInRow = 3;
 constexpr int secondMs = 1000;
 
@@ -46,7 +43,7 @@ Screencap::Screencap() : m_freeSpace(&freeDiskSpace)
     m_tickTimer.setTimerType(Qt::PreciseTimer);
     connect(&m_tickTimer, &QTimer::timeout, this, &Screencap::tick);
     connect(&m_wakeTimer, &QTimer::timeout, this, &Screencap::launchWhenAwake);
-    connect(&m_windowTimer, &QTimer::timeout, this, &Screencap::waitForWindow);
+    connect(&m_targetTimer, &QTimer::timeout, this, &Screencap::waitForTarget);
     connect(&m_repair, &RecordingRepair::done, this, [this](const QStringList &files) {
         if (!files.isEmpty())
             emit recordingsRepaired(files);
@@ -60,12 +57,13 @@ Screencap::~Screencap() = default;
 // stays in its folder for the next start.
 void Screencap::letGo()
 {
-    for (QTimer *timer : {&m_tickTimer, &m_wakeTimer, &m_windowTimer})
+    for (QTimer *timer : {&m_tickTimer, &m_wakeTimer, &m_targetTimer})
         timer->stop();
     m_piece.reset();
+    m_repair.letGo();
     m_saver.reset();
     m_folder.reset();
-    m_awake.reset();
+    m_sound.forget();
     m_windowPicture.reset();
 }
 
@@ -81,21 +79,10 @@ void Screencap::setDefinition(int index, const QSize &size)
     m_definitionSize = size;
 }
 
-void Screencap::prepare()
-{
-    QStringList inputs;
-    if ((m_audioFlags & Microphones) != 0)
-        inputs = listAudioDevices(1);
-    const bool isPlayedSoundWanted =
-        (m_audioFlags & SystemSound) != 0 && !listAudioDevices(2).isEmpty();
-    m_awake = std::make_unique<AwakeSound>(inputs.toVector(), isPlayedSoundWanted);
-    m_waking.start();
-}
-
 void Screencap::cancelPreparation()
 {
     if (m_state == CapIdle)
-        m_awake.reset();
+        m_sound.forget();
 }
 
 void Screencap::start()
@@ -108,6 +95,7 @@ void Screencap::start()
     m_earlierMs = 0;
     m_seconds = 0;
     m_canvas = QSize();
+    m_sound.ask();
     const QString warning = startWarning();
     if (!warning.isEmpty()) {
         CLOG(WARNING, "default") << warning;
@@ -125,9 +113,9 @@ void Screencap::start()
         return;
     }
     if (m_mode == WindowMode)
-        m_windowPicture = std::make_unique<WindowPicture>(window());
-    if (!m_awake)
-        prepare();
+        m_windowPicture = std::make_unique<WindowPicture>(target().window());
+    if (!m_sound.isWoken())
+        m_sound.wake();
     setState(CapStarted);
     m_wakeTimer.start(wakePollMs);
     launchWhenAwake();
@@ -138,22 +126,24 @@ bool Screencap::makeFolder()
     const QString time = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd hhmmss"));
     m_outputPath =
         uniqueOutputPath(m_outputDir + QLatin1Char('/') + m_filePrefix + time + m_fileSuffix);
+    m_outputPaths.clear();
     m_folder = RecordingFolder::create(m_outputPath);
     return m_folder != nullptr;
 }
 
-void Screencap::writeSourceConfig()
+// A source that isn't told, or told of nothing, records the whole screen.
+bool Screencap::tellSource()
 {
-    SourceConfig::clear();
-    if (m_mode == AreaMode) {
-        // An area that begins or ends beside the screen by a rounded pixel can't be read at all.
-        SourceConfig::writeArea(m_target.toRect() & QRect(QPoint(0, 0), screenSizeInPixels()));
-    } else if (m_mode == WindowMode) {
-        m_windowSize = windowSize(window()).value_or(QSize());
-        if (m_canvas.isEmpty())
-            m_canvas = SourceConfig::evenSize(m_windowSize);
-        SourceConfig::writeWindow(window(), m_windowSize);
+    m_presentSize = target().presentSize();
+    const bool isTold = target().tellSource();
+    if (m_presentSize.isEmpty() || !isTold) {
+        stopBecause(isTold ? target().lossReason()
+                           : tr("无法写入录屏设置：%1").arg(captureSettingsPath()));
+        return false;
     }
+    if (m_canvas.isEmpty())
+        m_canvas = target().canvas(m_definition);
+    return true;
 }
 
 QString Screencap::commandText() const
@@ -161,17 +151,15 @@ QString Screencap::commandText() const
     CaptureCommand command;
     command.isFullScreen = m_mode == FullMode;
     command.definition = m_definition;
-    command.isPlayedSoundWanted =
-        (m_audioFlags & SystemSound) != 0 && !listAudioDevices(2).isEmpty();
-    if ((m_audioFlags & Microphones) != 0)
-        command.inputs = listAudioDevices(1);
+    command.isPlayedSoundWanted = m_sound.isPlayedSoundWanted();
+    command.inputs = m_sound.inputs();
     command.outputPath = m_outputPath;
     return command.text();
 }
 
 void Screencap::launchWhenAwake()
 {
-    if (!m_awake->isAwake() && m_waking.elapsed() < longestWakingMs)
+    if (!m_sound.isReady())
         return;
     m_wakeTimer.stop();
     launchPiece();
@@ -179,9 +167,9 @@ void Screencap::launchWhenAwake()
 
 void Screencap::launchPiece()
 {
-    if (m_piece)
-        m_piece.release()->deleteLater();
-    writeSourceConfig();
+    releasePiece();
+    if (!tellSource())
+        return;
     m_piece = std::make_unique<CapturePiece>();
     connect(m_piece.get(), &CapturePiece::running, this, [this] {
         if (m_state == CapStarted)
@@ -201,6 +189,15 @@ void Screencap::endPiece()
     m_piece->end();
 }
 
+// One that has ended may still be about to tell so.
+void Screencap::releasePiece()
+{
+    if (!m_piece)
+        return;
+    m_piece->disconnect(this);
+    m_piece.release()->deleteLater();
+}
+
 void Screencap::onPieceEnded()
 {
     if (!m_piece->isEndAsked())
@@ -211,31 +208,34 @@ void Screencap::onPieceEnded()
         launchPiece();
 }
 
-// What was recorded until then is kept.
+// What was recorded until then is kept. What is read can't be read any more when the window is
+// minimised, or when window or screen get smaller.
 void Screencap::onLostPiece()
 {
     m_tickTimer.stop();
     m_emptyInRow = m_piece->recordedMs() > 0 ? 0 : m_emptyInRow + 1;
     m_earlierMs += m_piece->recordedMs();
-    const bool isWindow = m_mode == WindowMode;
-    if (isWindow && !windowSize(window()))
-        stopBecause(tr("录制的窗口已关闭，录制已结束"));
-    else if (isWindow && m_emptyInRow < mostEmptyInRow)
-        m_windowTimer.start(windowPollMs);
+    if (m_isPaused)
+        return;
+    const QSize size = target().presentSize();
+    if (size.isEmpty())
+        stopBecause(target().lossReason());
+    else if ((target().isWindow() || size != m_presentSize) && m_emptyInRow < mostEmptyInRow)
+        m_targetTimer.start(targetPollMs);
     else
         stopBecause(m_piece->lossReason());
 }
 
-// What is read can't be read any more when the window is minimised or gets smaller.
-void Screencap::waitForWindow()
+void Screencap::waitForTarget()
 {
-    if (windowSize(window()) && !isWindowViewable(window()))
+    const bool isGone = target().presentSize().isEmpty();
+    if (!isGone && !target().isVisible())
         return;
-    m_windowTimer.stop();
-    if (windowSize(window()))
-        launchPiece();
+    m_targetTimer.stop();
+    if (isGone)
+        stopBecause(target().lossReason());
     else
-        stopBecause(tr("录制的窗口已关闭，录制已结束"));
+        launchPiece();
 }
 
 void Screencap::pause()
@@ -243,7 +243,7 @@ void Screencap::pause()
     if (m_isPaused || m_isSaving || (m_state != CapRunning && m_state != CapPaused))
         return;
     m_isPaused = true;
-    m_windowTimer.stop();
+    m_targetTimer.stop();
     endPiece();
     setState(CapPaused);
     emit pausedChanged(true);
@@ -268,11 +268,13 @@ void Screencap::stop()
     }
     if (m_state == CapIdle || m_isSaving)
         return;
-    m_windowTimer.stop();
+    m_targetTimer.stop();
     if (m_wakeTimer.isActive()) {
         m_wakeTimer.stop();
         launchPiece();
     }
+    if (m_isSaving) // the launch has found nothing to record
+        return;
     setSaving(true);
     endPiece();
     if (!isRecording())
@@ -290,9 +292,8 @@ void Screencap::stopBecause(const QString &reason)
 void Screencap::save()
 {
     SourceConfig::clear();
-    if (m_piece)
-        m_piece.release()->deleteLater();
-    m_awake.reset();
+    releasePiece();
+    m_sound.forget();
     m_windowPicture.reset();
     m_saver = std::make_unique<RecordingSaver>(std::move(m_folder));
     connect(m_saver.get(), &RecordingSaver::done, this, &Screencap::onSaved);
@@ -312,6 +313,7 @@ void Screencap::onSaved()
         fail(m_failureReason.isEmpty() ? tr("没有录到画面") : m_failureReason);
     } else {
         m_outputPath = files.first();
+        m_outputPaths = files;
         setState(CapFinished);
         setState(CapIdle);
     }
@@ -336,7 +338,7 @@ void Screencap::fail(const QString &reason)
 {
     m_failureReason = reason;
     CLOG(ERROR, "default") << reason;
-    m_awake.reset();
+    m_sound.forget();
     setState(CapFailed);
     setState(CapIdle);
 }
@@ -356,13 +358,15 @@ void Screencap::tick()
     if (isRecording() && !m_piece->isEndAsked())
         scheduleTick();
     watchSpace();
-    watchWindow();
+    watchTarget();
 }
 
 void Screencap::watchSpace()
 {
-    const qint64 bytes = m_freeSpace(m_outputDir);
-    if (bytes < 0 || bytes >= lowSpace || m_isSaving)
+    if (m_isSaving)
+        return;
+    const qint64 bytes = m_freeSpace(QFileInfo(m_outputPath).path());
+    if (bytes < 0 || bytes >= lowSpace)
         return;
     if (isFull(bytes)) {
         stopBecause(tr("磁盘空间不足，录制已自动停止"));
@@ -372,13 +376,13 @@ void Screencap::watchSpace()
     }
 }
 
-void Screencap::watchWindow()
+void Screencap::watchTarget()
 {
-    if (m_mode != WindowMode || m_isSaving)
+    if (m_isSaving)
         return;
-    const std::optional<QSize> size = windowSize(window());
-    if (!size)
-        stopBecause(tr("录制的窗口已关闭，录制已结束"));
-    else if (*size != m_windowSize)
+    const QSize size = target().presentSize();
+    if (size.isEmpty())
+        stopBecause(target().lossReason());
+    else if (size != m_presentSize)
         endPiece(); // the next one has the new size
 }

@@ -3,6 +3,9 @@
 #include "recordingtest.h"
 #include "support/testfile.h"
 
+#include <QLocalServer>
+#include <QScopeGuard>
+
 #include <cstring>
 
 namespace {
@@ -117,6 +120,7 @@ class TestRecordSound : public RecordingTest
 private slots:
     void initTestCase();
     void recordsWithoutAServer();
+    void asksAHangingServerOnce();
     void keepsSoundAndPictureTogether_data();
     void keepsSoundAndPictureTogether();
     void mixesAllSounds();
@@ -137,6 +141,25 @@ void TestRecordSound::recordsWithoutAServer()
     QVERIFY(warnings.join(u' ').contains("声音服务"_s));
     QVERIFY(!Screencap::sourcesRegistered());
     QVERIFY(probeMedia(film).seconds > 0.5);
+    QVERIFY(probeMedia(film).audio.isEmpty());
+}
+
+// It takes connections and never says a word.
+void TestRecordSound::asksAHangingServerOnce()
+{
+    QLocalServer server;
+    QVERIFY(server.listen(dir() + "/pulse"_s));
+    QSignalSpy questions(&server, &QLocalServer::newConnection);
+    qputenv("PULSE_SERVER", "unix:" + server.fullServerName().toUtf8());
+    const auto restore = qScopeGuard([] { qunsetenv("PULSE_SERVER"); });
+    recorder().setAudioFlags(Screencap::SystemSound | Screencap::Microphones);
+    begin(Screencap::AreaMode, flashArea);
+    QTRY_COMPARE(recorder().elapsedSeconds(), 1U);
+    recorder().pause();
+    recorder().resume();
+    QTRY_COMPARE(recorder().elapsedSeconds(), 2U);
+    const QString film = stop();
+    QCOMPARE(questions.size(), 1);
     QVERIFY(probeMedia(film).audio.isEmpty());
 }
 

@@ -70,6 +70,7 @@ void RecordingRun::start(int mode)
 // Before anything is hidden.
 bool RecordingRun::warn()
 {
+    engine().askForSound();
     const QString warning = engine().startWarning();
     if (warning.isEmpty())
         return true;
