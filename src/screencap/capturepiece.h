@@ -28,6 +28,8 @@ public:
     /// Since the piece's beginning; below 0 before it.
     qint64 elapsedMs() const;
     qint64 recordedMs() const { return qMax<qint64>(0, elapsedMs()); }
+    /// Whether it has ended, unasked, because one of its sources had.
+    bool hasLostSource() const { return m_processor.state() == MediaProcessor::ProcessorFinished; }
     /// Why it ended when it wasn't asked to, for the user.
     QString lossReason() const;
 

@@ -30,6 +30,16 @@ bool RecordedSound::isPlayedSoundWanted() const
     return (m_flags & Screencap::SystemSound) != 0 && m_devices && !m_devices->outputs.isEmpty();
 }
 
+bool RecordedSound::askAgain()
+{
+    const auto sources = [this] { return qMakePair(inputs(), isPlayedSoundWanted()); };
+    const auto before = sources();
+    if (before.first.isEmpty() && !before.second)
+        return false;
+    m_devices = soundDevices();
+    return sources() != before;
+}
+
 void RecordedSound::wake()
 {
     ask();

@@ -9,8 +9,8 @@
 #include <optional>
 
 /// The sound sources of a recording. What the sound server has is asked once, and the answer is
-/// kept until forget(): a server that hangs holds up a window once only, and all pieces have the
-/// same sounds.
+/// kept until forget(): a server that hangs holds up a window once only, and no piece has sound
+/// where the first has none.
 class RecordedSound
 {
 public:
@@ -26,6 +26,10 @@ public:
     /// Names of the inputs to record.
     QStringList inputs() const;
     bool isPlayedSoundWanted() const;
+
+    /// Asks again, if there are sources: one may have gone.
+    /// @return whether they are others now
+    bool askAgain();
 
     /// Asks, and wakes the sources, which may take two seconds.
     void wake();

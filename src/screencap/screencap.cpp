@@ -3,14 +3,12 @@
 
 #include "MediaKits/Logger/logger.h"
 #include "MediaKits/MediaFormats/outputpath.h"
-#include "platform/diskspace.h"
 #include "platform/screensource.h"
 #include "screencap/capturecommand.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
-#include <QFileInfo>
 
 namespace {
 
@@ -18,15 +16,6 @@ constexpr int wakePollMs = 20;
 constexpr int targetPollMs = 250;
 constexpr int mostEmptyInRow = 3;
 constexpr int secondMs = 1000;
-
-constexpr qint64 mebibyte = 1024 * 1024;
-constexpr qint64 lowSpace = 500 * mebibyte;
-constexpr qint64 leastSpace = 100 * mebibyte;
-
-bool isFull(qint64 freeBytes)
-{
-    return freeBytes >= 0 && freeBytes < leastSpace;
-}
 
 } // namespace
 
@@ -36,7 +25,7 @@ Screencap &Screencap::instance()
     return screencap;
 }
 
-Screencap::Screencap() : m_freeSpace(&freeDiskSpace)
+Screencap::Screencap()
 {
     qRegisterMetaType<Screencap::CapStateEnum>("Screencap::CapStateEnum");
     m_tickTimer.setSingleShot(true);
@@ -90,26 +79,15 @@ void Screencap::start()
     if (m_state != CapIdle)
         return;
     m_failureReason.clear();
-    m_isSpaceTold = false;
     m_emptyInRow = 0;
     m_earlierMs = 0;
     m_seconds = 0;
     m_canvas = QSize();
     m_sound.ask();
-    const QString warning = startWarning();
-    if (!warning.isEmpty()) {
-        CLOG(WARNING, "default") << warning;
-        if (m_warner)
-            m_warner(warning);
-    }
-    if (!makeFolder()) {
-        fail(tr("无法写入输出文件夹：%1").arg(QDir::toNativeSeparators(m_outputDir)));
-        return;
-    }
-    if (isFull(m_freeSpace(m_outputDir))) {
-        m_folder->remove();
-        m_folder.reset();
-        fail(tr("磁盘空间不足，无法开始录制"));
+    tellWarning();
+    const QString obstacle = makeFolder();
+    if (!obstacle.isEmpty()) {
+        fail(obstacle);
         return;
     }
     if (m_mode == WindowMode)
@@ -121,14 +99,34 @@ void Screencap::start()
     launchWhenAwake();
 }
 
-bool Screencap::makeFolder()
+void Screencap::tellWarning()
+{
+    const QString warning = startWarning();
+    if (warning.isEmpty())
+        return;
+    CLOG(WARNING, "default") << warning;
+    if (m_warner)
+        m_warner(warning);
+}
+
+// Gives back why there can be none.
+QString Screencap::makeFolder()
 {
     const QString time = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd hhmmss"));
     m_outputPath =
         uniqueOutputPath(m_outputDir + QLatin1Char('/') + m_filePrefix + time + m_fileSuffix);
     m_outputPaths.clear();
+    // There would be nothing but black in the picture.
+    if (screenAccess() == ScreenAccess::Wayland)
+        return startWarning();
     m_folder = RecordingFolder::create(m_outputPath);
-    return m_folder != nullptr;
+    if (!m_folder)
+        return tr("无法写入输出文件夹：%1").arg(QDir::toNativeSeparators(m_outputDir));
+    if (m_space.begin(m_outputDir))
+        return {};
+    m_folder->remove();
+    m_folder.reset();
+    return tr("磁盘空间不足，无法开始录制");
 }
 
 // A source that isn't told, or told of nothing, records the whole screen.
@@ -209,7 +207,7 @@ void Screencap::onPieceEnded()
 }
 
 // What was recorded until then is kept. What is read can't be read any more when the window is
-// minimised, or when window or screen get smaller.
+// minimised, when window or screen get smaller, or when a sound device is pulled out.
 void Screencap::onLostPiece()
 {
     m_tickTimer.stop();
@@ -220,10 +218,18 @@ void Screencap::onLostPiece()
     const QSize size = target().presentSize();
     if (size.isEmpty())
         stopBecause(target().lossReason());
-    else if ((target().isWindow() || size != m_presentSize) && m_emptyInRow < mostEmptyInRow)
-        m_targetTimer.start(targetPollMs);
+    else if (m_emptyInRow < mostEmptyInRow &&
+             (m_piece->hasLostSource() || target().isWindow() || size != m_presentSize))
+        goOn();
     else
         stopBecause(m_piece->lossReason());
+}
+
+void Screencap::goOn()
+{
+    if (m_sound.askAgain())
+        m_failureReason = tr("录制中有声音设备断开，之后的录像可能没有声音");
+    m_targetTimer.start(targetPollMs);
 }
 
 void Screencap::waitForTarget()
@@ -365,15 +371,11 @@ void Screencap::watchSpace()
 {
     if (m_isSaving)
         return;
-    const qint64 bytes = m_freeSpace(QFileInfo(m_outputPath).path());
-    if (bytes < 0 || bytes >= lowSpace)
-        return;
-    if (isFull(bytes)) {
+    const SpaceWatch::State state = m_space.look();
+    if (state == SpaceWatch::Full)
         stopBecause(tr("磁盘空间不足，录制已自动停止"));
-    } else if (!m_isSpaceTold) {
-        m_isSpaceTold = true;
-        emit spaceLow(bytes);
-    }
+    else if (state == SpaceWatch::Low)
+        emit spaceLow(m_space.bytesLeft());
 }
 
 void Screencap::watchTarget()

@@ -7,6 +7,7 @@
 #include "screencap/recordedsound.h"
 #include "screencap/recordingrepair.h"
 #include "screencap/sourceconfig.h"
+#include "screencap/spacewatch.h"
 
 #include <QVariant>
 
@@ -76,9 +77,9 @@ public:
     /// Seconds recorded, without pauses.
     uint elapsedSeconds() const { return m_seconds; }
 
-    /// Why the last recording failed, or why one that was kept ended by itself: a window was
-    /// closed, the disk is full, the tool died. One line for the user; empty after a stop that was
-    /// asked for.
+    /// Why the last recording failed, or why one that was kept ended by itself or isn't all that it
+    /// should be: a window was closed, the disk is full, the tool died, a microphone was pulled
+    /// out. One line for the user; empty when all went well.
     QString failureReason() const { return m_failureReason; }
 
     /// Whether screen and system sound can both be recorded.
@@ -104,7 +105,7 @@ public:
     /// How the free space of a folder is found out, in bytes; for tests.
     void setSpaceSource(const std::function<qint64(const QString &)> &freeSpace)
     {
-        m_freeSpace = freeSpace;
+        m_space.setSource(freeSpace);
     }
 
     /// Asks for the sound devices, if sound is wanted, and keeps the answer until the next
@@ -148,7 +149,8 @@ private:
     void setState(CapStateEnum state);
     void setSaving(bool isSaving);
     void fail(const QString &reason);
-    bool makeFolder();
+    QString makeFolder();
+    void tellWarning();
     CaptureTarget target() const { return {m_mode, m_target}; }
     bool tellSource();
     QString commandText() const;
@@ -159,6 +161,7 @@ private:
     void releasePiece();
     void onPieceEnded();
     void onLostPiece();
+    void goOn();
     void waitForTarget();
     void save();
     void onSaved();
@@ -184,8 +187,7 @@ private:
     bool m_isSaving = false;
     QString m_failureReason;
     std::function<void(const QString &)> m_warner;
-    std::function<qint64(const QString &)> m_freeSpace;
-    bool m_isSpaceTold = false;
+    SpaceWatch m_space;
 
     std::unique_ptr<CapturePiece> m_piece;
     int m_emptyInRow = 0; // pieces that ended by themselves with nothing in them

@@ -124,6 +124,7 @@ private slots:
     void keepsSoundAndPictureTogether_data();
     void keepsSoundAndPictureTogether();
     void mixesAllSounds();
+    void goesOnWithoutItsSound();
 };
 
 void TestRecordSound::initTestCase()
@@ -216,6 +217,22 @@ void TestRecordSound::mixesAllSounds()
     QCOMPARE(isHeard(Screencap::SystemSound), (QVector<bool>{true, false}));
     QCOMPARE(isHeard(Screencap::Microphones), (QVector<bool>{false, true}));
     QCOMPARE(isHeard(Screencap::SystemSound | Screencap::Microphones), (QVector<bool>{true, true}));
+}
+
+// As when a headset is pulled out.
+void TestRecordSound::goesOnWithoutItsSound()
+{
+    auto server = std::make_unique<SoundServer>();
+    recorder().setAudioFlags(Screencap::SystemSound | Screencap::Microphones);
+    begin(Screencap::AreaMode, flashArea);
+    QTRY_COMPARE(recorder().elapsedSeconds(), 2U);
+    server.reset();
+    QTRY_VERIFY_WITH_TIMEOUT(recorder().elapsedSeconds() >= 5, 15000);
+    const QString film = stop();
+    QVERIFY2(recorder().failureReason().contains("声音设备断开"_s),
+             qPrintable(recorder().failureReason()));
+    QVERIFY(probeMedia(film).seconds > 3.5);
+    QVERIFY(!probeMedia(film).audio.isEmpty());
 }
 
 QTEST_MAIN(TestRecordSound)

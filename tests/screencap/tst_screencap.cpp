@@ -442,6 +442,11 @@ void TestScreencap::tellsWhyNothingCame()
     QCOMPARE(states.size(), 4);
     QVERIFY(recorder().failureReason().contains("磁盘空间不足"_s));
     recorder().setSpaceSource([](const QString &) { return qint64(-1); });
+    qputenv("WAYLAND_DISPLAY", "wayland-0");
+    recorder().start();
+    qunsetenv("WAYLAND_DISPLAY");
+    QCOMPARE(states.size(), 6);
+    QVERIFY(recorder().failureReason().contains("Wayland"_s));
     QVERIFY(entriesOf(dir()).isEmpty() || entriesOf(dir()) == QStringList{"taken"_s});
 }
 
