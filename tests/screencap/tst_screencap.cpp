@@ -171,7 +171,7 @@ void TestScreencap::recordsEachDefinitionAndFormat()
     QVERIFY(probed.container.contains(suffix.mid(1)));
     QVERIFY(probed.audio.isEmpty());
     QCOMPARE(probed.video["color_space"_s].toString(), "bt709"_s);
-    const QImage frame = frameAt(film, 0.5);
+    const QImage frame = frameAt(film, probed.seconds / 2);
     const double scale = size.width() / 1920.0;
     for (int i = 0; i < 4; ++i) {
         const QPointF center = QPointF(paper.pos() + paper.quarter(i).center()) * scale;
