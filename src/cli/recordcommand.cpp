@@ -8,8 +8,11 @@
 #include "screencap/screencap.h"
 
 #include <QCoreApplication>
+#include <QJsonArray>
 #include <QJsonObject>
 #include <QRect>
+
+#include <optional>
 
 namespace {
 
@@ -55,12 +58,15 @@ void setUp(Screencap &screencap, const CommandLine &line)
 void report(const Screencap &screencap, bool isFinished, bool json)
 {
     const QString reason = screencap.failureReason();
+    const QStringList files = isFinished ? screencap.outputPaths() : QStringList();
     if (json) {
-        printJsonLine({{QStringLiteral("output"),
-                        isFinished ? QJsonValue(screencap.outputPath()) : QJsonValue()},
-                       {QStringLiteral("message"), reason}});
-    } else if (isFinished) {
-        printLine(screencap.outputPath());
+        printJsonLine(
+            {{QStringLiteral("output"), isFinished ? QJsonValue(files.first()) : QJsonValue()},
+             {QStringLiteral("outputs"), QJsonArray::fromStringList(files)},
+             {QStringLiteral("message"), reason}});
+    } else {
+        for (const QString &file : files)
+            printLine(file);
     }
     if (!reason.isEmpty())
         printMessage(reason);
@@ -88,7 +94,14 @@ int recordScreen(const CommandLine &line)
     }
     const int seconds = line.record.seconds;
     TerminationWatcher watcher;
-    QObject::connect(&watcher, &TerminationWatcher::requested, &screencap, &Screencap::stop);
+    // Behind the recording only a repair is at work, which can go on at the next start.
+    std::optional<int> exitCode;
+    QObject::connect(&watcher, &TerminationWatcher::requested, &screencap, [&] {
+        if (exitCode)
+            QCoreApplication::exit(*exitCode);
+        else
+            screencap.stop();
+    });
     QObject::connect(&screencap, &Screencap::elapse, &screencap, [&screencap, seconds](uint now) {
         if (seconds > 0 && now == uint(seconds))
             screencap.stop();
@@ -101,12 +114,13 @@ int recordScreen(const CommandLine &line)
                              printMessage(tr("已恢复上次中断的录像：%1").arg(file));
                      });
     QObject::connect(&screencap, &Screencap::stateChanged, &screencap,
-                     [&screencap, &line](Screencap::CapStateEnum state) {
+                     [&](Screencap::CapStateEnum state) {
                          const bool isFinished = state == Screencap::CapFinished;
                          if (!isFinished && state != Screencap::CapFailed)
                              return;
                          report(screencap, isFinished, line.json);
-                         exitWhenRepaired(isFinished ? 0 : 1);
+                         exitCode = isFinished ? 0 : 1;
+                         exitWhenRepaired(*exitCode);
                      });
     QTimer::singleShot(0, &screencap, [&screencap] {
         screencap.repairLeftRecordings();

@@ -13,16 +13,16 @@ struct SoundDevice
     QString title; ///< for people
 };
 
-enum class SoundDirection {
-    Input, ///< microphones and other sources; what outputs play doesn't count
-    Output,
+/// What the sound server has, in its order.
+struct SoundDevices
+{
+    bool isServerReachable = false;
+    QVector<SoundDevice> inputs; ///< microphones and other sources; what outputs play doesn't count
+    QVector<SoundDevice> outputs;
 };
 
-/// Whether a sound server answers. None is started by the question.
-bool isSoundServerReachable();
-
-/// The devices of the sound server, in its order; none where no server answers.
-QVector<SoundDevice> soundDevices(SoundDirection direction);
+/// Asks the sound server, and starts none. One that hangs is waited for a second: keep the answer.
+SoundDevices soundDevices();
 
 /// Keeps sound sources awake while it lives. One that sleeps takes up to two seconds before it
 /// gives its first sample to somebody who opens it.

@@ -11,14 +11,20 @@ const QString commandTemplate =
     QStringLiteral("-f dshow -i video=\"MorvaneScreenRecorder\" %1 %2 -vcodec libx264 "
                    "-acodec libmp3lame %3 -y %4");
 
-QString sizeArgument(int definition)
+QString sizeArgument(const QSize &box)
 {
-    if (definition == 0)
-        return QStringLiteral("-s 1280x720");
-    return definition == 1 ? QStringLiteral("-s 1920x1080") : QString();
+    return box.isEmpty() ? QString()
+                         : QStringLiteral("-s %1x%2").arg(box.width()).arg(box.height());
 }
 
 } // namespace
+
+QSize CaptureCommand::boxOf(int definition)
+{
+    if (definition == 0)
+        return {1280, 720};
+    return definition == 1 ? QSize(1920, 1080) : QSize();
+}
 
 QString CaptureCommand::text() const
 {
@@ -32,6 +38,6 @@ QString CaptureCommand::text() const
     }
     // All at once: a name may hold a place's mark.
     return commandTemplate.arg(sounds, QString(),
-                               isFullScreen ? sizeArgument(definition) : QString(),
+                               isFullScreen ? sizeArgument(boxOf(definition)) : QString(),
                                quoteToolPath(outputPath));
 }

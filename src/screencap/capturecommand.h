@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QSize>
 #include <QString>
 #include <QStringList>
 
@@ -13,6 +14,8 @@ struct CaptureCommand
     QStringList inputs; ///< names of the sound inputs that are wanted
     QString outputPath;
 
+    /// Size that a whole screen is fitted into; empty for the source's own.
+    static QSize boxOf(int definition);
     /// Arguments for ffmpeg in one text.
     QString text() const;
 };

@@ -2,7 +2,6 @@
 #include "screencap/capturedevices.h"
 
 #include "platform/screensource.h"
-#include "platform/soundserver.h"
 
 #include <QCoreApplication>
 
@@ -41,21 +40,24 @@ QList<QPair<QString, QString>> CaptureDevices::list(int category)
             devices += {screenSource, QString::fromLocal8Bit(qgetenv("DISPLAY"))};
         return devices;
     }
-    const QVector<SoundDevice> played = soundDevices(SoundDirection::Output);
-    const QVector<SoundDevice> listed =
-        category == outputs ? played : soundDevices(SoundDirection::Input);
-    for (const SoundDevice &device : listed)
+    const SoundDevices sound = soundDevices();
+    for (const SoundDevice &device : category == outputs ? sound.outputs : sound.inputs)
         devices += {device.title, device.name};
-    if (category != outputs && !played.isEmpty())
-        devices += {soundSource, played.first().name};
+    if (category != outputs && !sound.outputs.isEmpty())
+        devices += {soundSource, sound.outputs.first().name};
     return devices;
 }
 
 QStringList CaptureDevices::audio(int direction)
 {
+    const SoundDevices sound = soundDevices();
+    return names(direction == outputs ? sound.outputs : sound.inputs);
+}
+
+QStringList CaptureDevices::names(const QVector<SoundDevice> &devices)
+{
     QStringList names;
-    for (const SoundDevice &device :
-         soundDevices(direction == outputs ? SoundDirection::Output : SoundDirection::Input)) {
+    for (const SoundDevice &device : devices) {
         const bool isBroken = device.name.startsWith(QChar(QChar::ReplacementCharacter));
         if (!device.name.isEmpty() && !isBroken && !names.contains(device.name))
             names += device.name;
@@ -63,7 +65,7 @@ QStringList CaptureDevices::audio(int direction)
     return names;
 }
 
-QString CaptureDevices::warning(bool isSoundWanted)
+QString CaptureDevices::warning(bool isSoundMissed)
 {
     switch (screenAccess()) {
     case ScreenAccess::Wayland:
@@ -74,7 +76,7 @@ QString CaptureDevices::warning(bool isSoundWanted)
     case ScreenAccess::Open:
         break;
     }
-    if (isSoundWanted && !isSoundServerReachable())
+    if (isSoundMissed)
         return tr("没有可用的声音服务，将只录制画面");
     return {};
 }

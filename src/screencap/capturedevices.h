@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/soundserver.h"
+
 #include <QList>
 #include <QPair>
 #include <QStringList>
@@ -15,7 +17,11 @@ QList<QPair<QString, QString>> list(int category);
 /// As Screencap::listAudioDevices().
 QStringList audio(int direction);
 
-/// What a recording of sound, if that is wanted, would miss; a text for the user.
-QString warning(bool isSoundWanted);
+/// Those names among devices that are already known.
+QStringList names(const QVector<SoundDevice> &devices);
+
+/// What a recording would miss; a text for the user.
+/// @param isSoundMissed whether sound is wanted that no server gives
+QString warning(bool isSoundMissed);
 
 } // namespace CaptureDevices

@@ -35,9 +35,8 @@ void CapturePiece::start(const QString &command, const QString &path, const QSiz
 {
     m_path = path;
     m_processor.setVariable(pieceVariable, path);
-    if (!canvas.isEmpty())
-        m_processor.setVariable(canvasVariable,
-                                QStringLiteral("%1x%2").arg(canvas.width()).arg(canvas.height()));
+    m_processor.setVariable(canvasVariable,
+                            QStringLiteral("%1x%2").arg(canvas.width()).arg(canvas.height()));
     m_processor.setCommand(command, 0, false);
     m_processor.setUrgent();
     m_clock.start();

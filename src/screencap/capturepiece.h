@@ -17,7 +17,7 @@ public:
     explicit CapturePiece(QObject *parent = nullptr);
 
     /// @param path of the piece's file
-    /// @param canvas size of its picture whatever the source's; empty for the source's own
+    /// @param canvas size of its picture, whatever the source's
     void start(const QString &command, const QString &path, const QSize &canvas);
     /// Ends the piece in order, and not before there is something in it. Several calls are one.
     void end();
@@ -28,6 +28,8 @@ public:
     /// Since the piece's beginning; below 0 before it.
     qint64 elapsedMs() const;
     qint64 recordedMs() const { return qMax<qint64>(0, elapsedMs()); }
+    /// Whether it has ended, unasked, because one of its sources had.
+    bool hasLostSource() const { return m_processor.state() == MediaProcessor::ProcessorFinished; }
     /// Why it ended when it wasn't asked to, for the user.
     QString lossReason() const;
 

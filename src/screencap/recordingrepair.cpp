@@ -12,6 +12,12 @@ void RecordingRepair::start()
     next();
 }
 
+void RecordingRepair::letGo()
+{
+    m_folders.clear();
+    m_saver.reset();
+}
+
 void RecordingRepair::next()
 {
     while (!m_folders.isEmpty()) {

@@ -15,6 +15,8 @@ public:
     /// Does nothing while it is at it.
     void start();
     bool isRunning() const { return m_saver != nullptr; }
+    /// Ends the work; what isn't done stays for the next start.
+    void letGo();
 
 signals:
     /// @param files that there are now; may be none

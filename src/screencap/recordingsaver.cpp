@@ -16,6 +16,8 @@
 
 namespace {
 
+using PieceLength = RecordingSaver::PieceLength;
+
 const QString listFile = QStringLiteral("pieces.txt");
 // Below, the end of a piece is given up so that its sound and picture end together; more is missing
 // when the sound's device has gone.
@@ -23,6 +25,13 @@ constexpr double mostGivenUp = 1.0;
 constexpr int reportLines = 20;
 // Left on the disk for others.
 constexpr qint64 spareBytes = 50 * 1024 * 1024;
+
+// Less than one frame: what ffmpeg writes ahead of the first one, or a part of that.
+constexpr qint64 mostHeaderBytes = 4096;
+// By which the whole may be shorter than its pieces: a frame at the end of each, and what their
+// streams don't begin together.
+constexpr double missedInEach = 0.1;
+constexpr double missedInAll = 0.5;
 
 // "00:01:02.345000000" as Matroska has it, in seconds.
 double secondsOf(const QString &text)
@@ -32,18 +41,10 @@ double secondsOf(const QString &text)
                              : 0.0;
 }
 
-// Seconds that each kind of stream of a piece lasts, 0 for none.
-struct PieceLength
-{
-    double picture = 0.0;
-    double sound = 0.0;
-};
-
-PieceLength lengthIn(const QString &probe)
+PieceLength lengthIn(const QJsonObject &probe)
 {
     PieceLength length;
-    const QJsonObject root = QJsonDocument::fromJson(probe.toUtf8()).object();
-    const QJsonArray streams = root.value(QLatin1String("streams")).toArray();
+    const QJsonArray streams = probe.value(QLatin1String("streams")).toArray();
     for (const QJsonValue stream : streams) {
         const QString kind = stream[QLatin1String("codec_type")].toString();
         const double end =
@@ -53,14 +54,19 @@ PieceLength lengthIn(const QString &probe)
     return length;
 }
 
+double lastTimeIn(const QString &lines)
+{
+    double last = 0.0;
+    for (const QStringRef &line : lines.splitRef(QLatin1Char('\n'), Qt::SkipEmptyParts))
+        last = qMax(last, line.toDouble());
+    return last;
+}
+
 // The sound of one piece begins where that of the one before ends, so that the time of each is its
 // number of samples and nothing drifts; a picture that would be longer is cut.
-QStringList directives(const PieceLength &length)
+bool endsWithItsSound(const PieceLength &length)
 {
-    if (length.sound <= 0.0 || qAbs(length.picture - length.sound) > mostGivenUp)
-        return {};
-    const QString end = QString::number(length.sound, 'f', 6);
-    return {QStringLiteral("outpoint ") + end, QStringLiteral("duration ") + end};
+    return length.sound > 0.0 && qAbs(length.picture - length.sound) <= mostGivenUp;
 }
 
 } // namespace
@@ -80,12 +86,8 @@ void RecordingSaver::start()
         QTimer::singleShot(0, this, &RecordingSaver::done);
         return;
     }
-    if (!hasRoom()) {
-        m_remark = tr("磁盘空间不足");
-        keepPieces();
-        return;
-    }
-    m_list += QStringLiteral("ffconcat version 1.0");
+    m_unprobed = m_pieces;
+    m_pieces.clear();
     probeNext();
 }
 
@@ -99,30 +101,96 @@ bool RecordingSaver::hasRoom() const
     return freeBytes < 0 || freeBytes > bytes;
 }
 
-void RecordingSaver::probeNext()
+void RecordingSaver::probe(const QString &path, const QString &entries,
+                           void (RecordingSaver::*then)())
 {
-    m_list += QStringLiteral("file ") + QFileInfo(m_pieces[m_probed]).fileName();
-    // Behind the last one nothing has to fit.
-    if (m_probed + 1 == m_pieces.size()) {
-        join();
-        return;
-    }
     m_probe = std::make_unique<FFProbeProcessor>();
-    connect(m_probe.get(), &MediaProcessor::stateChanged, this, [this](MediaProcessor::State) {
-        if (m_probe->isFinal())
-            QTimer::singleShot(0, this, &RecordingSaver::onProbed);
-    });
-    m_probe->setArguments(QStringLiteral("-v error -show_entries stream=codec_type:stream_tags="
-                                         "DURATION -of json %1")
-                              .arg(quoteToolPath(m_pieces[m_probed])));
+    connect(m_probe.get(), &MediaProcessor::stateChanged, this,
+            [this, then](MediaProcessor::State) {
+                if (m_probe->isFinal())
+                    QTimer::singleShot(0, this, then);
+            });
+    m_probe->setArguments(
+        QStringLiteral("-v error -show_entries %1 %2").arg(entries, quoteToolPath(path)));
     m_probe->start();
 }
 
+void RecordingSaver::probeNext()
+{
+    if (m_unprobed.isEmpty()) {
+        onAllProbed();
+        return;
+    }
+    probe(m_unprobed.first(),
+          QStringLiteral("stream=codec_type:stream_tags=DURATION:packet=pts_time -read_intervals "
+                         "%+#1 -of json"),
+          &RecordingSaver::onProbed);
+}
+
+// A piece without a frame, whose tool was killed before there was one, plays nowhere, and ffmpeg
+// would leave out all that comes behind it.
 void RecordingSaver::onProbed()
 {
-    m_list += directives(lengthIn(m_probe->output()));
-    ++m_probed;
+    const QString piece = m_unprobed.takeFirst();
+    const QJsonObject found = QJsonDocument::fromJson(m_probe->output().toUtf8()).object();
+    const QJsonArray packets = found.value(QLatin1String("packets")).toArray();
+    const bool isReadable = !packets.isEmpty();
+    if (!isReadable && QFileInfo(piece).size() <= mostHeaderBytes) {
+        CLOG(WARNING, "default") << "nothing in " << piece;
+        probeNext();
+        return;
+    }
+    m_pieces += piece;
+    m_lengths += lengthIn(found);
+    // On a busy machine a source opens late.
+    m_lengths.last().begin = packets[0][QLatin1String("pts_time")].toString().toDouble();
+    m_areAllReadable = m_areAllReadable && isReadable;
+    const bool isClosed = m_lengths.last().picture > 0.0 || m_lengths.last().sound > 0.0;
+    if (isClosed || !isReadable)
+        probeNext();
+    else
+        probe(piece, QStringLiteral("packet=pts_time -of csv=p=0"), &RecordingSaver::onTimesProbed);
+}
+
+// The tool was killed: only its frames tell how long the piece is.
+void RecordingSaver::onTimesProbed()
+{
+    m_lengths.last().picture = lastTimeIn(m_probe->output());
     probeNext();
+}
+
+void RecordingSaver::onAllProbed()
+{
+    if (m_pieces.isEmpty()) {
+        m_folder->remove();
+        emit done();
+    } else if (!m_areAllReadable) {
+        m_remark = tr("有片段无法读取");
+        keepPieces();
+    } else if (!hasRoom()) {
+        m_remark = tr("磁盘空间不足");
+        keepPieces();
+    } else {
+        join();
+    }
+}
+
+QStringList RecordingSaver::listLines()
+{
+    QStringList lines{QStringLiteral("ffconcat version 1.0")};
+    m_seconds = 0.0;
+    for (int i = 0; i < m_pieces.size(); ++i) {
+        const PieceLength &length = m_lengths[i];
+        lines += QStringLiteral("file ") + QFileInfo(m_pieces[i]).fileName();
+        // Behind the last one nothing has to fit.
+        const bool isCut = i + 1 < m_pieces.size() && endsWithItsSound(length);
+        m_seconds += (isCut ? length.sound : qMax(length.picture, length.sound)) - length.begin;
+        if (!isCut)
+            continue;
+        const QString end = QString::number(length.sound, 'f', 6);
+        lines += {QStringLiteral("outpoint ") + end, QStringLiteral("duration ") + end};
+    }
+    return lines;
 }
 
 void RecordingSaver::join()
@@ -130,7 +198,7 @@ void RecordingSaver::join()
     const QString listPath = m_folder->filePath(listFile);
     QSaveFile list(listPath);
     if (!list.open(QIODevice::WriteOnly) ||
-        list.write(m_list.join(QLatin1Char('\n')).toUtf8() + '\n') < 0 || !list.commit()) {
+        list.write(listLines().join(QLatin1Char('\n')).toUtf8() + '\n') < 0 || !list.commit()) {
         m_remark = list.errorString();
         keepPieces();
         return;
@@ -149,12 +217,26 @@ void RecordingSaver::onJoined(MediaProcessor::State state)
 {
     if (!m_join->isFinal())
         return;
-    if (state == MediaProcessor::ProcessorFinished && QFileInfo(m_moves.first().from).size() > 0) {
-        QTimer::singleShot(0, this, &RecordingSaver::moveNext);
+    if (state == MediaProcessor::ProcessorFinished) {
+        probe(m_moves.first().from, QStringLiteral("format=duration -of csv=p=0"),
+              &RecordingSaver::onWholeProbed);
         return;
     }
     m_remark = failureCause(m_join->lastLines(reportLines));
     QTimer::singleShot(0, this, &RecordingSaver::keepPieces);
+}
+
+// ffmpeg also ends well when it gave up in the middle; then the pieces are all there is.
+void RecordingSaver::onWholeProbed()
+{
+    const double missed = m_seconds - m_probe->output().trimmed().toDouble();
+    if (missed <= missedInAll + missedInEach * m_pieces.size() &&
+        QFileInfo(m_moves.first().from).size() > 0) {
+        moveNext();
+        return;
+    }
+    m_remark = tr("合并后的录像不完整");
+    keepPieces();
 }
 
 // Each plays as it is.

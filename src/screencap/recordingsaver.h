@@ -7,12 +7,14 @@
 
 #include <QObject>
 #include <QStringList>
+#include <QVector>
 
 class MediaMoveTask;
 
 /// Makes one plain file of a recording's pieces, without coding anything again, and moves it to its
-/// place under a free name. Where the disk has no room for a second copy, the pieces themselves
-/// take that place. The folder goes when nothing is left in it. Serves one run.
+/// place under a free name. Where the disk has no room for a second copy, or joining loses some of
+/// them, the pieces themselves take that place. The folder goes when nothing is left in it. Serves
+/// one run.
 class RecordingSaver : public QObject
 {
     Q_OBJECT
@@ -22,6 +24,15 @@ public:
     ~RecordingSaver() override;
 
     void start();
+
+    /// Times in a piece in seconds: of its first packet, and at which each kind of stream ends, 0
+    /// for none and for what isn't known.
+    struct PieceLength
+    {
+        double begin = 0.0;
+        double picture = 0.0;
+        double sound = 0.0;
+    };
 
     /// The files that there are now; empty when nothing had been recorded or nothing could be
     /// moved.
@@ -35,10 +46,15 @@ signals:
 
 private:
     bool hasRoom() const;
+    void probe(const QString &path, const QString &entries, void (RecordingSaver::*then)());
     void probeNext();
     void onProbed();
+    void onTimesProbed();
+    void onAllProbed();
+    QStringList listLines();
     void join();
     void onJoined(MediaProcessor::State state);
+    void onWholeProbed();
     void keepPieces();
     void moveNext();
     void onMoved();
@@ -50,9 +66,11 @@ private:
     };
 
     std::unique_ptr<RecordingFolder> m_folder;
-    QStringList m_pieces;
-    QStringList m_list; ///< lines for ffmpeg, of the pieces that have been looked at
-    int m_probed = 0;
+    QStringList m_unprobed;
+    QStringList m_pieces;           ///< those with something in them
+    QVector<PieceLength> m_lengths; ///< of each of `m_pieces`
+    bool m_areAllReadable = true;
+    double m_seconds = 0.0; ///< that there is something in the pieces, together
     std::unique_ptr<FFProbeProcessor> m_probe;
     std::unique_ptr<FFMpegProcessor> m_join;
     QList<Move> m_moves;

@@ -3,33 +3,19 @@
 
 #include "MediaKits/Logger/logger.h"
 #include "MediaKits/MediaFormats/outputpath.h"
-#include "platform/diskspace.h"
-#include "platform/screensize.h"
 #include "platform/screensource.h"
-#include "platform/soundserver.h"
 #include "screencap/capturecommand.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
-#include <QRect>
 
 namespace {
 
-constexpr int longestWakingMs = 2500;
 constexpr int wakePollMs = 20;
-constexpr int windowPollMs = 250;
+constexpr int targetPollMs = 250;
 constexpr int mostEmptyInRow = 3;
 constexpr int secondMs = 1000;
-
-constexpr qint64 mebibyte = 1024 * 1024;
-constexpr qint64 lowSpace = 500 * mebibyte;
-constexpr qint64 leastSpace = 100 * mebibyte;
-
-bool isFull(qint64 freeBytes)
-{
-    return freeBytes >= 0 && freeBytes < leastSpace;
-}
 
 } // namespace
 
@@ -39,14 +25,14 @@ Screencap &Screencap::instance()
     return screencap;
 }
 
-Screencap::Screencap() : m_freeSpace(&freeDiskSpace)
+Screencap::Screencap()
 {
     qRegisterMetaType<Screencap::CapStateEnum>("Screencap::CapStateEnum");
     m_tickTimer.setSingleShot(true);
     m_tickTimer.setTimerType(Qt::PreciseTimer);
     connect(&m_tickTimer, &QTimer::timeout, this, &Screencap::tick);
     connect(&m_wakeTimer, &QTimer::timeout, this, &Screencap::launchWhenAwake);
-    connect(&m_windowTimer, &QTimer::timeout, this, &Screencap::waitForWindow);
+    connect(&m_targetTimer, &QTimer::timeout, this, &Screencap::waitForTarget);
     connect(&m_repair, &RecordingRepair::done, this, [this](const QStringList &files) {
         if (!files.isEmpty())
             emit recordingsRepaired(files);
@@ -60,12 +46,13 @@ Screencap::~Screencap() = default;
 // stays in its folder for the next start.
 void Screencap::letGo()
 {
-    for (QTimer *timer : {&m_tickTimer, &m_wakeTimer, &m_windowTimer})
+    for (QTimer *timer : {&m_tickTimer, &m_wakeTimer, &m_targetTimer})
         timer->stop();
     m_piece.reset();
+    m_repair.letGo();
     m_saver.reset();
     m_folder.reset();
-    m_awake.reset();
+    m_sound.forget();
     m_windowPicture.reset();
 }
 
@@ -81,21 +68,10 @@ void Screencap::setDefinition(int index, const QSize &size)
     m_definitionSize = size;
 }
 
-void Screencap::prepare()
-{
-    QStringList inputs;
-    if ((m_audioFlags & Microphones) != 0)
-        inputs = listAudioDevices(1);
-    const bool isPlayedSoundWanted =
-        (m_audioFlags & SystemSound) != 0 && !listAudioDevices(2).isEmpty();
-    m_awake = std::make_unique<AwakeSound>(inputs.toVector(), isPlayedSoundWanted);
-    m_waking.start();
-}
-
 void Screencap::cancelPreparation()
 {
     if (m_state == CapIdle)
-        m_awake.reset();
+        m_sound.forget();
 }
 
 void Screencap::start()
@@ -103,57 +79,69 @@ void Screencap::start()
     if (m_state != CapIdle)
         return;
     m_failureReason.clear();
-    m_isSpaceTold = false;
     m_emptyInRow = 0;
     m_earlierMs = 0;
     m_seconds = 0;
     m_canvas = QSize();
-    const QString warning = startWarning();
-    if (!warning.isEmpty()) {
-        CLOG(WARNING, "default") << warning;
-        if (m_warner)
-            m_warner(warning);
-    }
-    if (!makeFolder()) {
-        fail(tr("无法写入输出文件夹：%1").arg(QDir::toNativeSeparators(m_outputDir)));
-        return;
-    }
-    if (isFull(m_freeSpace(m_outputDir))) {
-        m_folder->remove();
-        m_folder.reset();
-        fail(tr("磁盘空间不足，无法开始录制"));
+    m_sound.ask();
+    tellWarning();
+    const QString obstacle = makeFolder();
+    if (!obstacle.isEmpty()) {
+        fail(obstacle);
         return;
     }
     if (m_mode == WindowMode)
-        m_windowPicture = std::make_unique<WindowPicture>(window());
-    if (!m_awake)
-        prepare();
+        m_windowPicture = std::make_unique<WindowPicture>(target().window());
+    if (!m_sound.isWoken())
+        m_sound.wake();
     setState(CapStarted);
     m_wakeTimer.start(wakePollMs);
     launchWhenAwake();
 }
 
-bool Screencap::makeFolder()
+void Screencap::tellWarning()
+{
+    const QString warning = startWarning();
+    if (warning.isEmpty())
+        return;
+    CLOG(WARNING, "default") << warning;
+    if (m_warner)
+        m_warner(warning);
+}
+
+// Gives back why there can be none.
+QString Screencap::makeFolder()
 {
     const QString time = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd hhmmss"));
     m_outputPath =
         uniqueOutputPath(m_outputDir + QLatin1Char('/') + m_filePrefix + time + m_fileSuffix);
+    m_outputPaths.clear();
+    // There would be nothing but black in the picture.
+    if (screenAccess() == ScreenAccess::Wayland)
+        return startWarning();
     m_folder = RecordingFolder::create(m_outputPath);
-    return m_folder != nullptr;
+    if (!m_folder)
+        return tr("无法写入输出文件夹：%1").arg(QDir::toNativeSeparators(m_outputDir));
+    if (m_space.begin(m_outputDir))
+        return {};
+    m_folder->remove();
+    m_folder.reset();
+    return tr("磁盘空间不足，无法开始录制");
 }
 
-void Screencap::writeSourceConfig()
+// A source that isn't told, or told of nothing, records the whole screen.
+bool Screencap::tellSource()
 {
-    SourceConfig::clear();
-    if (m_mode == AreaMode) {
-        // An area that begins or ends beside the screen by a rounded pixel can't be read at all.
-        SourceConfig::writeArea(m_target.toRect() & QRect(QPoint(0, 0), screenSizeInPixels()));
-    } else if (m_mode == WindowMode) {
-        m_windowSize = windowSize(window()).value_or(QSize());
-        if (m_canvas.isEmpty())
-            m_canvas = SourceConfig::evenSize(m_windowSize);
-        SourceConfig::writeWindow(window(), m_windowSize);
+    m_presentSize = target().presentSize();
+    const bool isTold = target().tellSource();
+    if (m_presentSize.isEmpty() || !isTold) {
+        stopBecause(isTold ? target().lossReason()
+                           : tr("无法写入录屏设置：%1").arg(captureSettingsPath()));
+        return false;
     }
+    if (m_canvas.isEmpty())
+        m_canvas = target().canvas(m_definition);
+    return true;
 }
 
 QString Screencap::commandText() const
@@ -161,17 +149,15 @@ QString Screencap::commandText() const
     CaptureCommand command;
     command.isFullScreen = m_mode == FullMode;
     command.definition = m_definition;
-    command.isPlayedSoundWanted =
-        (m_audioFlags & SystemSound) != 0 && !listAudioDevices(2).isEmpty();
-    if ((m_audioFlags & Microphones) != 0)
-        command.inputs = listAudioDevices(1);
+    command.isPlayedSoundWanted = m_sound.isPlayedSoundWanted();
+    command.inputs = m_sound.inputs();
     command.outputPath = m_outputPath;
     return command.text();
 }
 
 void Screencap::launchWhenAwake()
 {
-    if (!m_awake->isAwake() && m_waking.elapsed() < longestWakingMs)
+    if (!m_sound.isReady())
         return;
     m_wakeTimer.stop();
     launchPiece();
@@ -179,9 +165,9 @@ void Screencap::launchWhenAwake()
 
 void Screencap::launchPiece()
 {
-    if (m_piece)
-        m_piece.release()->deleteLater();
-    writeSourceConfig();
+    releasePiece();
+    if (!tellSource())
+        return;
     m_piece = std::make_unique<CapturePiece>();
     connect(m_piece.get(), &CapturePiece::running, this, [this] {
         if (m_state == CapStarted)
@@ -201,6 +187,15 @@ void Screencap::endPiece()
     m_piece->end();
 }
 
+// One that has ended may still be about to tell so.
+void Screencap::releasePiece()
+{
+    if (!m_piece)
+        return;
+    m_piece->disconnect(this);
+    m_piece.release()->deleteLater();
+}
+
 void Screencap::onPieceEnded()
 {
     if (!m_piece->isEndAsked())
@@ -211,31 +206,42 @@ void Screencap::onPieceEnded()
         launchPiece();
 }
 
-// What was recorded until then is kept.
+// What was recorded until then is kept. What is read can't be read any more when the window is
+// minimised, when window or screen get smaller, or when a sound device is pulled out.
 void Screencap::onLostPiece()
 {
     m_tickTimer.stop();
     m_emptyInRow = m_piece->recordedMs() > 0 ? 0 : m_emptyInRow + 1;
     m_earlierMs += m_piece->recordedMs();
-    const bool isWindow = m_mode == WindowMode;
-    if (isWindow && !windowSize(window()))
-        stopBecause(tr("录制的窗口已关闭，录制已结束"));
-    else if (isWindow && m_emptyInRow < mostEmptyInRow)
-        m_windowTimer.start(windowPollMs);
+    if (m_isPaused)
+        return;
+    const QSize size = target().presentSize();
+    if (size.isEmpty())
+        stopBecause(target().lossReason());
+    else if (m_emptyInRow < mostEmptyInRow &&
+             (m_piece->hasLostSource() || target().isWindow() || size != m_presentSize))
+        goOn();
     else
         stopBecause(m_piece->lossReason());
 }
 
-// What is read can't be read any more when the window is minimised or gets smaller.
-void Screencap::waitForWindow()
+void Screencap::goOn()
 {
-    if (windowSize(window()) && !isWindowViewable(window()))
+    if (m_sound.askAgain())
+        m_failureReason = tr("录制中有声音设备断开，之后的录像可能没有声音");
+    m_targetTimer.start(targetPollMs);
+}
+
+void Screencap::waitForTarget()
+{
+    const bool isGone = target().presentSize().isEmpty();
+    if (!isGone && !target().isVisible())
         return;
-    m_windowTimer.stop();
-    if (windowSize(window()))
-        launchPiece();
+    m_targetTimer.stop();
+    if (isGone)
+        stopBecause(target().lossReason());
     else
-        stopBecause(tr("录制的窗口已关闭，录制已结束"));
+        launchPiece();
 }
 
 void Screencap::pause()
@@ -243,7 +249,7 @@ void Screencap::pause()
     if (m_isPaused || m_isSaving || (m_state != CapRunning && m_state != CapPaused))
         return;
     m_isPaused = true;
-    m_windowTimer.stop();
+    m_targetTimer.stop();
     endPiece();
     setState(CapPaused);
     emit pausedChanged(true);
@@ -268,11 +274,13 @@ void Screencap::stop()
     }
     if (m_state == CapIdle || m_isSaving)
         return;
-    m_windowTimer.stop();
+    m_targetTimer.stop();
     if (m_wakeTimer.isActive()) {
         m_wakeTimer.stop();
         launchPiece();
     }
+    if (m_isSaving) // the launch has found nothing to record
+        return;
     setSaving(true);
     endPiece();
     if (!isRecording())
@@ -290,9 +298,8 @@ void Screencap::stopBecause(const QString &reason)
 void Screencap::save()
 {
     SourceConfig::clear();
-    if (m_piece)
-        m_piece.release()->deleteLater();
-    m_awake.reset();
+    releasePiece();
+    m_sound.forget();
     m_windowPicture.reset();
     m_saver = std::make_unique<RecordingSaver>(std::move(m_folder));
     connect(m_saver.get(), &RecordingSaver::done, this, &Screencap::onSaved);
@@ -312,6 +319,7 @@ void Screencap::onSaved()
         fail(m_failureReason.isEmpty() ? tr("没有录到画面") : m_failureReason);
     } else {
         m_outputPath = files.first();
+        m_outputPaths = files;
         setState(CapFinished);
         setState(CapIdle);
     }
@@ -336,7 +344,7 @@ void Screencap::fail(const QString &reason)
 {
     m_failureReason = reason;
     CLOG(ERROR, "default") << reason;
-    m_awake.reset();
+    m_sound.forget();
     setState(CapFailed);
     setState(CapIdle);
 }
@@ -356,29 +364,27 @@ void Screencap::tick()
     if (isRecording() && !m_piece->isEndAsked())
         scheduleTick();
     watchSpace();
-    watchWindow();
+    watchTarget();
 }
 
 void Screencap::watchSpace()
 {
-    const qint64 bytes = m_freeSpace(m_outputDir);
-    if (bytes < 0 || bytes >= lowSpace || m_isSaving)
+    if (m_isSaving)
         return;
-    if (isFull(bytes)) {
+    const SpaceWatch::State state = m_space.look();
+    if (state == SpaceWatch::Full)
         stopBecause(tr("磁盘空间不足，录制已自动停止"));
-    } else if (!m_isSpaceTold) {
-        m_isSpaceTold = true;
-        emit spaceLow(bytes);
-    }
+    else if (state == SpaceWatch::Low)
+        emit spaceLow(m_space.bytesLeft());
 }
 
-void Screencap::watchWindow()
+void Screencap::watchTarget()
 {
-    if (m_mode != WindowMode || m_isSaving)
+    if (m_isSaving)
         return;
-    const std::optional<QSize> size = windowSize(window());
-    if (!size)
-        stopBecause(tr("录制的窗口已关闭，录制已结束"));
-    else if (*size != m_windowSize)
+    const QSize size = target().presentSize();
+    if (size.isEmpty())
+        stopBecause(target().lossReason());
+    else if (size != m_presentSize)
         endPiece(); // the next one has the new size
 }

@@ -3,14 +3,16 @@
 
 #include "screencap/capturedevices.h"
 #include "screencap/capturepiece.h"
+#include "screencap/capturetarget.h"
+#include "screencap/recordedsound.h"
 #include "screencap/recordingrepair.h"
 #include "screencap/sourceconfig.h"
+#include "screencap/spacewatch.h"
 
 #include <QVariant>
 
 #include <functional>
 
-class AwakeSound;
 class WindowPicture;
 
 /// The recorder of the screen: one for the program, all on the main thread, without any dialog.
@@ -55,8 +57,8 @@ public:
     int capMode() const { return m_mode; }
     QVariant capTarget() const { return m_target; }
     /// @param flags of `AudioFlag`, together
-    void setAudioFlags(int flags) { m_audioFlags = flags; }
-    int audioFlags() const { return m_audioFlags; }
+    void setAudioFlags(int flags) { m_sound.setFlags(flags); }
+    int audioFlags() const { return m_sound.flags(); }
     /// @param index of `Definition`
     /// @param size kept, read by nobody
     void setDefinition(int index, const QSize &size);
@@ -64,6 +66,8 @@ public:
 
     /// Path of the present or last recording; once it has been saved, where it really is.
     QString outputPath() const { return m_outputPath; }
+    /// All files of the last recording: several where its pieces couldn't be made into one.
+    QStringList outputPaths() const { return m_outputPaths; }
     CapStateEnum state() const { return m_state; }
     /// Between pause() and resume().
     bool isPaused() const { return m_isPaused; }
@@ -73,16 +77,16 @@ public:
     /// Seconds recorded, without pauses.
     uint elapsedSeconds() const { return m_seconds; }
 
-    /// Why the last recording failed, or why one that was kept ended by itself: a window was
-    /// closed, the disk is full, the tool died. One line for the user; empty after a stop that was
-    /// asked for.
+    /// Why the last recording failed, or why one that was kept ended by itself or isn't all that it
+    /// should be: a window was closed, the disk is full, the tool died, a microphone was pulled
+    /// out. One line for the user; empty when all went well.
     QString failureReason() const { return m_failureReason; }
 
     /// Whether screen and system sound can both be recorded.
     static bool sourcesRegistered() { return CaptureDevices::areSourcesRegistered(); }
     /// What a recording with the present settings will miss, as a text for the user; empty for
     /// nothing. For showing before start(), which goes on all the same.
-    QString startWarning() const { return CaptureDevices::warning(m_audioFlags != NoSound); }
+    QString startWarning() const { return CaptureDevices::warning(m_sound.isMissed()); }
     /// How start() shows a startWarning(); without one it is only logged.
     void setWarner(const std::function<void(const QString &)> &warner) { m_warner = warner; }
 
@@ -96,17 +100,21 @@ public:
     static QStringList listAudioDevices(int direction) { return CaptureDevices::audio(direction); }
 
     /// Removes all that is told to the screen source.
-    static void clearSourceConfig() { SourceConfig::clear(); }
+    static bool clearSourceConfig() { return SourceConfig::clear(); }
 
     /// How the free space of a folder is found out, in bytes; for tests.
     void setSpaceSource(const std::function<qint64(const QString &)> &freeSpace)
     {
-        m_freeSpace = freeSpace;
+        m_space.setSource(freeSpace);
     }
 
+    /// Asks for the sound devices, if sound is wanted, and keeps the answer until the next
+    /// recording is over or cancelPreparation(). Those below do it, too: for calling where a user
+    /// may be kept waiting for a moment.
+    void askForSound() { m_sound.ask(); }
     /// Wakes the sources of the wanted sound, which may take two seconds; for calling while the
     /// user is made to wait anyway. A start() does it, too.
-    void prepare();
+    void prepare() { m_sound.wake(); }
     /// Undoes prepare() when no start() will follow.
     void cancelPreparation();
 
@@ -141,53 +149,54 @@ private:
     void setState(CapStateEnum state);
     void setSaving(bool isSaving);
     void fail(const QString &reason);
-    bool makeFolder();
-    void writeSourceConfig();
+    QString makeFolder();
+    void tellWarning();
+    CaptureTarget target() const { return {m_mode, m_target}; }
+    bool tellSource();
     QString commandText() const;
     bool isRecording() const { return m_piece && m_piece->isRunning(); }
     void launchWhenAwake();
     void launchPiece();
     void endPiece();
+    void releasePiece();
     void onPieceEnded();
     void onLostPiece();
-    void waitForWindow();
+    void goOn();
+    void waitForTarget();
     void save();
     void onSaved();
     void stopBecause(const QString &reason);
     void scheduleTick();
     void tick();
     void watchSpace();
-    void watchWindow();
-    quint32 window() const { return m_target.toUInt(); }
+    void watchTarget();
     void letGo();
 
     QString m_outputDir;
     QString m_filePrefix;
     QString m_fileSuffix;
     QString m_outputPath;
+    QStringList m_outputPaths;
     CapStateEnum m_state = CapIdle;
     QVariant m_target;
     QSize m_definitionSize;
     int m_mode = FullMode;
-    int m_audioFlags = NoSound;
     int m_definition = StandardDefinition;
 
     bool m_isPaused = false;
     bool m_isSaving = false;
     QString m_failureReason;
     std::function<void(const QString &)> m_warner;
-    std::function<qint64(const QString &)> m_freeSpace;
-    bool m_isSpaceTold = false;
+    SpaceWatch m_space;
 
     std::unique_ptr<CapturePiece> m_piece;
     int m_emptyInRow = 0; // pieces that ended by themselves with nothing in them
-    std::unique_ptr<AwakeSound> m_awake;
+    RecordedSound m_sound;
     QTimer m_wakeTimer;
-    QElapsedTimer m_waking;
     std::unique_ptr<WindowPicture> m_windowPicture;
-    QTimer m_windowTimer; // while there is nothing to see of the window
-    QSize m_canvas;       // even size of the window in the first piece
-    QSize m_windowSize;   // in the present piece
+    QTimer m_targetTimer; // while there is nothing to see of what is recorded
+    QSize m_canvas;       // size of the film's picture, which that of each piece is fitted into
+    QSize m_presentSize;  // of what is recorded, in the present piece
 
     QTimer m_tickTimer;
     qint64 m_earlierMs = 0; // recorded in the pieces before

@@ -36,6 +36,12 @@ const QString valueNames[] = {
     QStringLiteral("last_init_config_was"),
 };
 
+bool isWritten(QSettings *settings)
+{
+    settings->sync();
+    return settings->status() == QSettings::NoError;
+}
+
 } // namespace
 
 QSize SourceConfig::evenSize(const QSize &size)
@@ -44,14 +50,15 @@ QSize SourceConfig::evenSize(const QSize &size)
     return {size.width() & evenMask, size.height() & evenMask};
 }
 
-void SourceConfig::clear()
+bool SourceConfig::clear()
 {
     QSettings settings(captureSettingsPath(), QSettings::IniFormat);
     for (const QString &name : valueNames)
         settings.remove(name);
+    return isWritten(&settings);
 }
 
-void SourceConfig::writeArea(const QRect &area)
+bool SourceConfig::writeArea(const QRect &area)
 {
     QSettings settings(captureSettingsPath(), QSettings::IniFormat);
     settings.setValue(startX, area.left());
@@ -59,9 +66,10 @@ void SourceConfig::writeArea(const QRect &area)
     const QSize size = evenSize(area.size());
     settings.setValue(captureWidth, size.width());
     settings.setValue(captureHeight, size.height());
+    return isWritten(&settings);
 }
 
-void SourceConfig::writeWindow(quint32 window, const QSize &size)
+bool SourceConfig::writeWindow(quint32 window, const QSize &size)
 {
     QSettings settings(captureSettingsPath(), QSettings::IniFormat);
     if (!size.isEmpty()) {
@@ -69,4 +77,5 @@ void SourceConfig::writeWindow(quint32 window, const QSize &size)
         settings.setValue(captureHeight, uint(evenSize(size).height()));
     }
     settings.setValue(trackedWindow, window);
+    return isWritten(&settings);
 }

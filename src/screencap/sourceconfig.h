@@ -4,17 +4,18 @@
 #include <QRect>
 
 /// What the screen source is told before a recording, in a settings file of its own. The launcher
-/// of ffmpeg reads it, see captureSettingsPath().
+/// of ffmpeg reads it, see captureSettingsPath(). What changes it tells whether that is on the
+/// disk.
 namespace SourceConfig {
 
 /// The even numbers below, which pictures need.
 QSize evenSize(const QSize &size);
 /// Removes every value that belongs to the source.
-void clear();
+bool clear();
 /// @param area in native pixels of the screen; a side is told as the even number below
-void writeArea(const QRect &area);
+bool writeArea(const QRect &area);
 /// @param window of the display server
 /// @param size of it in pixels, empty when it can't be told
-void writeWindow(quint32 window, const QSize &size);
+bool writeWindow(quint32 window, const QSize &size);
 
 } // namespace SourceConfig

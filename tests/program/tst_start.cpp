@@ -27,6 +27,7 @@ private slots:
     void updateQuestion();
     void crash();
     void windowStaysWithinReach();
+    void savesARecordingBeforeItIsEnded();
 
 private:
     QRect shownWindow(const QProcess &process, QSize *least = nullptr) const;
@@ -37,6 +38,8 @@ private:
     void terminate(QProcess &process) const;
     QString log() const;
     QString installTime() const;
+    // Those of a kind that have something in them, wherever they are.
+    QStringList userFiles(const QString &pattern) const;
 
     std::unique_ptr<QTemporaryDir> m_user;
     QString m_program;
@@ -54,6 +57,7 @@ void TestStart::begin(QProcess &process, const QStringList &arguments) const
     }
     if (m_scale != 1)
         environment.insert("QT_SCALE_FACTOR"_s, QString::number(m_scale));
+    environment.insert("HOME"_s, m_user->path());
     process.setProcessEnvironment(environment);
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.start(m_program, arguments);
@@ -188,6 +192,24 @@ void TestStart::windowStaysWithinReach()
     }
 }
 
+// As a desktop does that is left.
+void TestStart::savesARecordingBeforeItIsEnded()
+{
+    QProcess process;
+    begin(process);
+    QTRY_VERIFY(isReady());
+    runTool("xdotool"_s, {"key"_s, "ctrl+alt+r"_s});
+    // No sound is played here, which is told first.
+    const QStringList warning = "search --onlyvisible --name 警告"_s.split(u' ');
+    QTRY_COMPARE(runTool("xdotool"_s, warning).exitCode, 0);
+    runTool("xdotool"_s, warning + QStringList{"key"_s, "Return"_s});
+    const QString piece = "0*.mkv"_s;
+    QTRY_COMPARE_WITH_TIMEOUT(userFiles(piece).size(), 1, 20000);
+    terminate(process);
+    QCOMPARE(userFiles("rec_*.mp4"_s).size(), 1);
+    QCOMPARE(userFiles(piece).size(), 0);
+}
+
 // The main window of a start, once it is on the screen, in the screen's pixels.
 QRect TestStart::shownWindow(const QProcess &process, QSize *least) const
 {
@@ -260,6 +282,19 @@ QString TestStart::installTime() const
     const QSettings ini(m_user->filePath("DATA_HOME/MorvaneLocal/Data/app.ini"_s),
                         QSettings::IniFormat);
     return ini.value("Init/InstallTime"_s).toString();
+}
+
+QStringList TestStart::userFiles(const QString &pattern) const
+{
+    QStringList files;
+    QDirIterator found(m_user->path(), {pattern}, QDir::Files | QDir::Hidden,
+                       QDirIterator::Subdirectories);
+    while (found.hasNext()) {
+        const QString path = found.next();
+        if (QFileInfo(path).size() > 0)
+            files += path;
+    }
+    return files;
 }
 
 QTEST_MAIN(TestStart)

@@ -50,6 +50,7 @@ private slots:
     void windowIsPicked();
     void cancelBringsThePageBack();
     void missingSoundIsToldBefore();
+    void waylandIsNotRecorded();
     void failureIsTold();
     void noCameraBreaksNothing();
     void openUrl(const QUrl &url) { m_opened = url; }
@@ -134,6 +135,7 @@ void TestRecordPage::awaitRecording(const QString &time)
 {
     QTRY_COMPARE_WITH_TIMEOUT(startText(), "暂停录制"_s, limitMs);
     QVERIFY(!isReady());
+    QVERIFY(!part<QWidget>("wdtFolder")->isEnabled());
     QVERIFY(part("wbnCapStop")->isEnabled());
     QTRY_VERIFY_WITH_TIMEOUT(clock() >= time, limitMs);
 }
@@ -347,6 +349,16 @@ void TestRecordPage::missingSoundIsToldBefore()
     QVERIFY(probeMedia(onlyFile()).audio.isEmpty());
     part("rbSDNone")->click();
     QVERIFY(!remarks->isVisible());
+}
+
+void TestRecordPage::waylandIsNotRecorded()
+{
+    qputenv("WAYLAND_DISPLAY", "wayland-0");
+    const QString told = askedBy([this] { press(*m_page, "wbnCapStartPause"); }, "btnOK");
+    qunsetenv("WAYLAND_DISPLAY");
+    QVERIFY2(told.contains("Wayland"_s), qPrintable(told));
+    QVERIFY(isReady() && !m_page->isMinimized() && !visibleWindow("CountdownWnd"));
+    QCOMPARE(engine().state(), Screencap::CapIdle);
 }
 
 void TestRecordPage::failureIsTold()

@@ -4,6 +4,7 @@
 
 #include <QDateTime>
 #include <QDir>
+#include <QDirIterator>
 #include <QElapsedTimer>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
@@ -62,6 +63,7 @@ private slots:
     void initTestCase();
     void recordsSeconds();
     void endsWhenInterrupted();
+    void leavesARepairAlone();
     void keepsNamesApart();
     void refuses_data();
     void refuses();
@@ -96,6 +98,31 @@ void TestRecordCommand::endsWhenInterrupted()
     QCOMPARE(filmsIn(dir.path()).size(), 1);
     QVERIFY(recording.printed().contains(filmsIn(dir.path()).first()));
     QVERIFY(probeMedia(dir.filePath(filmsIn(dir.path()).first())).seconds > 0.5);
+}
+
+// One that takes long has been left.
+void TestRecordCommand::leavesARepairAlone()
+{
+    const QTemporaryDir dir;
+    {
+        Recording killed(dir.path());
+        QTest::qWait(2500);
+        killed.send(SIGKILL);
+        QVERIFY(killed.waitForEnd());
+    }
+    QDirIterator pieces(dir.path(), {"0001.mkv"_s}, QDir::Files | QDir::Hidden,
+                        QDirIterator::Subdirectories);
+    const QString first = pieces.next();
+    for (int i = 2; i < 2000; ++i)
+        QFile::link(first, QFileInfo(first).path() + "/%1.mkv"_s.arg(i, 4, 10, QChar(u'0')));
+    Recording recording(dir.path(), {"--seconds"_s, "1"_s});
+    QString printed;
+    QTRY_VERIFY_WITH_TIMEOUT(!(printed += recording.printed()).isEmpty(), 20000);
+    recording.send(SIGINT);
+    QVERIFY(recording.waitForEnd());
+    QCOMPARE(recording.exitCode(), 0);
+    QCOMPARE(filmsIn(dir.path()), QStringList{QFileInfo(printed).fileName()});
+    QVERIFY(QFileInfo::exists(first)); // for the next start
 }
 
 void TestRecordCommand::keepsNamesApart()
@@ -149,7 +176,7 @@ void TestRecordCommand::survivesKills()
         qint64 recordedMs = 0;
         {
             Recording recording(dir.path());
-            QTest::qWait(1500 + QRandomGenerator::global()->bounded(4500));
+            QTest::qWait(2500 + QRandomGenerator::global()->bounded(3500));
             const QList<qint64> tools = processesWith(dir.path() + "/~~MRVN_Temp~~"_s);
             QCOMPARE(tools.size(), 1);
             recordedMs = recording.elapsedMs() - 500;

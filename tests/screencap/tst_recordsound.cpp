@@ -3,6 +3,9 @@
 #include "recordingtest.h"
 #include "support/testfile.h"
 
+#include <QLocalServer>
+#include <QScopeGuard>
+
 #include <cstring>
 
 namespace {
@@ -117,9 +120,11 @@ class TestRecordSound : public RecordingTest
 private slots:
     void initTestCase();
     void recordsWithoutAServer();
+    void asksAHangingServerOnce();
     void keepsSoundAndPictureTogether_data();
     void keepsSoundAndPictureTogether();
     void mixesAllSounds();
+    void goesOnWithoutItsSound();
 };
 
 void TestRecordSound::initTestCase()
@@ -137,6 +142,25 @@ void TestRecordSound::recordsWithoutAServer()
     QVERIFY(warnings.join(u' ').contains("声音服务"_s));
     QVERIFY(!Screencap::sourcesRegistered());
     QVERIFY(probeMedia(film).seconds > 0.5);
+    QVERIFY(probeMedia(film).audio.isEmpty());
+}
+
+// It takes connections and never says a word.
+void TestRecordSound::asksAHangingServerOnce()
+{
+    QLocalServer server;
+    QVERIFY(server.listen(dir() + "/pulse"_s));
+    QSignalSpy questions(&server, &QLocalServer::newConnection);
+    qputenv("PULSE_SERVER", "unix:" + server.fullServerName().toUtf8());
+    const auto restore = qScopeGuard([] { qunsetenv("PULSE_SERVER"); });
+    recorder().setAudioFlags(Screencap::SystemSound | Screencap::Microphones);
+    begin(Screencap::AreaMode, flashArea);
+    QTRY_COMPARE(recorder().elapsedSeconds(), 1U);
+    recorder().pause();
+    recorder().resume();
+    QTRY_COMPARE(recorder().elapsedSeconds(), 2U);
+    const QString film = stop();
+    QCOMPARE(questions.size(), 1);
     QVERIFY(probeMedia(film).audio.isEmpty());
 }
 
@@ -193,6 +217,22 @@ void TestRecordSound::mixesAllSounds()
     QCOMPARE(isHeard(Screencap::SystemSound), (QVector<bool>{true, false}));
     QCOMPARE(isHeard(Screencap::Microphones), (QVector<bool>{false, true}));
     QCOMPARE(isHeard(Screencap::SystemSound | Screencap::Microphones), (QVector<bool>{true, true}));
+}
+
+// As when a headset is pulled out.
+void TestRecordSound::goesOnWithoutItsSound()
+{
+    auto server = std::make_unique<SoundServer>();
+    recorder().setAudioFlags(Screencap::SystemSound | Screencap::Microphones);
+    begin(Screencap::AreaMode, flashArea);
+    QTRY_COMPARE(recorder().elapsedSeconds(), 2U);
+    server.reset();
+    QTRY_VERIFY_WITH_TIMEOUT(recorder().elapsedSeconds() >= 5, 15000);
+    const QString film = stop();
+    QVERIFY2(recorder().failureReason().contains("声音设备断开"_s),
+             qPrintable(recorder().failureReason()));
+    QVERIFY(probeMedia(film).seconds > 3.5);
+    QVERIFY(!probeMedia(film).audio.isEmpty());
 }
 
 QTEST_MAIN(TestRecordSound)

@@ -28,6 +28,18 @@ private:
     QProcess m_program;
 };
 
+// The test's own display has one size at first.
+void setScreenSize(const QString &mode)
+{
+    static bool isSmallOneKnown = false;
+    if (!std::exchange(isSmallOneKnown, true)) {
+        runTool("xrandr"_s, "--newmode 800x600 40 800 832 912 1056 600 601 605 628"_s.split(u' '));
+        runTool("xrandr"_s, "--addmode screen 800x600"_s.split(u' '));
+    }
+    const ToolRun run = runTool("xrandr"_s, {"--output"_s, "screen"_s, "--mode"_s, mode});
+    QVERIFY2(run.exitCode == 0, run.err.constData());
+}
+
 } // namespace
 
 class TestScreencap : public RecordingTest
@@ -51,6 +63,10 @@ private slots:
     void watchesTheSpace();
     void keepsWhatADeadToolHasRecorded();
     void survivesAFullDisk();
+    void recordsNothingElse_data();
+    void recordsNothingElse();
+    void followsTheScreensSize_data();
+    void followsTheScreensSize();
     void tellsWhyNothingCame();
 };
 
@@ -155,7 +171,7 @@ void TestScreencap::recordsEachDefinitionAndFormat()
     QVERIFY(probed.container.contains(suffix.mid(1)));
     QVERIFY(probed.audio.isEmpty());
     QCOMPARE(probed.video["color_space"_s].toString(), "bt709"_s);
-    const QImage frame = frameAt(film, 0.5);
+    const QImage frame = frameAt(film, probed.seconds / 2);
     const double scale = size.width() / 1920.0;
     for (int i = 0; i < 4; ++i) {
         const QPointF center = QPointF(paper.pos() + paper.quarter(i).center()) * scale;
@@ -304,6 +320,7 @@ void TestScreencap::watchesTheSpace()
     });
     QSignalSpy warnings(&recorder(), &Screencap::spaceLow);
     begin(Screencap::AreaMode, QRect(0, 0, 100, 100));
+    recorder().setOutputDir("/elsewhere"_s); // for the next one
     QTRY_COMPARE(recorder().elapsedSeconds(), 2U);
     QCOMPARE(warnings.size(), 1);
     QCOMPARE(asked, dir());
@@ -344,6 +361,71 @@ void TestScreencap::survivesAFullDisk()
     QVERIFY(recorder().failureReason().contains("磁盘空间不足"_s));
 }
 
+// Each of these would be a recording of the whole screen.
+void TestScreencap::recordsNothingElse_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<QVariant>("target");
+    QTest::addColumn<bool>("isSettingBarred");
+    QTest::newRow("area beside the screen")
+        << int(Screencap::AreaMode) << QVariant(QRect(1920, 0, 100, 100)) << false;
+    QTest::newRow("area of one pixel")
+        << int(Screencap::AreaMode) << QVariant(QRect(5, 5, 1, 1)) << false;
+    QTest::newRow("no window") << int(Screencap::WindowMode) << QVariant() << false;
+    QTest::newRow("settings that can't be written")
+        << int(Screencap::AreaMode) << QVariant(QRect(0, 0, 100, 100)) << true;
+}
+
+void TestScreencap::recordsNothingElse()
+{
+    QFETCH(const int, mode);
+    QFETCH(const QVariant, target);
+    QFETCH(const bool, isSettingBarred);
+    if (isSettingBarred) {
+        QFile::remove(captureSettingsPath());
+        QVERIFY(QDir().mkpath(captureSettingsPath()));
+    }
+    const QString film = recordShortly(mode, target);
+    QDir().rmdir(captureSettingsPath());
+    QCOMPARE(film, QString());
+    QVERIFY(!recorder().failureReason().isEmpty());
+    QCOMPARE(entriesOf(dir()), QStringList());
+}
+
+void TestScreencap::followsTheScreensSize_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<QRect>("area");
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("whole") << int(Screencap::FullMode) << QRect() << QSize(1280, 720);
+    QTest::newRow("area that is cut")
+        << int(Screencap::AreaMode) << QRect(600, 400, 400, 300) << QSize(400, 300);
+    QTest::newRow("area that goes")
+        << int(Screencap::AreaMode) << QRect(1000, 700, 400, 300) << QSize(400, 300);
+}
+
+void TestScreencap::followsTheScreensSize()
+{
+    QFETCH(const int, mode);
+    QFETCH(const QRect, area);
+    QFETCH(const QSize, size);
+    const bool isGoing = area.left() > 800;
+    recorder().setDefinition(Screencap::StandardDefinition, {-1, -1});
+    begin(mode, area);
+    QTRY_COMPARE(recorder().elapsedSeconds(), 2U);
+    setScreenSize("800x600"_s);
+    const auto restore = qScopeGuard([] { setScreenSize("1920x1080"_s); });
+    if (!isGoing)
+        QTRY_VERIFY_WITH_TIMEOUT(recorder().elapsedSeconds() >= 5, 15000);
+    const QString film = isGoing ? waitForEnd() : stop();
+    QVERIFY2(recorder().failureReason().isEmpty() != isGoing,
+             qPrintable(recorder().failureReason()));
+    const ProbedFile probed = probeMedia(film);
+    QCOMPARE(probed.size(), size);
+    QVERIFY(probed.seconds > (isGoing ? 0.5 : 3.0));
+    QVERIFY(!frameAt(film, probed.seconds - 0.4).isNull());
+}
+
 void TestScreencap::tellsWhyNothingCame()
 {
     QFile file(dir() + "/taken"_s);
@@ -360,6 +442,11 @@ void TestScreencap::tellsWhyNothingCame()
     QCOMPARE(states.size(), 4);
     QVERIFY(recorder().failureReason().contains("磁盘空间不足"_s));
     recorder().setSpaceSource([](const QString &) { return qint64(-1); });
+    qputenv("WAYLAND_DISPLAY", "wayland-0");
+    recorder().start();
+    qunsetenv("WAYLAND_DISPLAY");
+    QCOMPARE(states.size(), 6);
+    QVERIFY(recorder().failureReason().contains("Wayland"_s));
     QVERIFY(entriesOf(dir()).isEmpty() || entriesOf(dir()) == QStringList{"taken"_s});
 }
 

@@ -123,7 +123,7 @@ void TestFfmpegLauncher::recordsWhatTheSettingsTell()
     QVERIFY(area.contains("-i mic -map 0:v "_s));
     QVERIFY(area.contains("scale=1280:720:force_original_aspect_ratio=decrease"_s));
     QVERIFY(!area.contains("-s 1280x720"_s));
-    QVERIFY(area.endsWith("-vcodec libx264 -y b.mp4"_s));
+    QVERIFY(area.endsWith("-shortest -vcodec libx264 -y b.mp4"_s));
     facts.settings["hwnd_to_track"] = 0x80000001;
     facts.piece = "/a b.mkv";
     const QString window = text(ffmpeglauncher::adaptCapture(command, facts));

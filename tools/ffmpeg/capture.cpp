@@ -152,12 +152,12 @@ std::string Capture::pictureFilters() const
     const std::string box = boxOf(m_facts.canvas.empty() ? m_size : m_facts.canvas);
     const std::string fit =
         box.empty()
-            ? "crop=trunc(iw/2)*2:trunc(ih/2)*2:0:0,scale=iw:ih:flags=fast_bilinear"
+            ? "scale=iw:ih:flags=fast_bilinear"
             : "scale=" + box +
                   ":force_original_aspect_ratio=decrease:force_divisible_by=2:flags=bilinear";
     const std::string bars = m_facts.canvas.empty() ? "" : ",pad=" + box + ":-1:-1";
-    return "setpts='" + steady + "',trim=start=0," + fit + ":out_color_matrix=bt709:out_range=tv" +
-           bars + ",setsar=1";
+    return "setpts='" + steady + "',trim=start=0,crop=trunc(iw/2)*2:trunc(ih/2)*2:0:0," + fit +
+           ":out_color_matrix=bt709:out_range=tv" + bars + ",setsar=1";
 }
 
 std::string Capture::soundGraph() const
@@ -189,9 +189,8 @@ Words Capture::words(const std::string &path) const
         words.insert(words.end(), {"-filter_complex", soundGraph(), "-map", "[sound]"});
         append(&words, soundOptions);
     }
-    // The sound of a window that is gone goes on.
-    if (setting("hwnd_to_track", 0) > 0)
-        words.emplace_back("-shortest");
+    // The sound of a window that is gone goes on, or of a screen that has another size now.
+    words.emplace_back("-shortest");
     words.insert(words.end(), m_output.begin(), m_output.end());
     if (!m_facts.piece.empty())
         append(&words, pieceOptions);

@@ -157,10 +157,13 @@ bool AppInstance::mayStandBeside()
                                 tr("程序已在运行，但没有响应。仍要再启动一个吗？"), nullptr);
 }
 
-int AppInstance::exec()
+int AppInstance::exec(const std::function<void()> &finishWork)
 {
     const TerminationWatcher watcher;
-    QObject::connect(&watcher, &TerminationWatcher::requested, qApp, &QCoreApplication::quit);
+    QObject::connect(&watcher, &TerminationWatcher::requested, qApp, [&finishWork] {
+        finishWork();
+        QCoreApplication::quit();
+    });
     const int exitCode = QApplication::exec();
     VolcDataTracker::instance().event(QStringLiteral("close"));
     return exitCode;

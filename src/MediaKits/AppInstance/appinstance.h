@@ -5,6 +5,7 @@
 
 #include <QCommandLineParser>
 
+#include <functional>
 #include <memory>
 
 /// Everything that comes before the first window and behind the last: stores, trackers, display
@@ -28,7 +29,8 @@ public:
 
     /// Runs the event loop, which also ends in good order at the system's wish, and gives back its
     /// exit code.
-    static int exec();
+    /// @param finishWork called before it ends at that wish; returns within a few seconds
+    static int exec(const std::function<void()> &finishWork);
 
     /// For the process's crash: tells the trackers and the log. Any thread that may wait.
     /// @return 1, the word for a process that may end now

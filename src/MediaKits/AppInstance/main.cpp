@@ -18,5 +18,5 @@ int main(int argc, char *argv[])
     window.open();
     // Once the event loop runs.
     QTimer::singleShot(0, &window, [&window] { noteStart(&window); });
-    return AppInstance::exec();
+    return AppInstance::exec([&window] { window.finishWork(); });
 }

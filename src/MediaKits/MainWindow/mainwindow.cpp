@@ -70,7 +70,8 @@ void MainWindow::connectRecorder()
     connect(page, &ScreencapFuncionPage::warned, m_tray, &AppTrayManager::tell);
     connect(page, &ScreencapFuncionPage::rescued, this, &MainWindow::offerRescued);
     connect(m_tray, &AppTrayManager::pauseChosen, page, &ScreencapFuncionPage::pauseOrResume);
-    connect(m_tray, &AppTrayManager::stopChosen, page, &ScreencapFuncionPage::startOrStop);
+    connect(m_tray, &AppTrayManager::stopChosen, page,
+            &ScreencapFuncionPage::on_wbnCapStop_clicked);
 }
 
 void MainWindow::offerRescued(const QStringList &files)
@@ -172,6 +173,14 @@ void MainWindow::leave(ExitMode mode)
     }
     m_ui->pgFunction->finishWork();
     QCoreApplication::exit(0);
+}
+
+// What takes longer than the system waits is left for the next start.
+void MainWindow::finishWork()
+{
+    constexpr int limitMs = 5000;
+    QTimer::singleShot(limitMs, this, [] { QCoreApplication::quit(); });
+    m_ui->pgFunction->finishWork();
 }
 
 void MainWindow::on_btnMax_clicked()

@@ -29,6 +29,8 @@ public:
 
     /// Whether nothing runs, or the user agrees to end it.
     bool mayLeave();
+    /// Saves what is worth keeping, for a program that is about to be ended by the system.
+    void finishWork();
     /// Ends the program without asking.
     void leaveProgram();
 

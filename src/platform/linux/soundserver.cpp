@@ -22,6 +22,7 @@ class SoundConnection
 public:
     SoundConnection() : m_loop(pa_mainloop_new())
     {
+        m_waited.start();
         m_context = pa_context_new(pa_mainloop_get_api(m_loop), clientName);
         if (pa_context_connect(m_context, nullptr, PA_CONTEXT_NOAUTOSPAWN, nullptr) >= 0)
             wait([this] { return !PA_CONTEXT_IS_GOOD(state()) || state() == PA_CONTEXT_READY; });
@@ -53,15 +54,14 @@ private:
     template<class Condition>
     void wait(const Condition &isMet)
     {
-        QElapsedTimer waited;
-        waited.start();
-        while (!isMet() && waited.elapsed() < answerTimeoutMs) {
+        while (!isMet() && m_waited.elapsed() < answerTimeoutMs) {
             if (pa_mainloop_prepare(m_loop, int(stepUs)) < 0 || pa_mainloop_poll(m_loop) < 0 ||
                 pa_mainloop_dispatch(m_loop) < 0)
                 return;
         }
     }
 
+    QElapsedTimer m_waited; // for all answers together
     pa_mainloop *m_loop;
     pa_context *m_context = nullptr;
 };
@@ -86,21 +86,17 @@ void takeOutput(pa_context *, const pa_sink_info *info, int, void *devices)
 
 } // namespace
 
-bool isSoundServerReachable()
+SoundDevices soundDevices()
 {
-    return SoundConnection().isReady();
-}
-
-QVector<SoundDevice> soundDevices(SoundDirection direction)
-{
-    QVector<SoundDevice> devices;
+    SoundDevices devices;
     SoundConnection connection;
-    if (!connection.isReady())
+    devices.isServerReachable = connection.isReady();
+    if (!devices.isServerReachable)
         return devices;
     connection.finish(
-        direction == SoundDirection::Input
-            ? pa_context_get_source_info_list(connection.context(), &takeInput, &devices)
-            : pa_context_get_sink_info_list(connection.context(), &takeOutput, &devices));
+        pa_context_get_source_info_list(connection.context(), &takeInput, &devices.inputs));
+    connection.finish(
+        pa_context_get_sink_info_list(connection.context(), &takeOutput, &devices.outputs));
     return devices;
 }
 

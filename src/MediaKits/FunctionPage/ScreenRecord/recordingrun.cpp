@@ -6,6 +6,7 @@
 #include "MediaKits/FunctionPage/ScreenRecord/countdownwnd.h"
 #include "MediaKits/FunctionPage/ScreenRecord/windowcapwidget.h"
 #include "MediaKits/FunctionPage/ScreenRecord/windowretreat.h"
+#include "platform/screensource.h"
 
 #include <QEventLoop>
 #include <QGuiApplication>
@@ -70,13 +71,16 @@ void RecordingRun::start(int mode)
 // Before anything is hidden.
 bool RecordingRun::warn()
 {
+    const bool isBarred = screenAccess() == ScreenAccess::Wayland;
+    if (!isBarred)
+        engine().askForSound();
     const QString warning = engine().startWarning();
     if (warning.isEmpty())
         return true;
     m_retreat->comeToFront();
     const QPointer<RecordingRun> alive(this);
     MediaMessageBox::showMessage(tr("警告"), warning, m_page);
-    return alive && m_phase == Ready;
+    return alive && m_phase == Ready && !isBarred;
 }
 
 void RecordingRun::openOverlay()

@@ -44,8 +44,11 @@ void RecordNotices::offerRescued(const QStringList &files)
     m_rescued->offer(text, files);
 }
 
-void RecordNotices::offerSaved(const QString &file, const QString &remark)
+void RecordNotices::offerSaved(const QStringList &files, const QString &remark)
 {
-    const QString text = tr("录像已保存：%1").arg(QFileInfo(file).fileName());
-    m_saved->offer(remark.isEmpty() ? text : text + tr("（%1）").arg(remark), {file});
+    const QString first = QFileInfo(files.first()).fileName();
+    const QString text = files.size() == 1
+                             ? tr("录像已保存：%1").arg(first)
+                             : tr("录像已保存为 %1 个文件：%2 等").arg(files.size()).arg(first);
+    m_saved->offer(remark.isEmpty() ? text : text + tr("（%1）").arg(remark), files);
 }

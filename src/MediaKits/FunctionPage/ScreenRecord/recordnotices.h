@@ -20,8 +20,9 @@ public:
     void setRemarks(const QStringList &lines);
     /// @param files paths of recordings made of what a crash left
     void offerRescued(const QStringList &files);
+    /// @param files of one recording
     /// @param remark what is to be known of it; may be empty
-    void offerSaved(const QString &file, const QString &remark);
+    void offerSaved(const QStringList &files, const QString &remark);
 
 private:
     QLabel *m_remarks;

@@ -253,13 +253,14 @@ void ScreencapFuncionPage::onFinished()
                             {QStringLiteral("output_format"), engine().outputSuffix()}};
     trackEvent(MediaFunction::Screencap, QStringLiteral("video_convert_submit"), facts);
     trackEvent(MediaFunction::Screencap, QStringLiteral("convert_success"), facts);
-    const QString path = engine().outputPath();
-    if (m_isLeaving || !QFileInfo::exists(path))
+    if (m_isLeaving || !QFileInfo::exists(engine().outputPath()))
         return;
+    const QStringList files = engine().outputPaths();
     const QString reason = engine().failureReason();
-    m_ui->wdtNotices->offerSaved(path, reason);
-    MediaPreviewWnd::addFinished(
-        path, MediaRowWidget::previewInfo(MediaFunction::Screencap, QStringLiteral("自动")));
+    m_ui->wdtNotices->offerSaved(files, reason);
+    for (const QString &file : files)
+        MediaPreviewWnd::addFinished(
+            file, MediaRowWidget::previewInfo(MediaFunction::Screencap, QStringLiteral("自动")));
     if (!reason.isEmpty())
         tellLater(tr("提示"), tr("录制已结束，录像已保存。\n%1").arg(reason));
 }
@@ -351,6 +352,7 @@ void ScreencapFuncionPage::showPhase()
     const bool isReady = phase == RecordingRun::Ready;
     const bool isOn = phase == RecordingRun::Recording || phase == RecordingRun::Paused;
     m_ui->wdtSettting->setEnabled(isReady);
+    m_ui->wdtFolder->setEnabled(isReady);
     m_ui->wbnCapStop->setEnabled(m_run->isWorking() && phase != RecordingRun::Saving);
     WidgetButton &button = *m_ui->wbnCapStartPause;
     button.setEnabled(isReady || isOn);

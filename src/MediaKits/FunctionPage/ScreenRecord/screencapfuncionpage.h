@@ -32,6 +32,7 @@ public slots:
     /// Pauses the recording or goes on with it; nothing without one.
     void pauseOrResume();
     void on_wbnCapStartPause_clicked();
+    /// Ends the recording that runs, or what leads to one; never starts one.
     void on_wbnCapStop_clicked();
 
 signals:

@@ -20,6 +20,12 @@ WindowRetreat::WindowRetreat(QWidget *page) : QObject(page), m_page(page)
 {
     m_looks.setInterval(lookMs);
     connect(&m_looks, &QTimer::timeout, this, &WindowRetreat::lookAgain);
+    m_repaint.setSingleShot(true);
+    m_repaint.setInterval(repaintMs);
+    connect(&m_repaint, &QTimer::timeout, this, [this] {
+        if (m_then)
+            std::exchange(m_then, nullptr)();
+    });
 }
 
 void WindowRetreat::leave(const std::function<void()> &then)
@@ -27,6 +33,7 @@ void WindowRetreat::leave(const std::function<void()> &then)
     const bool isShown = top()->isVisible() && !top()->isMinimized();
     if (!std::exchange(m_isAway, true))
         m_wasShown = isShown;
+    callOff();
     if (!isShown) {
         then();
         return;
@@ -42,24 +49,26 @@ void WindowRetreat::lookAgain()
     if (--m_looksLeft > 0 && isShownOnServer(top()->windowHandle()->winId()))
         return;
     m_looks.stop();
-    QTimer::singleShot(repaintMs, this, [this] {
-        if (m_then)
-            std::exchange(m_then, nullptr)();
-    });
+    m_repaint.start();
+}
+
+void WindowRetreat::callOff()
+{
+    m_looks.stop();
+    m_repaint.stop();
+    m_then = nullptr;
 }
 
 void WindowRetreat::restore()
 {
-    m_looks.stop();
-    m_then = nullptr;
+    callOff();
     if (std::exchange(m_isAway, false) && m_wasShown)
         comeToFront();
 }
 
 void WindowRetreat::comeToFront()
 {
-    m_looks.stop();
-    m_then = nullptr;
+    callOff();
     m_isAway = false;
     noteUserAction();
     top()->setWindowState(top()->windowState() & ~Qt::WindowMinimized);

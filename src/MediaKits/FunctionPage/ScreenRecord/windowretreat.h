@@ -25,10 +25,12 @@ public:
 
 private:
     void lookAgain();
+    void callOff();
     QWidget *top() const { return m_page->window(); }
 
     QWidget *m_page;
     QTimer m_looks;
+    QTimer m_repaint; // runs while the other programs paint
     int m_looksLeft = 0;
     std::function<void()> m_then;
     bool m_isAway = false;
