@@ -3,8 +3,8 @@
 
 #include "controls/elidedlabel.h"
 #include "MediaKits/FunctionPage/VideoDubbing/mediadubbingfunctionpage.h"
-#include "MediaKits/MediaInfo/mediainfobase.h"
 #include "MediaKits/FunctionPage/VideoDubbing/musicentry.h"
+#include "MediaKits/MediaInfo/mediainfobase.h"
 #include "support/pagetest.h"
 
 #include <QSpinBox>

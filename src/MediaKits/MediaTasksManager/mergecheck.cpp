@@ -47,7 +47,7 @@ ResultVerdict checkMerge(const QVector<QSharedPointer<MediaInfoData>> &read,
     bool areTimesKnown = true;
     for (int i = 0; i < parts.size(); ++i) {
         const MergePart &part = parts[i];
-        const auto made = read[i + 1];
+        const auto &made = read[i + 1];
         const ResultVerdict verdict = checkMade(part.expected, made.data(), *part.maker);
         const QStringList own = partRemarks(part, verdict);
         if (!own.isEmpty())
@@ -60,7 +60,7 @@ ResultVerdict checkMerge(const QVector<QSharedPointer<MediaInfoData>> &read,
     if (!areTimesKnown)
         whole.lengthMs = 0;
     whole.measure = tr("各部分之和");
-    const auto result = read.first();
+    const auto &result = read.first();
     FFmpegAccount account = join.account();
     // Players go by a header that tells a length, whatever was copied behind it.
     if (result && result->content.toldMs > 0)

@@ -23,9 +23,10 @@ protected:
         constexpr int rim = 5;
         const QSizeF mark(10, 6);
         const QRectF inner = rect().adjusted(rim, rim, -rim, -rim);
-        const QPointF at(inner.x() + (inner.width() - mark.width()) * (m_place % side) / (side - 1),
-                         inner.y() +
-                             (inner.height() - mark.height()) * (m_place / side) / (side - 1));
+        const int column = m_place % side;
+        const int line = m_place / side;
+        const QPointF at(inner.x() + (inner.width() - mark.width()) * column / (side - 1),
+                         inner.y() + (inner.height() - mark.height()) * line / (side - 1));
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(Qt::NoPen);
