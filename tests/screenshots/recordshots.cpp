@@ -29,7 +29,7 @@ void showNotices(Stage &stage)
     notices.setRemarks({"没有可用的声音服务，录制将没有声音"_s,
                         "快捷键 Ctrl+Alt+R 已被其他程序占用，请用本页的按钮或托盘图标控制录制"_s});
     notices.offerRescued({"/home/录像/rec_2026-03-01 093000.mp4"_s});
-    notices.offerSaved("/home/录像/rec_2026-03-01 101500.mp4"_s, QString());
+    notices.offerSaved({"/home/录像/rec_2026-03-01 101500.mp4"_s}, QString());
 }
 
 WindowCapWidget *openOverlay(Stage &stage)

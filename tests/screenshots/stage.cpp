@@ -2,6 +2,7 @@
 #include "screenshots/stage.h"
 
 #include "controls/toast.h"
+#include "MediaKits/MediaInfo/mediainfobase.h"
 #include "MediaKits/Player/csvideoplayer.h"
 #include "support/utf8.h"
 
@@ -20,6 +21,7 @@ const QRgb backdropColour = 0xffc9d3de;
 // Between two looks at the screen, and until one is taken of a window that never keeps still.
 const int lookEvery = 250;
 const int lookAtMost = 3000;
+const int readingAtMost = 30000;
 // Room around the windows, in pixels.
 const int margin = 24;
 
@@ -41,6 +43,14 @@ Stage::Stage(const QString &mediaDir)
 QString Stage::longestFilm() const
 {
     return m_media.filter(".avi"_s).value(0);
+}
+
+void Stage::awaitReading() const
+{
+    const bool isRead = QTest::qWaitFor(
+        [this] { return m_window.findChildren<MediaInfoBase *>().isEmpty(); }, readingAtMost);
+    if (!isRead)
+        qFatal("files are still being read");
 }
 
 void Stage::awaitPicture(const QWidget &window)

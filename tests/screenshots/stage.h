@@ -39,6 +39,7 @@ public:
     void fill(const char *button)
     {
         open<Page>(button).addFiles(m_media);
+        awaitReading();
     }
     QString longestFilm() const;
     /// Waits until the player below the window shows something.
@@ -55,6 +56,8 @@ public:
     void tidy();
 
 private:
+    /// Waits until the files of all rows have been read.
+    void awaitReading() const;
     QRect shownArea() const;
 
     QWidget m_backdrop;
