@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "controls/elidedlabel.h"
 #include "MediaKits/FunctionPage/VideoBeautify/mediabeautifyfunctionpage.h"
+#include "MediaKits/MediaInfo/MAMediaInfo/readingprocess.h"
 #include "MediaKits/Player/MPVPlayer/mpvplayer.h"
 #include "player/mpvpeer.h"
 #include "support/casename.h"
+#include "support/factsof.h"
 #include "support/pagetest.h"
 
 #include <QCheckBox>
@@ -255,6 +257,31 @@ private slots:
         press(*test.page, "btnConvertAll");
         QTRY_COMPARE_WITH_TIMEOUT(test.state(2), MediaTask::FINISHED, test.endLimitMs);
         QCOMPARE(test.state(0), MediaTask::UNSTARTED);
+    }
+
+    // What is started at once waits until its source has been read, and one that is then refused
+    // leaves the batch.
+    void startedBeforeItIsRead()
+    {
+        const QString sound = m_folder.filePath("alone.mp4"_s);
+        makeMedia("-f lavfi -i sine=d=1 @"_s, {sound});
+        QVERIFY(factsOf(m_film));
+        const pid_t reader = pid_t(ReadingProcess::instance().processId());
+        QVERIFY(reader > 0);
+        BeautyPage test({});
+        QCOMPARE(::kill(reader, SIGSTOP), 0);
+        test.add({sound, m_film});
+        QTRY_COMPARE(test.list()->count(), 2);
+        press(*test.page, "btnConvertAll");
+        QCOMPARE(test.state(1), MediaTask::UNSTARTED);
+        QCOMPARE(test.startAllText(), "正在转换"_s);
+        QCOMPARE(::kill(reader, SIGCONT), 0);
+        QTRY_COMPARE_WITH_TIMEOUT(test.state(1), MediaTask::FINISHED, test.endLimitMs);
+        QVERIFY(test.param(1).sourceInfo);
+        QCOMPARE(test.statePage(0), 0);
+        QCOMPARE(test.text(0, "lblErrorConvert"), "该文件没有画面"_s);
+        QCOMPARE(test.results().size(), 1);
+        QTRY_COMPARE(test.startAllText(), "全部转换"_s);
     }
 
     void oddSources_data()

@@ -49,7 +49,7 @@ struct Run
 class LostTool : public FFMpegProcessor
 {
 public:
-    void start() override { launch("/nowhere/tool -x"_s); }
+    void start() override { launch("/nowhere/tool"_s, {"-x"_s}); }
 };
 
 // A tool that only ends when a file is there.

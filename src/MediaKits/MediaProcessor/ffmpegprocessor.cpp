@@ -20,10 +20,10 @@ void FFMpegProcessor::setCommand(const QString &arguments, quint32 durationMs, b
 
 void FFMpegProcessor::start()
 {
-    QString command = QStringLiteral("\"%1\" %2").arg(ffmpegPath(), m_arguments);
+    QStringList arguments = QProcess::splitCommand(m_arguments);
     if (m_withProgress)
-        command += QLatin1String(" -progress pipe:1");
-    launch(command);
+        arguments += {QStringLiteral("-progress"), QStringLiteral("pipe:1")};
+    launch(ffmpegPath(), arguments);
 }
 
 void FFMpegProcessor::childRunning()

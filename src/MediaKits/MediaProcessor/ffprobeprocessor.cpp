@@ -13,7 +13,7 @@ QString FFProbeProcessor::output() const
 void FFProbeProcessor::start()
 {
     m_output.clear();
-    launch(QStringLiteral("\"%1\" %2").arg(ffprobePath(), m_arguments));
+    launch(ffprobePath(), QProcess::splitCommand(m_arguments));
 }
 
 void FFProbeProcessor::childOutput(const QByteArray &bytes)

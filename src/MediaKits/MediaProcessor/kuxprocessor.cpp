@@ -15,8 +15,8 @@ void KuxProcessor::setCommand(const QString &arguments, quint32 durationMs)
 
 void KuxProcessor::start()
 {
-    // The program's folder may have blanks in its name, hence the quotes.
-    launch(QStringLiteral("\"%1\" %2 -progress pipe:1 ").arg(kuxFfmpegPath(), m_arguments));
+    launch(kuxFfmpegPath(), QProcess::splitCommand(m_arguments) +
+                                QStringList{QStringLiteral("-progress"), QStringLiteral("pipe:1")});
 }
 
 void KuxProcessor::stop(bool force)

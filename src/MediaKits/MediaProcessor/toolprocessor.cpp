@@ -44,13 +44,6 @@ std::unique_ptr<ChildProcess> ToolProcessor::newChild()
     return made;
 }
 
-void ToolProcessor::launch(const QString &commandText)
-{
-    QStringList arguments = QProcess::splitCommand(commandText);
-    const QString program = arguments.takeFirst();
-    launch(program, arguments);
-}
-
 void ToolProcessor::launch(const QString &program, const QStringList &arguments)
 {
     const QPointer<ToolProcessor> alive(this);

@@ -42,11 +42,8 @@ public:
     qint64 processId() const { return m_child->processId(); }
 
 protected:
-    /// Enters `ProcessorStarted` and starts `commandText`, program and arguments in one text with
-    /// the quoting of `QProcess::splitCommand`, and waits for its end when the runner is blocking.
-    void launch(const QString &commandText);
-
-    /// The same for a program and its arguments one by one.
+    /// Enters `ProcessorStarted`, starts the program, and waits for its end when the runner is
+    /// blocking.
     void launch(const QString &program, const QStringList &arguments);
 
     /// Handlers of the child's reports; none is called after `stop`. When it has finished, both

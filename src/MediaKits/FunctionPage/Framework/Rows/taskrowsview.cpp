@@ -98,7 +98,8 @@ void TaskRowsView::operate(TaskRowWidget *row, TaskOperation operation)
         return;
     switch (operation) {
     case TaskOperation::Start:
-        start(row);
+        if (mayStart(*row))
+            m_batch.start(task);
         break;
     case TaskOperation::OpenFolder:
         revealInFileManager(row->outputPath());
@@ -129,13 +130,14 @@ void TaskRowsView::shareEdited(const TaskRowWidget *edited)
     }
 }
 
-void TaskRowsView::start(TaskRowWidget *row)
+// The user is told when a preset has to be chosen before.
+bool TaskRowsView::mayStart(const TaskRowWidget &row)
 {
     trackStart(QStringLiteral("单个转换"));
-    if (needsPreset() && row->encParamInfoID() == 0)
+    const bool isChosen = !needsPreset() || row.encParamInfoID() != 0;
+    if (!isChosen)
         runModal(new MediaFormatSetTipsDialog(this));
-    else
-        m_batch.start(row->task());
+    return isChosen;
 }
 
 void TaskRowsView::askAndRemove(TaskRowWidget *row)

@@ -43,7 +43,7 @@ protected:
 private:
     void operate(TaskRowWidget *row, TaskOperation operation);
     void shareEdited(const TaskRowWidget *edited);
-    void start(TaskRowWidget *row);
+    bool mayStart(const TaskRowWidget &row);
     void askAndRemove(TaskRowWidget *row);
     void trackStart(const QString &mode) const;
 

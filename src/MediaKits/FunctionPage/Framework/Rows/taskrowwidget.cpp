@@ -99,6 +99,8 @@ void TaskRowWidget::missSource()
 void TaskRowWidget::refuse(const QString &reason)
 {
     task()->setEnabled(false);
+    if (TaskBatch::isWaiting(*task()))
+        emit taskOperationChange(TaskOperation::Pause);
     setShown(&RowContent::hindrance, reason);
 }
 
