@@ -10,7 +10,9 @@
 #include "MediaKits/FunctionPage/Framework/Editors/Mask/watermarkmaskwidget.h"
 
 #include <QApplication>
+#include <QEventLoop>
 #include <QImageReader>
+#include <QThread>
 #include <QTimer>
 
 #include <algorithm>
@@ -21,6 +23,22 @@ namespace {
 constexpr QSize defaultBox(160, 120);
 // Of pictures in memory, in pixels: that of a dense screen.
 constexpr int longestSide = 4096;
+
+// One of 400 million pixels takes some seconds, in which windows are still painted.
+QImage readBeside(QImageReader &reader)
+{
+    QImage image;
+    const std::unique_ptr<QThread> thread(QThread::create([&] { image = reader.read(); }));
+    QEventLoop loop;
+    QObject::connect(thread.get(), &QThread::finished, &loop, &QEventLoop::quit);
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    thread->start();
+    loop.exec(QEventLoop::ExcludeUserInputEvents);
+    thread->wait();
+    QApplication::restoreOverrideCursor();
+    return image;
+}
+
 } // namespace
 
 WatermarkMaskAdapter::WatermarkMaskAdapter(QWidget *target, QObject *parent)
@@ -47,11 +65,7 @@ QPixmap WatermarkMaskAdapter::uprightPicture(const QString &path)
         return QPixmap::fromImageReader(&reader);
     reader.setScaledSize(
         size.scaled(longestSide, longestSide, Qt::KeepAspectRatio).expandedTo({1, 1}));
-    // One of 400 million pixels takes some seconds.
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    const QPixmap picture = QPixmap::fromImageReader(&reader);
-    QApplication::restoreOverrideCursor();
-    return picture;
+    return QPixmap::fromImage(readBeside(reader));
 }
 
 WatermarkMaskAdapterItem *WatermarkMaskAdapter::addImageItem(const QString &path)
