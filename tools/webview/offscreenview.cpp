@@ -101,16 +101,13 @@ void OffscreenView::setUncheckedHosts(const QStringList &hosts)
 
 void OffscreenView::loadUrl(const QByteArray &url)
 {
-    const QUrl address = QUrl::fromEncoded(url);
-    m_page->askFor({});
-    m_page->load(address);
+    m_page->loadWebPage(QUrl::fromEncoded(url));
 }
 
 void OffscreenView::loadFile(const QByteArray &path)
 {
     const QUrl address = QUrl::fromLocalFile(QString::fromUtf8(path));
-    m_page->askFor(address);
-    m_page->load(address);
+    m_page->loadFile(address);
 }
 
 void OffscreenView::loadHtml(const QByteArray &html)
@@ -120,8 +117,7 @@ void OffscreenView::loadHtml(const QByteArray &html)
 
 void OffscreenView::loadHtmlWithBaseUrl(const QByteArray &html, const QByteArray &baseUrl)
 {
-    m_page->askFor(QUrl::fromEncoded(baseUrl));
-    m_page->setHtml(QString::fromUtf8(html), QUrl::fromEncoded(baseUrl));
+    m_page->loadHtml(QString::fromUtf8(html), QUrl::fromEncoded(baseUrl));
 }
 
 void OffscreenView::goBack()

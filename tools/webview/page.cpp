@@ -34,6 +34,18 @@ QString bridgeName()
     return QStringLiteral("bridge");
 }
 
+// What is dragged out of a page would be dragged from a window that isn't on the screen.
+QWebEngineScript scriptAgainstDrags()
+{
+    QWebEngineScript script;
+    script.setInjectionPoint(QWebEngineScript::DocumentCreation);
+    script.setWorldId(QWebEngineScript::ApplicationWorld);
+    script.setRunsOnSubFrames(true);
+    script.setSourceCode(QStringLiteral(
+        "addEventListener('dragstart', event => event.preventDefault(), {capture: true})"));
+    return script;
+}
+
 } // namespace
 
 Page::Page(QWebEngineProfile &profile, WebViewClient &client)
@@ -49,15 +61,14 @@ Page::Page(QWebEngineProfile &profile, WebViewClient &client)
     });
     connect(this, &QWebEnginePage::loadStarted, this, [this] {
         m_isLoading = true;
-        m_isCancelled = false;
+        m_isStopped = false;
         m_failedReason.clear();
     });
     connect(this, &QWebEnginePage::loadFinished, this, &Page::onLoadFinished);
     connect(this, &QWebEnginePage::renderProcessTerminated, this, [this](auto status) {
         if (status == NormalTerminationStatus)
             return;
-        m_failedReason = tr("网页意外中止");
-        onLoadFinished(false);
+        m_client.onLoadingFinished(url().toString(), LoadFailed, tr("网页意外中止"));
     });
 }
 
@@ -65,6 +76,7 @@ void Page::restrict()
 {
     for (const auto attribute : switchedOff)
         settings()->setAttribute(attribute, false);
+    scripts().insert(scriptAgainstDrags());
     settings()->setUnknownUrlSchemePolicy(QWebEngineSettings::DisallowUnknownUrlSchemes);
 }
 
@@ -81,10 +93,7 @@ void Page::refuseRequests()
     connect(this, &QWebEnginePage::registerProtocolHandlerRequested, this,
             [](QWebEngineRegisterProtocolHandlerRequest request) { request.reject(); });
     connect(profile(), &QWebEngineProfile::downloadRequested, this,
-            [this](QWebEngineDownloadItem *item) {
-                item->cancel();
-                m_isCancelled = true;
-            });
+            [](QWebEngineDownloadItem *item) { item->cancel(); });
 }
 
 void Page::injectBridge()
@@ -99,29 +108,51 @@ void Page::injectBridge()
     scripts().insert(script);
 }
 
-void Page::askFor(const QUrl &address)
+void Page::expectLoad(const QString &ownScheme)
 {
-    m_askedFor = address;
+    m_ownScheme = ownScheme;
     m_isLoading = true;
     m_hasBegun = false;
 }
 
+void Page::loadWebPage(const QUrl &address)
+{
+    expectLoad({});
+    if (isOfWeb(address)) {
+        load(address);
+        return;
+    }
+    // The engine would run a script that is written as an address.
+    m_isLoading = false;
+    m_client.onLoadingFinished(address.toString(), LoadFailed, tr("不是网页的地址"));
+}
+
+void Page::loadFile(const QUrl &address)
+{
+    expectLoad(address.scheme());
+    load(address);
+}
+
+void Page::loadHtml(const QString &html, const QUrl &baseUrl)
+{
+    // That is how the engine brings it in.
+    expectLoad(QStringLiteral("data"));
+    setHtml(html, baseUrl);
+}
+
 void Page::stopLoading()
 {
-    m_isCancelled = m_isLoading;
+    m_isStopped = m_isLoading;
     triggerAction(Stop);
 }
 
 bool Page::acceptNavigationRequest(const QUrl &url, NavigationType type, bool isMainFrame)
 {
-    const bool isOwn = type == NavigationTypeTyped && url == m_askedFor;
+    const bool isOwn = type == NavigationTypeTyped && url.scheme() == m_ownScheme;
     const bool isInnerPart = !isMainFrame && (url.scheme() == QLatin1String("about") ||
                                               url.scheme() == QLatin1String("data") ||
                                               url.scheme() == QLatin1String("blob"));
-    if (isOwn || isOfWeb(url) || isInnerPart)
-        return true;
-    m_isCancelled = isMainFrame;
-    return false;
+    return isOwn || isOfWeb(url) || isInnerPart;
 }
 
 QWebEnginePage *Page::createWindow(WebWindowType)
@@ -160,7 +191,7 @@ bool Page::certificateError(const QWebEngineCertificateError &error)
 {
     if (error.isOverridable() && m_uncheckedHosts.contains(error.url().host(), Qt::CaseInsensitive))
         return true;
-    m_failedReason = tr("%1 的证书不可信：%2").arg(error.url().host(), error.errorDescription());
+    m_failedReason = tr("%1 的证书不可信").arg(error.url().host());
     return false;
 }
 
@@ -168,8 +199,19 @@ void Page::onLoadFinished(bool isGood)
 {
     m_isLoading = false;
     m_hasBegun = m_hasBegun || isGood;
-    LoadingResult result = LoadSucceeded;
-    if (!isGood)
-        result = m_isCancelled ? LoadCancelled : LoadFailed;
-    m_client.onLoadingFinished(url().toString(), result, m_failedReason);
+    if (isGood) {
+        runJavaScript(QStringLiteral("var isShown = true"), QWebEngineScript::ApplicationWorld);
+        m_client.onLoadingFinished(url().toString(), LoadSucceeded, {});
+        return;
+    }
+    // What was refused, became a download or was stopped hasn't failed: the document before it
+    // stays.
+    const auto tell = [this, alive = std::weak_ptr<bool>(m_alive), address = url().toString(),
+                       reason = m_failedReason](const QVariant &kind) {
+        if (alive.expired())
+            return;
+        const bool isThere = m_isStopped || kind.toString() == QLatin1String("boolean");
+        m_client.onLoadingFinished(address, isThere ? LoadCancelled : LoadFailed, reason);
+    };
+    runJavaScript(QStringLiteral("typeof isShown"), QWebEngineScript::ApplicationWorld, tell);
 }

@@ -20,8 +20,11 @@ public:
     void injectBridge();
 
     void setUncheckedHosts(const QStringList &hosts) { m_uncheckedHosts = hosts; }
-    /// The program itself asks for this address, which is the only one that needs not be the web's.
-    void askFor(const QUrl &address);
+    /// An address that isn't the web's fails.
+    void loadWebPage(const QUrl &address);
+    /// Shows what the program itself has.
+    void loadFile(const QUrl &address);
+    void loadHtml(const QString &html, const QUrl &baseUrl);
     /// Ends the load; that is no failure.
     void stopLoading();
 
@@ -42,6 +45,7 @@ protected:
     bool certificateError(const QWebEngineCertificateError &error) override;
 
 private:
+    void expectLoad(const QString &ownScheme);
     void refuseRequests();
     void restrict();
     void onLoadFinished(bool isGood);
@@ -49,9 +53,11 @@ private:
     WebViewClient &m_client;
     Bridge m_bridge;
     QStringList m_uncheckedHosts;
-    QUrl m_askedFor;
+    QString m_ownScheme; // of what the program itself shows
     QString m_failedReason;
     bool m_isLoading = false;
     bool m_hasBegun = false;
-    bool m_isCancelled = false; // the load ends because it was stopped or refused
+    bool m_isStopped = false;
+    // The engine answers questions also while the page is being destroyed.
+    std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
 };
