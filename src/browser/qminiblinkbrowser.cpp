@@ -2,6 +2,7 @@
 #include "browser/qminiblinkbrowser.h"
 
 #include "browser/viewinput.h"
+#include "controls/stylebackground.h"
 
 #include <QCoreApplication>
 #include <QKeyEvent>
@@ -265,11 +266,14 @@ void QMiniblinkBrowser::resizeEvent(QResizeEvent *event)
 
 void QMiniblinkBrowser::paintEvent(QPaintEvent *)
 {
+    QPainter painter(this);
+    // Under a page that has no background of its own.
+    drawStyleBackground(&painter, this);
     if (m_pixels.empty())
         return;
     m_view->paint(m_pixels.data());
     QImage picture(m_pixels.data(), m_size.width(), m_size.height(), m_size.width() * bytesPerPixel,
                    QImage::Format_ARGB32);
     picture.setDevicePixelRatio(m_scale);
-    QPainter(this).drawImage(0, 0, picture);
+    painter.drawImage(0, 0, picture);
 }

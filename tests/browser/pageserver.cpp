@@ -23,12 +23,17 @@ std::unique_ptr<httplib::Server> secretServer()
 } // namespace
 
 PageServer::PageServer(const QMap<QString, ServedPage> &pages, bool isSecret)
-    : m_pages(pages),
-      m_isSecret(isSecret),
-      m_server(isSecret ? secretServer() : std::make_unique<httplib::Server>())
+    : m_isSecret(isSecret),
+      m_server(isSecret ? secretServer() : std::make_unique<httplib::Server>()),
+      m_pages(pages)
 {
     m_server->Get(".*", [this](const httplib::Request &request, httplib::Response &reply) {
         answer(request, reply);
+    });
+    m_server->Post(".*", [this](const httplib::Request &request, httplib::Response &reply) {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_posted += QByteArray::fromStdString(request.body) + '\n';
+        reply.set_content(R"({"code":"200","message":"success","ssid":"s"})", "application/json");
     });
     // A stop would wait for the ends of what is kept.
     m_server->set_keep_alive_max_count(1);
@@ -41,6 +46,7 @@ PageServer::PageServer(const QMap<QString, ServedPage> &pages, bool isSecret)
 
 PageServer::~PageServer()
 {
+    m_isEnding = true;
     m_server->stop();
     m_thread.join();
 }
@@ -56,6 +62,24 @@ QStringList PageServer::asked() const
     return m_asked;
 }
 
+void PageServer::setPage(const QString &path, const ServedPage &page)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_pages[path] = page;
+}
+
+QByteArray PageServer::posted() const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_posted;
+}
+
+ServedPage PageServer::pageAt(const QString &path) const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_pages.value(path, {"nothing", "text/plain", {}, 404});
+}
+
 void PageServer::answer(const httplib::Request &request, httplib::Response &reply)
 {
     const QString path = QString::fromStdString(request.path);
@@ -63,7 +87,9 @@ void PageServer::answer(const httplib::Request &request, httplib::Response &repl
         const std::lock_guard<std::mutex> lock(m_mutex);
         m_asked += path;
     }
-    const ServedPage page = m_pages.value(path, {"nothing", "text/plain", {}, 404});
+    while (pageAt(path).isWithheld && !m_isEnding)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    const ServedPage page = pageAt(path);
     reply.status = page.status;
     if (!page.header.isEmpty()) {
         const int colon = page.header.indexOf(": ");

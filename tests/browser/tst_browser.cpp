@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
+#include "browser/loginnotice.h"
 #include "browser/userinfomanager.h"
 #include "browser/webinterface.h"
-#include "browser/weblogindialog.h"
 #include "MediaKits/AppInstance/LocalStore/userinfostore.h"
 #include "support/casename.h"
 #include "support/scriptedserver.h"
 #include "support/utf8.h"
 
+#include <QLabel>
 #include <QNetworkAccessManager>
 #include <QPushButton>
 #include <QtTest>
@@ -30,7 +31,7 @@ private slots:
     void login();
     void refresh();
     void logoutBeatsAnswer();
-    void dialogIsRead();
+    void notices();
 };
 
 void TestBrowser::noServices()
@@ -132,12 +133,21 @@ void TestBrowser::logoutBeatsAnswer()
     QCOMPARE(store.token(), QString());
 }
 
-void TestBrowser::dialogIsRead()
+// Only a page that can't be loaded may be there a moment later.
+void TestBrowser::notices()
 {
-    WebLoginDialog dialog;
-    dialog.show();
-    QTest::mouseClick(dialog.findChild<QPushButton *>("btnOk"_s), Qt::LeftButton);
-    QCOMPARE(dialog.result(), int(QDialog::Accepted));
+    for (const auto kind : {LoginProblem::NoService, LoginProblem::NoAnswer, LoginProblem::NoView,
+                            LoginProblem::NoPage}) {
+        LoginNotice notice({kind, "证书"_s});
+        notice.show();
+        QPushButton *retry = notice.findChild<QPushButton *>("btnRetry"_s);
+        QCOMPARE(retry->isVisible(), kind == LoginProblem::NoPage);
+        const bool tells = notice.findChild<QLabel *>("lblHint"_s)->text().contains("证书"_s);
+        QCOMPARE(tells, kind == LoginProblem::NoPage);
+        QTest::keyClick(&notice, Qt::Key_Return);
+        QCOMPARE(notice.result(),
+                 int(kind == LoginProblem::NoPage ? QDialog::Accepted : QDialog::Rejected));
+    }
 }
 
 QTEST_MAIN(TestBrowser)
