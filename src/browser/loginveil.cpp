@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
+#include <QVariant>
 #include <QVBoxLayout>
 
 namespace {

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "browser/loginnotice.h"
+#include "browser/pageserver.h"
 #include "browser/userinfomanager.h"
 #include "browser/webinterface.h"
+#include "browser/weblogindialog.h"
 #include "MediaKits/AppInstance/LocalStore/userinfostore.h"
 #include "support/casename.h"
 #include "support/scriptedserver.h"
+#include "support/testfile.h"
 #include "support/utf8.h"
 
 #include <QLabel>
@@ -31,6 +34,8 @@ private slots:
     void login();
     void refresh();
     void logoutBeatsAnswer();
+    void certificates();
+    void noAddress();
     void notices();
 };
 
@@ -131,6 +136,28 @@ void TestBrowser::logoutBeatsAnswer()
     QTest::qWait(100); // the answer must change nothing
     QVERIFY(!user.isLoggedIn());
     QCOMPARE(store.token(), QString());
+}
+
+// Who stands between could send every user to a page of his own.
+void TestBrowser::certificates()
+{
+    PageServer server({{"/api/config/urls"_s, {R"({"code":0,"data":{"web":{"login":"x"}}})"}}},
+                      true);
+    const WebInterface checked(server.address());
+    const WebInterface unchecked(server.address(), false);
+    QTRY_COMPARE(unchecked.loginUrl(), "x"_s);
+    QTest::qWait(100); // the answer must change nothing
+    QCOMPARE(checked.loginUrl(), QString());
+    QCOMPARE(server.asked().size(), 1);
+}
+
+void TestBrowser::noAddress()
+{
+    WebLoginDialog dialog;
+    QCOMPARE(dialog.size(), QSize(551, 320));
+    QCOMPARE(dialog.exec(), int(QDialog::Rejected));
+    QCOMPARE(dialog.problem().kind, LoginProblem::NoAnswer);
+    QVERIFY(!contentOf("/proc/self/maps"_s).contains("WebEngine"));
 }
 
 // Only a page that can't be loaded may be there a moment later.

@@ -40,6 +40,7 @@ private slots:
     void certificates();
     void storage();
     void typing();
+    void trialPage();
 
 private:
     void make(const QUrl &origin);
@@ -366,6 +367,29 @@ void TestWebView::typing()
     QCoreApplication::sendEvent(m_browser.get(), &wheel);
     QTRY_VERIFY(m_reports.contains("scrolled"_s));
     shoot(*m_browser, "webview");
+}
+
+// The page by which the bridge is tried by hand: a button for each call.
+void TestWebView::trialPage()
+{
+    const PageServer server({{"/"_s,
+                              {contentOf(":/web/loading.html"_s) +
+                               "<script>"
+                               "for (const button of document.querySelectorAll('button'))"
+                               "    button.click();"
+                               "external.Report(result.textContent)</script>"}}});
+    make(QUrl(server.address()));
+    QSignalSpy controls(m_browser.get(), &QMBBrower::windowControlActivated);
+    int events = 0;
+    m_browser->registerEvents({"GetDeviceInfo"_s, "GetTrackHeader"_s},
+                              [&events](const QVariantList &) { return ++events; });
+    m_browser->loadUrl(server.address("/"_s));
+    QTRY_COMPARE(m_reports, QStringList("GetTrackHeader：2"_s));
+    QSet<int> numbers;
+    for (const QVariantList &control : qAsConst(controls))
+        numbers += control[0].toInt();
+    QCOMPARE(numbers, QSet<int>({1, 2, 3, 4, 5, 6, 7, 8, 9}));
+    QCOMPARE(controls.size(), 9);
 }
 
 QTEST_MAIN(TestWebView)
