@@ -198,6 +198,7 @@ bool QMiniblinkBrowser::isInput(QEvent *event)
     case QEvent::MouseButtonDblClick:
     case QEvent::MouseMove: {
         const auto &mouse = static_cast<QMouseEvent &>(*event);
+        m_view->setPlace(mapToGlobal(QPoint()));
         m_view->fireMouseEvent(mouseCode(mouse), mouse.localPos().toPoint(),
                                mouseFlags(mouse.buttons(), mouse.modifiers()));
         return true;
@@ -238,6 +239,7 @@ void QMiniblinkBrowser::passKey(const QKeyEvent &event)
         m_view->fireKeyUpEvent(codeOf(event), flags);
         return;
     }
+    m_view->setPlace(mapToGlobal(QPoint()));
     m_view->fireKeyDownEvent(codeOf(event), flags);
     passText(event.text(), flags);
 }
@@ -271,6 +273,8 @@ void QMiniblinkBrowser::paintEvent(QPaintEvent *)
     drawStyleBackground(&painter, this);
     if (m_pixels.empty())
         return;
+    // The display server takes its time with it: a press would be too late.
+    m_view->setPlace(mapToGlobal(QPoint()));
     m_view->paint(m_pixels.data());
     QImage picture(m_pixels.data(), m_size.width(), m_size.height(), m_size.width() * bytesPerPixel,
                    QImage::Format_ARGB32);

@@ -92,6 +92,8 @@ public:
     virtual bool isDocumentReady() const = 0;
 
     virtual void resize(int width, int height) = 0;
+    /// Where its top left corner is on the desktop: lists that drop down are windows of their own.
+    virtual void setPlace(const QPoint &place) = 0;
     virtual void setDirty() = 0;
     /// Paints the whole picture into `bits`, 32 bits a pixel, rows of the view's width.
     virtual void paint(void *bits) = 0;

@@ -38,6 +38,7 @@ public:
         size = QSize(width, height);
         note("resize");
     }
+    void setPlace(const QPoint &at) override { place = at; }
     void setDirty() override { note("dirty"); }
     void paint(void *bits) override
     {
@@ -90,6 +91,7 @@ public:
     bool hasForward = false;
     int cursor = 0;
     QSize size;
+    QPoint place;
     QString startScript;
     QMap<QString, ScriptFunction> functions;
 

@@ -3,11 +3,13 @@
 #include "browser/qmbbrower.h"
 #include "browser/webviewloader.h"
 #include "support/casename.h"
+#include "support/desktop.h"
 #include "support/guisupport.h"
 #include "support/testfile.h"
 
 #include <QSignalSpy>
 #include <QtTest>
+#include <QWindow>
 
 namespace {
 
@@ -41,6 +43,7 @@ private slots:
     void storage();
     void typing();
     void trialPage();
+    void listsAndDrags();
 
 private:
     void make(const QUrl &origin);
@@ -338,8 +341,11 @@ void TestWebView::typing()
            "onscroll = () => external.Report('scrolled')</script>"}}});
     make(QUrl(server.address()));
     show();
-    m_browser->loadUrl(server.address("/"_s));
+    // The engine has another process and another surface for each site.
+    m_browser->loadUrl(server.address("/"_s).replace("127.0.0.1"_s, "localhost"_s));
     QTRY_COMPARE(m_results.size(), 1);
+    m_browser->loadUrl(server.address("/"_s));
+    QTRY_COMPARE(m_results.size(), 2);
     QTRY_COMPARE(m_browser->grab().toImage().pixelColor(300, 250), QColor(Qt::blue));
 
     QTest::mouseMove(m_browser.get(), QPoint(60, 120));
@@ -390,6 +396,52 @@ void TestWebView::trialPage()
         numbers += control[0].toInt();
     QCOMPARE(numbers, QSet<int>({1, 2, 3, 4, 5, 6, 7, 8, 9}));
     QCOMPARE(controls.size(), 9);
+}
+
+// A list drops down where its field is seen, also in a modal window; and who drags a text has let
+// go of it afterwards.
+void TestWebView::listsAndDrags()
+{
+    const PageServer server(
+        {{"/"_s,
+          {"<body style='margin:0;background:#0000ff'><select id=list style='position:absolute;left:20px;"
+           "top:20px;height:20px'><option>one<option>two</select><p style='position:absolute;"
+           "left:20px;top:150px' draggable=true>text</p><script>"
+           "list.onchange = () => external.Report(list.value);"
+           "onmouseup = () => external.Report('up')</script>"}}});
+    make(QUrl(server.address()));
+    m_browser->setWindowModality(Qt::ApplicationModal);
+    m_browser->move(300, 200);
+    show();
+    m_browser->loadUrl(server.address("/"_s));
+    QTRY_COMPARE(m_results.size(), 1);
+    // Before it is seen, a page gets no input.
+    QTRY_COMPARE(screenPart(*m_browser).pixelColor(350, 250), QColor(Qt::blue));
+    const auto onScreen = [this](int x, int y) {
+        return m_browser->mapToGlobal(QPoint(x, y)) * m_browser->devicePixelRatioF();
+    };
+    Desktop::click(onScreen(40, 30));
+    // The second of its rows, each about as high as the field.
+    const QPoint second = m_browser->mapToGlobal(QPoint(40, 64));
+    const auto isDown = [this, second] {
+        const QWindowList windows = QGuiApplication::topLevelWindows();
+        return std::any_of(windows.begin(), windows.end(), [&](const QWindow *window) {
+            return window != m_browser->windowHandle() && window->isExposed() &&
+                   window->geometry().contains(second);
+        });
+    };
+    QTRY_VERIFY(isDown());
+    Desktop::click(onScreen(40, 64));
+    QTRY_VERIFY2(m_reports.contains("two"_s), qPrintable(m_reports.join(u' ')));
+    QTRY_VERIFY(!isDown());
+    m_reports.clear();
+    Desktop::drag(onScreen(30, 175), onScreen(120, 220));
+    QTRY_COMPARE(m_reports, QStringList("up"_s));
+    // A view may go while its list is down.
+    Desktop::click(onScreen(40, 30));
+    QTRY_VERIFY(isDown());
+    m_browser.reset();
+    QTRY_VERIFY(QGuiApplication::topLevelWindows().isEmpty());
 }
 
 QTEST_MAIN(TestWebView)

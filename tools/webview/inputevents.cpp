@@ -61,6 +61,8 @@ void InputEvents::setTarget(QWidget *target)
     m_target = target;
     m_flush.setSingleShot(true);
     connect(&m_flush, &QTimer::timeout, this, &InputEvents::flush, Qt::UniqueConnection);
+    if (m_hasFocus)
+        focus(true);
 }
 
 void InputEvents::send(QEvent &event)
@@ -136,6 +138,7 @@ void InputEvents::flush()
 void InputEvents::focus(bool isIn)
 {
     flush();
+    m_hasFocus = isIn;
     QFocusEvent event(isIn ? QEvent::FocusIn : QEvent::FocusOut);
     send(event);
 }

@@ -14,6 +14,7 @@ class InputEvents : public QObject
     Q_OBJECT
 
 public:
+    /// A new target has the focus that the old one had.
     void setTarget(QWidget *target);
 
     void mouse(quint32 code, const QPoint &point, quint32 flags);
@@ -38,4 +39,5 @@ private:
         QString text;
     } m_down;
     QTimer m_flush;
+    bool m_hasFocus = false;
 };

@@ -11,6 +11,7 @@
 #include <QWebEngineProfile>
 #include <QWebEngineSettings>
 #include <QWebEngineView>
+#include <QWindow>
 
 namespace {
 
@@ -50,12 +51,20 @@ OffscreenView::OffscreenView(WebViewClient &client)
     m_view->setAttribute(Qt::WA_DontShowOnScreen);
     m_view->setContextMenuPolicy(Qt::PreventContextMenu);
     m_view->show();
-    connect(m_page.get(), &QWebEnginePage::loadStarted, this, &OffscreenView::follow);
+    // Whatever is told first of another document.
+    connect(m_page.get(), &QWebEnginePage::urlChanged, this, &OffscreenView::follow);
+    connect(m_page.get(), &QWebEnginePage::loadProgress, this, &OffscreenView::follow);
     connect(m_page.get(), &QWebEnginePage::loadFinished, this, &OffscreenView::follow);
     follow();
 }
 
-OffscreenView::~OffscreenView() = default;
+// What ends tells of it, and the client may be ending, too.
+OffscreenView::~OffscreenView()
+{
+    if (m_surface)
+        m_surface->removeEventFilter(this);
+    m_page->fallSilent();
+}
 
 // The engine has another surface for each of its processes.
 void OffscreenView::follow()
@@ -160,6 +169,16 @@ void OffscreenView::resize(int width, int height)
     m_size = QSize(width, height);
     const qreal scale = m_view->devicePixelRatioF();
     m_view->resize(qRound(width / scale), qRound(height / scale));
+}
+
+void OffscreenView::setPlace(const QPoint &place)
+{
+    if (place == m_view->pos())
+        return;
+    m_view->move(place);
+    // The window of a widget that isn't shown doesn't follow it.
+    if (QWindow *window = m_view->windowHandle())
+        window->setPosition(place);
 }
 
 void OffscreenView::setDirty()

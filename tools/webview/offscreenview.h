@@ -32,6 +32,7 @@ public:
     bool isLoading() const override;
     bool isDocumentReady() const override;
     void resize(int width, int height) override;
+    void setPlace(const QPoint &place) override;
     void setDirty() override;
     void paint(void *bits) override;
     void setTransparent(bool isTransparent) override;
@@ -62,6 +63,6 @@ private:
     std::unique_ptr<Page> m_page;
     std::unique_ptr<QWebEngineView> m_view;
     InputEvents m_input;
-    QWidget *m_surface = nullptr; // draws the page; the engine changes it at times
+    QPointer<QWidget> m_surface; // draws the page; the engine changes it at times
     QSize m_size;
 };

@@ -72,6 +72,12 @@ Page::Page(QWebEngineProfile &profile, WebViewClient &client)
     });
 }
 
+void Page::fallSilent()
+{
+    m_alive.reset();
+    disconnect(this, nullptr, this, nullptr);
+}
+
 void Page::restrict()
 {
     for (const auto attribute : switchedOff)

@@ -15,6 +15,9 @@ class Page : public QWebEnginePage
 public:
     Page(QWebEngineProfile &profile, WebViewClient &client);
 
+    /// Tells its client nothing from now on.
+    void fallSilent();
+
     Bridge &bridge() { return m_bridge; }
     /// Has the bridge's script run in documents that begin from now on.
     void injectBridge();
