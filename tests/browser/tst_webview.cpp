@@ -404,7 +404,8 @@ void TestWebView::listsAndDrags()
 {
     const PageServer server(
         {{"/"_s,
-          {"<body style='margin:0;background:#0000ff'><select id=list style='position:absolute;left:20px;"
+          {"<body style='margin:0;background:#0000ff'><select id=list "
+           "style='position:absolute;left:20px;"
            "top:20px;height:20px'><option>one<option>two</select><p style='position:absolute;"
            "left:20px;top:150px' draggable=true>text</p><script>"
            "list.onchange = () => external.Report(list.value);"
