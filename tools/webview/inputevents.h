@@ -14,7 +14,7 @@ class InputEvents : public QObject
     Q_OBJECT
 
 public:
-    /// A new target has the focus that the old one had.
+    /// A new target has the focus that the old one had; with null all goes nowhere.
     void setTarget(QWidget *target);
 
     void mouse(quint32 code, const QPoint &point, quint32 flags);

@@ -58,12 +58,16 @@ OffscreenView::OffscreenView(WebViewClient &client)
     follow();
 }
 
-// What ends tells of it, and the client may be ending, too.
+// What ends tells of it, and the client may be ending, too. The end of a list that is down also
+// moves the focus, of which this object then hears while it is still whole.
 OffscreenView::~OffscreenView()
 {
     if (m_surface)
         m_surface->removeEventFilter(this);
+    m_surface = nullptr;
+    m_input.setTarget(nullptr);
     m_page->fallSilent();
+    m_view.reset();
 }
 
 // The engine has another surface for each of its processes.
