@@ -12,7 +12,7 @@ packages=(
     libpulse-dev libqt5multimedia5-plugins libqt5svg5 librsvg2-bin libssl-dev libqt5x11extras5-dev
     libxcb-composite0-dev libxcb-randr0-dev libxcb-shape0-dev libxcb1-dev mold mplayer mpv
     ninja-build pkg-config qt5-image-formats-plugins qtbase5-dev qtmultimedia5-dev
-    qttranslations5-l10n
+    qttranslations5-l10n qtwebengine5-dev
 )
 [ "${1:-}" = test ] && packages+=(
     appstream clang-format-14 clang-tidy-14 dbus-daemon desktop-file-utils git imagemagick

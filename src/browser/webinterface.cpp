@@ -12,23 +12,25 @@ namespace {
 constexpr char addressesPath[] = "/api/config/urls";
 } // namespace
 
-WebInterface::WebInterface(const QString &host)
+WebInterface::WebInterface(const QString &host, bool isVerified)
 {
     if (!host.isEmpty())
-        getInterface(host);
+        getInterface(host, isVerified);
 }
 
 WebInterface &WebInterface::instance()
 {
-    static WebInterface interface(AppConfig::instance().serviceConfiguration);
+    static WebInterface interface(AppConfig::instance().serviceConfiguration,
+                                  AppConfig::instance().serviceConfigurationVerify !=
+                                      QLatin1String("off"));
     return interface;
 }
 
-void WebInterface::getInterface(const QString &host)
+void WebInterface::getInterface(const QString &host, bool isVerified)
 {
     const QString url = QString::fromStdString(serviceUrl(host, addressesPath));
     QNetworkRequest request{QUrl(url)};
-    if (url.startsWith(QLatin1String("https"))) {
+    if (!isVerified && url.startsWith(QLatin1String("https"))) {
         QSslConfiguration tls = QSslConfiguration::defaultConfiguration();
         tls.setPeerVerifyMode(QSslSocket::VerifyNone);
         request.setSslConfiguration(tls);

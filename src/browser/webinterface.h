@@ -14,7 +14,8 @@ class WebInterface : public QObject
 public:
     /// Asks the service at once.
     /// @param host as "https://host"; an empty one is never asked
-    explicit WebInterface(const QString &host);
+    /// @param isVerified whether the service's certificate is checked
+    explicit WebInterface(const QString &host, bool isVerified = true);
 
     /// The one that is configured by main.ini. Needs the application object.
     static WebInterface &instance();
@@ -23,7 +24,7 @@ public:
     QString loginUrl() const { return m_loginUrl; }
 
 private:
-    void getInterface(const QString &host);
+    void getInterface(const QString &host, bool isVerified);
     void handleAnswer(const QJsonObject &answer);
 
     QString m_loginUrl;

@@ -1,16 +1,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "controls/dialogframe.h"
+#include "browser/loginnotice.h"
+#include "browser/webview.h"
 
-#include <memory>
+#include <QDialog>
 
-namespace Ui {
-class WebLoginDialog;
-}
+class LoginBar;
+class LoginVeil;
+class QMBBrower;
 
-/// Tells why there is no login page to show.
-class WebLoginDialog : public DialogFrame
+/// The window of the login page, which the page controls. It closes when there is no page.
+class WebLoginDialog : public QDialog
 {
     Q_OBJECT
 
@@ -18,9 +19,27 @@ public:
     explicit WebLoginDialog(QWidget *parent = nullptr);
     ~WebLoginDialog() override;
 
-private slots:
-    void on_btnOk_clicked();
+    /// Why it has closed by itself.
+    const LoginProblem &problem() const { return m_problem; }
+
+    void setVisible(bool visible) override;
 
 private:
-    std::unique_ptr<Ui::WebLoginDialog> m_form;
+    void setUpWindow();
+    void setUpBrowser(WebViewLibrary &library);
+    void registerEvents();
+    void closeFor(const LoginProblem &problem);
+    void onUrlChanged(const QString &url);
+    void onLoadingFinish(const QString &url, LoadingResult result, const QString &failedReason);
+    void onWindowControl(int control, const QVariantList &arguments);
+    QVariant setUserInfo(const QVariantList &arguments);
+    bool isLogged() const;
+    void centre();
+    void liftVeil();
+
+    const QUrl m_address;
+    LoginProblem m_problem;
+    LoginBar *m_bar = nullptr; // over a page that isn't the service's own
+    QMBBrower *m_browser = nullptr;
+    LoginVeil *m_veil = nullptr;
 };

@@ -91,14 +91,14 @@ void DialogFrame::setVisible(bool visible)
     const bool hadKeyboard = !visible && isActiveWindow();
     QDialog::setVisible(visible);
     if (hadKeyboard)
-        giveKeyboardBack();
+        giveKeyboardBack(*this);
 }
 
 // Now and then the window manager gives the keyboard to nobody, or Qt misses that the window below
 // has it again: it would be dead until a click.
-void DialogFrame::giveKeyboardBack()
+void DialogFrame::giveKeyboardBack(const QWidget &hidden)
 {
-    QWidget *below = parentWidget() ? parentWidget()->window() : nullptr;
+    QWidget *below = hidden.parentWidget() ? hidden.parentWidget()->window() : nullptr;
     if (below == nullptr)
         return;
     QTimer::singleShot(settleMs, below, [below] {

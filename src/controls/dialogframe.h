@@ -22,6 +22,9 @@ public:
     /// Never larger than the screen; gives the keyboard back to its parent when it goes.
     void setVisible(bool visible) override;
 
+    /// For a modal window that has just been hidden while it had the keyboard.
+    static void giveKeyboardBack(const QWidget &hidden);
+
 protected:
     /// Object name "wdtBody"; takes the subclass's form.
     QWidget *body() const { return m_body; }
@@ -43,7 +46,6 @@ protected slots:
 private:
     QWidget *makeTitleRow();
     void connectByName();
-    void giveKeyboardBack();
 
     QLabel *m_title = nullptr;
     QPushButton *m_close = nullptr;

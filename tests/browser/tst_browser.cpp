@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: MIT
+#include "browser/loginnotice.h"
+#include "browser/pageserver.h"
 #include "browser/userinfomanager.h"
 #include "browser/webinterface.h"
 #include "browser/weblogindialog.h"
 #include "MediaKits/AppInstance/LocalStore/userinfostore.h"
 #include "support/casename.h"
 #include "support/scriptedserver.h"
+#include "support/testfile.h"
 #include "support/utf8.h"
 
+#include <QLabel>
 #include <QNetworkAccessManager>
 #include <QPushButton>
 #include <QtTest>
@@ -30,7 +34,9 @@ private slots:
     void login();
     void refresh();
     void logoutBeatsAnswer();
-    void dialogIsRead();
+    void certificates();
+    void noAddress();
+    void notices();
 };
 
 void TestBrowser::noServices()
@@ -132,12 +138,43 @@ void TestBrowser::logoutBeatsAnswer()
     QCOMPARE(store.token(), QString());
 }
 
-void TestBrowser::dialogIsRead()
+// Who stands between could send every user to a page of his own.
+void TestBrowser::certificates()
+{
+    PageServer server({{"/api/config/urls"_s, {R"({"code":0,"data":{"web":{"login":"x"}}})"}}},
+                      true);
+    const WebInterface checked(server.address());
+    const WebInterface unchecked(server.address(), false);
+    QTRY_COMPARE(unchecked.loginUrl(), "x"_s);
+    QTest::qWait(100); // the answer must change nothing
+    QCOMPARE(checked.loginUrl(), QString());
+    QCOMPARE(server.asked().size(), 1);
+}
+
+void TestBrowser::noAddress()
 {
     WebLoginDialog dialog;
-    dialog.show();
-    QTest::mouseClick(dialog.findChild<QPushButton *>("btnOk"_s), Qt::LeftButton);
-    QCOMPARE(dialog.result(), int(QDialog::Accepted));
+    QCOMPARE(dialog.size(), QSize(551, 320));
+    QCOMPARE(dialog.exec(), int(QDialog::Rejected));
+    QCOMPARE(dialog.problem().kind, LoginProblem::NoAnswer);
+    QVERIFY(!contentOf("/proc/self/maps"_s).contains("WebEngine"));
+}
+
+// Only a page that can't be loaded may be there a moment later.
+void TestBrowser::notices()
+{
+    for (const auto kind : {LoginProblem::NoService, LoginProblem::NoAnswer, LoginProblem::NoView,
+                            LoginProblem::NoPage}) {
+        LoginNotice notice({kind, "证书"_s});
+        notice.show();
+        QPushButton *retry = notice.findChild<QPushButton *>("btnRetry"_s);
+        QCOMPARE(retry->isVisible(), kind == LoginProblem::NoPage);
+        const bool tells = notice.findChild<QLabel *>("lblHint"_s)->text().contains("证书"_s);
+        QCOMPARE(tells, kind == LoginProblem::NoPage);
+        QTest::keyClick(&notice, Qt::Key_Return);
+        QCOMPARE(notice.result(),
+                 int(kind == LoginProblem::NoPage ? QDialog::Accepted : QDialog::Rejected));
+    }
 }
 
 QTEST_MAIN(TestBrowser)

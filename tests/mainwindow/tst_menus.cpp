@@ -121,7 +121,7 @@ void TestMenus::rowsOpenDialogs()
         QTRY_COMPARE(window.findChild<AppMenu *>(), nullptr);
         QTRY_COMPARE(window.findChild<CustomerService *>(), nullptr);
     };
-    check("login", QByteArray("btnRegister"), QByteArray("WebLoginDialog"));
+    check("login", QByteArray("btnRegister"), QByteArray("LoginNotice"));
     check("about", QByteArray("btnAboutMe"), QByteArray("AboutMeDialog"));
     check("update", QByteArray("btnUpdate"), QByteArray("MediaMessageBox"));
     check("feedback", QByteArray("btnFeedback"), QByteArray("FeedbackDialog"));

@@ -92,6 +92,11 @@ void TestStart::secondStart()
     QTRY_VERIFY(isReady());
     QCOMPARE(run({"--install"_s, "norun"_s}), 0);
     QCOMPARE(log().count(logMark), 1);
+    // What only a login needs is not loaded.
+    const QByteArray loaded = contentOf("/proc/%1/maps"_s.arg(first.processId()));
+    QVERIFY(loaded.contains("libQt5Widgets"));
+    for (const char *library : {"WebEngine", "libwebview", "libQt5Quick", "libQt5Qml"})
+        QVERIFY2(!loaded.contains(library), library);
 
     // Another session of the user.
     const std::unique_ptr<QTemporaryDir> user = std::move(m_user);

@@ -36,6 +36,8 @@ constexpr ConfigRow configRows[] = {
     {&AppConfig::serviceUpdate, "Service/update", "", Reading::Text},
     {&AppConfig::serviceUpdateVerify, "Service/updateVerify", "on", Reading::Text},
     {&AppConfig::serviceConfiguration, "Service/configuration", "", Reading::Text},
+    {&AppConfig::serviceConfigurationVerify, "Service/configurationVerify", "on", Reading::Text},
+    {&AppConfig::serviceLoginUnchecked, "Service/loginUnchecked", "", Reading::Text},
     {&AppConfig::serviceUser, "Service/user", "", Reading::Text},
     {&AppConfig::serviceAppKey, "Service/appKey", "", Reading::Text},
     {&AppConfig::contactSite, "Contact/site", "", Reading::Text},

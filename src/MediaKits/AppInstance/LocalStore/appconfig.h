@@ -39,6 +39,10 @@ struct AppConfig
     /// "off" leaves the certificate of the update service unchecked; anything else doesn't.
     QString serviceUpdateVerify;
     QString serviceConfiguration;
+    /// "off" leaves the certificate of that service unchecked; anything else doesn't.
+    QString serviceConfigurationVerify;
+    /// Hosts of login pages whose certificate is left unchecked, separated by commas.
+    QString serviceLoginUnchecked;
     QString serviceUser;
     /// 32 hexadecimal characters that the service of named events knows this program by.
     QString serviceAppKey;
