@@ -26,6 +26,7 @@
 #include "MediaKits/Logger/logger.h"
 #include "MediaKits/Manifest/playermanifest.h"
 #include "platform/crashhook.h"
+#include "platform/runtimeroot.h"
 #include "platform/terminationwatcher.h"
 #include "platform/windowsystem.h"
 #include "resources/look.h"
@@ -140,6 +141,7 @@ bool AppInstance::init()
     m_ownsStores = true;
     Logger::init(appDir() + QLatin1String("/log.conf"), logDir());
     sweepStaleMarkers();
+    removeDeadSockets(QStringLiteral("morplayer-*"));
     WebInterface::instance();
     if (!runInstallStep())
         return false;

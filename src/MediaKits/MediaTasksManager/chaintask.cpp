@@ -7,7 +7,6 @@
 #include "MediaKits/MediaTasksManager/tempdirdeletetask.h"
 
 #include <QDir>
-#include <QUuid>
 
 namespace {
 
@@ -87,8 +86,7 @@ void ChainTask::failAbout(const TaskFailure &failure)
 
 QString ChainTask::newWorkDir(const QString &outputDir)
 {
-    const QDir marker(createTempMarkerDir(outputFolder(outputDir).absolutePath()));
-    return marker.absoluteFilePath(QUuid::createUuid().toString());
+    return newWorkFolderPath(outputFolder(outputDir).absolutePath());
 }
 
 QString ChainTask::outputPath(const QString &dir, const QString &name, const QString &format)
