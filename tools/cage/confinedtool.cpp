@@ -39,7 +39,7 @@ int main(int argc, char *argv[])
     }
     const std::string refused = cage::holdPlaces(&needs.writable);
     if (!refused.empty()) {
-        std::fprintf(stderr, "%s: %s\n", refused.c_str(), std::strerror(EACCES));
+        std::fprintf(stderr, "%s: no folder of this user alone\n", refused.c_str());
         return 1;
     }
     cage::confine(needs);

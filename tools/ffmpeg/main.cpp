@@ -92,7 +92,7 @@ int main(int argc, char **argv)
     ffmpeglauncher::OpenedFiles files = ffmpeglauncher::openedFiles(command.arguments);
     const std::string refused = cage::holdPlaces(&files.written);
     if (!refused.empty()) {
-        std::fprintf(stderr, "%s: %s\n", refused.c_str(), std::strerror(EACCES));
+        std::fprintf(stderr, "%s: no folder of this user alone\n", refused.c_str());
         return 1;
     }
     if (!ffmpeglauncher::isCapture(arguments) && environmentText("MORVANE_REAL_FFMPEG").empty())

@@ -148,7 +148,19 @@ bool AppInstance::init()
     if (runUpdateStep() && AppUpdater::instance().run())
         return false;
     Look::apply();
+    tellRefusedDirs();
     return true;
+}
+
+void AppInstance::tellRefusedDirs()
+{
+    const QStringList folders = refusedDirs();
+    if (!folders.isEmpty())
+        MediaMessageBox::showMessage(
+            tr("墨泉影音工坊"),
+            tr("以下位置是链接、文件或他人的文件夹，程序已改用其他位置：\n%1")
+                .arg(folders.join(QLatin1Char('\n'))),
+            nullptr);
 }
 
 // Two instances know nothing of each other's settings.
