@@ -59,8 +59,10 @@ void attackMarker(const QDir &out, const QString &precious)
 
 int attack(const QString &kind, const QDir &out, const QString &precious)
 {
-    if (::setgid(nobody) != 0 || ::setuid(nobody) != 0)
+    if (::setgid(nobody) != 0 || ::setuid(nobody) != 0 || !out.exists()) {
+        std::printf("barred\n");
         return 1;
+    }
     if (kind == QLatin1String("workFolder")) {
         const QString theirs = out.filePath(marker);
         QDir().mkpath(theirs);
@@ -110,7 +112,8 @@ private slots:
             QSKIP("only root can be another user");
         QProcess other;
         other.start(executablePath(), {"attack"_s, kind, m_out->path(), m_precious->path()});
-        QCOMPARE(nextLine(&other), QByteArray("ready"));
+        if (nextLine(&other) != "ready")
+            QSKIP("the folder for temporary files isn't open to other users");
         const bool isMarker = kind == "marker"_s;
         int attacked = 0;
         for (int run = 0; run < mostRuns && attacked < wantedRuns; ++run) {
