@@ -121,6 +121,8 @@ private slots:
             QVERIFY(contentOf(m_precious->filePath("convert.mp4"_s)) == contentOf(m_clip));
             const QStringList traces =
                 QDir(m_out->path()).entryList({isMarker ? "away*"_s : "clip*"_s});
+            if (isMarker && traces.size() > attacked && record["state"_s].toString() == "ERROR"_s)
+                QVERIFY(record["message"_s].toString().contains(m_out->filePath(marker)));
             attacked = traces.size();
             QVERIFY(isMarker || record["state"_s].toString() == "FINISHED"_s);
             for (const QString &link : entriesOf(m_out->path()).filter(marker)) {

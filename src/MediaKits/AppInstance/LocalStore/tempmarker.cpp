@@ -36,12 +36,6 @@ QString cleanAbsolute(const QString &path)
     return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
 }
 
-bool isTaken(const QString &path)
-{
-    const QFileInfo info(path);
-    return (info.exists() || info.isSymLink()) && !OpenFolder::at(path).isOpen();
-}
-
 // The folder may lie on a volume that is away just now, but not for ever.
 bool isForgotten(const QFileInfo &note, const QString &marker)
 {
@@ -289,10 +283,16 @@ bool isTempMarkerName(const QString &name)
     return isMarkerName(QFile::encodeName(name).toStdString());
 }
 
+bool isMarkerTaken(const QString &marker)
+{
+    const QFileInfo info(marker);
+    return (info.exists() || info.isSymLink()) && !OpenFolder::at(marker).isOpen();
+}
+
 QString tempMarkerPath(const QString &dir)
 {
     const QString marker = QDir::cleanPath(QDir(dir).absoluteFilePath(tempMarkerName()));
-    return isTaken(marker) ? marker + userNumber() : marker;
+    return isMarkerTaken(marker) ? marker + userNumber() : marker;
 }
 
 QString createTempMarkerDir(const QString &dir)
@@ -312,7 +312,8 @@ WorkFolderState makeWorkFolder(const QString &path)
     const QString folder = cleanAbsolute(path);
     if (MarkerRegistry::instance().make(folder))
         return WorkFolderState::Made;
-    return isTaken(QFileInfo(folder).path()) ? WorkFolderState::Refused : WorkFolderState::Failed;
+    return isMarkerTaken(QFileInfo(folder).path()) ? WorkFolderState::Refused
+                                                   : WorkFolderState::Failed;
 }
 
 bool claimWorkFolder(const QString &path)

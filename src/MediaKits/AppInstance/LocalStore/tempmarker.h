@@ -17,6 +17,9 @@ bool isTempMarkerName(const QString &name);
 /// user's folder has taken the usual name, this user's numeric id stands behind it.
 QString tempMarkerPath(const QString &dir);
 
+/// Whether a link, a file or another user's folder stands in a marker directory's place.
+bool isMarkerTaken(const QString &marker);
+
 /// Makes the marker directory in `dir`, with its parents, and gives back its path. Work folders
 /// that dead processes have left in it are removed, those of other machines when they are a day
 /// old. At process exit this process's own work folders are removed, then the marker unless another
