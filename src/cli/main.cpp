@@ -94,6 +94,8 @@ int main(int argc, char *argv[])
     }
     Logger::init(appDir() + QLatin1String("/log.conf"), logDir());
     sweepStaleMarkers();
+    for (const QString &folder : refusedDirs())
+        printMessage(QStringLiteral("拒绝使用他人的文件夹或链接：%1").arg(folder));
     const int exitCode = run(*line);
     if (allPrinted())
         return exitCode;

@@ -3,6 +3,12 @@
 
 #include <QString>
 
-/// Folder for what belongs to this user's running processes, as locks and sockets; the path only.
-/// It is the one that the log-in made for that, or temporaryRoot() when there is none of this user.
+/// Folder for what belongs to this user's running processes, as locks and sockets; nobody else may
+/// enter it. It is the one that the log-in made for that or, when there is none of this user alone,
+/// temporaryRoot(). Should the path be too long for the sockets in it, it is a folder in "/tmp".
 QString runtimeRoot();
+
+/// Removes the sockets in runtimeRoot() that nobody listens to any more, as those of processes that
+/// were killed.
+/// @param pattern of their names, as "player-*"
+void removeDeadSockets(const QString &pattern);

@@ -3,12 +3,12 @@
 
 #include "MediaKits/AppInstance/LocalStore/removedir.h"
 #include "MediaKits/AppInstance/LocalStore/tempmarker.h"
+#include "platform/openfolder.h"
 
 #include <QDateTime>
 #include <QDir>
 #include <QSaveFile>
 #include <QSet>
-#include <QUuid>
 
 namespace {
 
@@ -40,15 +40,13 @@ RecordingFolder::RecordingFolder(const QString &path) : m_path(path)
 
 std::unique_ptr<RecordingFolder> RecordingFolder::create(const QString &target)
 {
-    const QDir marker(createTempMarkerDir(QFileInfo(target).path()));
-    const QString name =
-        QUuid::createUuid().toString(QUuid::WithoutBraces) + recordingFolderEnding();
-    std::unique_ptr<RecordingFolder> folder(new RecordingFolder(marker.absoluteFilePath(name)));
-    if (!QDir().mkpath(folder->m_path))
+    const QString path = newWorkFolderPath(QFileInfo(target).path()) + recordingFolderEnding();
+    std::unique_ptr<RecordingFolder> folder(new RecordingFolder(path));
+    if (makeWorkFolder(path) != WorkFolderState::Made)
         return nullptr;
-    claimWorkFolder(folder->m_path);
     folder->m_target = target;
-    QSaveFile file(folder->filePath(targetFile));
+    const OpenFolder held = OpenFolder::at(path);
+    QSaveFile file(held.filePath(targetFile));
     if (file.open(QIODevice::WriteOnly) && file.write(target.toUtf8()) > 0 && file.commit())
         return folder;
     folder->remove();

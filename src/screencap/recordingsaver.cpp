@@ -6,6 +6,7 @@
 #include "MediaKits/MediaTasksManager/failurecause.h"
 #include "MediaKits/MediaTasksManager/mediamovetask.h"
 #include "platform/diskspace.h"
+#include "platform/openfolder.h"
 
 #include <QFileInfo>
 #include <QJsonArray>
@@ -196,7 +197,8 @@ QStringList RecordingSaver::listLines()
 void RecordingSaver::join()
 {
     const QString listPath = m_folder->filePath(listFile);
-    QSaveFile list(listPath);
+    const OpenFolder folder = OpenFolder::at(QFileInfo(listPath).path());
+    QSaveFile list(folder.filePath(listFile));
     if (!list.open(QIODevice::WriteOnly) ||
         list.write(listLines().join(QLatin1Char('\n')).toUtf8() + '\n') < 0 || !list.commit()) {
         m_remark = list.errorString();
@@ -242,8 +244,10 @@ void RecordingSaver::onWholeProbed()
 // Each plays as it is.
 void RecordingSaver::keepPieces()
 {
-    if (!m_moves.isEmpty())
-        QFile::remove(m_moves.first().from);
+    if (!m_moves.isEmpty()) {
+        const QFileInfo whole(m_moves.first().from);
+        OpenFolder::at(whole.path()).remove(whole.fileName());
+    }
     m_moves.clear();
     const QFileInfo target(m_folder->target());
     const QString path =

@@ -3,6 +3,7 @@
 
 #include "platform/executable.h"
 #include "platform/utf8locale.h"
+#include "support/testfile.h"
 #include "support/testmedia.h"
 #include "support/toolrun.h"
 
@@ -34,6 +35,13 @@ private slots:
         QVERIFY(lines[1].contains(" ERROR [default] tst_logger.cpp:"_s));
         QVERIFY(lines[1].contains("failed: 影片 🎬.mp4"_s));
         QVERIFY(lines[2].contains(" DEBUG "_s));
+
+        const QString precious = root.filePath("precious"_s);
+        writeTestFile(precious);
+        QVERIFY(file.remove() && QFile::link(precious, file.fileName()));
+        const ToolRun refused = runTool(executablePath(), {"write"_s, shipped, dir});
+        QVERIFY(refused.err.contains(file.fileName().toUtf8()));
+        QCOMPARE(contentOf(precious), QByteArray("x"));
     }
 };
 

@@ -4,7 +4,9 @@
 #include "platform/executable.h"
 #include "platform/filemanager.h"
 #include "platform/fontfile.h"
+#include "platform/openfolder.h"
 #include "platform/processcontrol.h"
+#include "platform/runtimeroot.h"
 #include "platform/temporaryroot.h"
 #include "platform/utf8locale.h"
 #include "support/testfile.h"
@@ -16,6 +18,8 @@
 #include <cstdio>
 
 #include <sys/resource.h>
+#include <sys/socket.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 namespace {
@@ -26,6 +30,18 @@ QStringList toolLog(const QTemporaryDir &dir, const QString &name)
     return log.isNull() ? QStringList() : QString::fromUtf8(log).split(u'\n');
 }
 } // namespace
+
+// Nobody listens to it yet.
+static int boundSocket(const QString &path)
+{
+    sockaddr_un address = {};
+    address.sun_family = AF_UNIX;
+    const QByteArray name = QFile::encodeName(path);
+    std::copy(name.begin(), name.end(), address.sun_path);
+    const int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    ::bind(socket, reinterpret_cast<const sockaddr *>(&address), sizeof address);
+    return socket;
+}
 
 class TstPlatform : public QObject
 {
@@ -155,8 +171,45 @@ private slots:
         QVERIFY(QFile::link(cache.filePath("nowhere"_s), plain));
         QCOMPARE(temporaryRoot(), own);
 
+        QVERIFY(QFile::link(cache.filePath("nowhere"_s), own + "x"_s));
+        QVERIFY(!makePrivateFolder(own + "x"_s));
+        QVERIFY(!QFile::exists(cache.filePath("nowhere"_s)));
+        QVERIFY(QFile::remove(own + "x"_s));
+        QVERIFY(QFile::setPermissions(own, QFile::Permissions(QFlag(0x7777))));
+        QCOMPARE(temporaryRoot(), own);
+        QCOMPARE(int(QFile::permissions(own) & (QFile::Permissions(QFlag(0x0077)))), 0);
+
         qputenv("XDG_CACHE_HOME", "relative");
         QVERIFY(temporaryRoot().startsWith(QDir::tempPath() + "/MorvaneLocal"_s));
+        qunsetenv("XDG_CACHE_HOME");
+    }
+
+    // Sockets of this user: who can reach them commands the player.
+    void runtimeRootIsPrivateAndShort()
+    {
+        const QTemporaryDir login;
+        const QTemporaryDir cache;
+        const QByteArray before = qgetenv("XDG_RUNTIME_DIR");
+        qputenv("XDG_RUNTIME_DIR", QFile::encodeName(login.path()));
+        qputenv("XDG_CACHE_HOME", QFile::encodeName(cache.path()));
+        QCOMPARE(runtimeRoot(), login.path());
+        QFile::setPermissions(login.path(), QFile::Permissions(QFlag(0x7755)));
+        QCOMPARE(runtimeRoot(), cache.filePath("MorvaneLocal"_s));
+        qputenv("XDG_CACHE_HOME", QFile::encodeName(cache.filePath(QString(60, u'l'))));
+        QVERIFY(runtimeRoot().size() < 58);
+        QCOMPARE(int(QFile::permissions(runtimeRoot()) & QFile::Permissions(QFlag(0x0077))), 0);
+
+        QFile::setPermissions(login.path(), QFile::Permissions(QFlag(0x7700)));
+        const int alive = boundSocket(login.filePath("player-alive"_s));
+        QCOMPARE(::listen(alive, 1), 0);
+        writeTestFile(login.filePath("player-note"_s));
+        for (const char *name : {"player-dead", "other-dead"})
+            ::close(boundSocket(login.filePath(QLatin1String(name))));
+        removeDeadSockets("player-*"_s);
+        QCOMPARE(QDir(login.path()).entryList(QDir::Files | QDir::System, QDir::Name),
+                 QStringList({"other-dead"_s, "player-alive"_s, "player-note"_s}));
+        ::close(alive);
+        before.isNull() ? qunsetenv("XDG_RUNTIME_DIR") : qputenv("XDG_RUNTIME_DIR", before);
         qunsetenv("XDG_CACHE_HOME");
     }
 

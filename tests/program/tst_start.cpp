@@ -8,6 +8,10 @@
 
 #include <csignal>
 
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
 namespace {
 
 const QString logMark = "####启动####"_s;
@@ -76,8 +80,19 @@ void TestStart::endsWithoutWindow()
     QCOMPARE(log(), QString());
     QCOMPARE(run({"--unknown"_s}), 1);
 
+    // Of a player that was killed with its program.
+    QVERIFY(QDir().mkpath(m_user->filePath("RUNTIME_DIR"_s)));
+    const QString left = m_user->filePath("RUNTIME_DIR/morplayer-{a}"_s);
+    sockaddr_un address = {};
+    address.sun_family = AF_UNIX;
+    qstrncpy(address.sun_path, QFile::encodeName(left).constData(), sizeof address.sun_path);
+    const int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    QCOMPARE(::bind(socket, reinterpret_cast<const sockaddr *>(&address), sizeof address), 0);
+    ::close(socket);
+
     const QStringList installOnly{"-install"_s, "norun"_s};
     QCOMPARE(run(installOnly), 0);
+    QVERIFY(!QFile::exists(left));
     QVERIFY(log().contains(logMark));
     const QString time = installTime();
     QVERIFY(qAbs(time.toLongLong() - QDateTime::currentMSecsSinceEpoch()) < 60000);

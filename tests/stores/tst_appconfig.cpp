@@ -79,6 +79,21 @@ private slots:
             QVERIFY2(QFileInfo(dir).isDir(), qPrintable(dir));
     }
 
+    // Nothing is read or written through what somebody has put in a folder's place.
+    void linksInTheWay()
+    {
+        const QTemporaryDir home;
+        qputenv("XDG_DATA_HOME", QFile::encodeName(home.path()));
+        QVERIFY(QDir().mkpath(home.filePath("MorvaneLocal"_s)));
+        QVERIFY(QDir().mkpath(home.filePath("theirs"_s)));
+        const QString data = home.filePath("MorvaneLocal/Data"_s);
+        QVERIFY(QFile::link(home.filePath("theirs"_s), data));
+        QVERIFY(dataDir().startsWith(data + u'-'));
+        QVERIFY(QFileInfo(dataDir()).isDir());
+        QCOMPARE(refusedDirs(), QStringList(data));
+        qputenv("XDG_DATA_HOME", QFile::encodeName(m_dir.path()));
+    }
+
 private:
     QString writeIni(const QByteArray &text) const
     {

@@ -3,6 +3,7 @@
 #include "MediaKits/AppInstance/LocalStore/removedir.h"
 #include "MediaKits/AppInstance/LocalStore/tempmarker.h"
 #include "platform/executable.h"
+#include "platform/openfolder.h"
 #include "platform/utf8locale.h"
 #include "support/testfile.h"
 #include "support/testmedia.h"
@@ -13,12 +14,14 @@
 #include <cstdio>
 #include <filesystem>
 
+#include <unistd.h>
+
 namespace {
-void makeOld(const QString &folder)
+void makeOld(const QString &folder, int minutes = 1)
 {
-    using namespace std::chrono_literals;
     const std::filesystem::path path(QFile::encodeName(folder).toStdString());
-    std::filesystem::last_write_time(path, std::filesystem::file_time_type::clock::now() - 60s);
+    std::filesystem::last_write_time(path, std::filesystem::file_time_type::clock::now() -
+                                               std::chrono::minutes(minutes));
 }
 
 QDir notesDir()
@@ -132,6 +135,59 @@ private slots:
         QCOMPARE(entriesOf(marker), QStringList({"alive"_s, "young"_s}));
         QVERIFY(alive.quit());
         QVERIFY(QFile::exists(precious));
+    }
+
+    // Whatever stands in the marker's place, or takes it later, isn't used, followed, or cleaned.
+    void othersMarkersStay()
+    {
+        const QTemporaryDir dir;
+        const QString theirs = dir.filePath("theirs"_s);
+        const QString plain = dir.filePath(tempMarkerName());
+        const QString own = plain + userNumber();
+        writeTestFile(theirs + "/{a}/precious"_s);
+        writeTestFile(theirs + "/loose"_s);
+        QVERIFY(QFile::link(theirs, plain));
+        QCOMPARE(createTempMarkerDir(dir.path()), own);
+        QVERIFY(makeWorkFolder(own + "/{a}"_s) == WorkFolderState::Made);
+        QVERIFY(makeWorkFolder(plain + "/{b}"_s) == WorkFolderState::Refused);
+        QVERIFY(!QFile::exists(theirs + "/{b}"_s));
+        QCOMPARE(int(QFile::permissions(own) & QFile::Permissions(QFlag(0x0077))), 0);
+
+        QVERIFY(QDir().rename(own, dir.filePath("away"_s)));
+        QVERIFY(QFile::link(theirs, own));
+        QVERIFY(!removeDirRecursively(own + "/{a}"_s));
+        QCOMPARE(keepWorkFolder(own + "/{a}"_s), own + "/{a}"_s);
+        createTempMarkerDir(dir.path());
+        sweepStaleMarkers();
+        QVERIFY(makeWorkFolder(newWorkFolderPath(dir.path())) == WorkFolderState::Refused);
+        QVERIFY(QFile::exists(theirs + "/{a}/precious"_s) && QFile::exists(theirs + "/loose"_s));
+        QVERIFY(QFile::remove(own) && QFile::remove(plain));
+        if (QFile::rename(theirs, plain) &&
+            ::chown(QFile::encodeName(plain).constData(), 65534, 65534) == 0)
+            QCOMPARE(tempMarkerPath(dir.path()), own);
+    }
+
+    // The locks of another machine aren't seen here.
+    void otherMachinesFoldersStayForADay()
+    {
+        const QTemporaryDir dir;
+        QString folder = newWorkFolderPath(dir.path());
+        const int mark = folder.lastIndexOf(u'.') + 1;
+        folder.replace(mark, folder.lastIndexOf(u'-') - mark, "0123456789ab"_s);
+        const QString recording = folder + recordingFolderEnding();
+        for (const QString &path : {folder, recording})
+            writeTestFile(path + "/convert.mp4"_s);
+        makeOld(folder);
+        createTempMarkerDir(dir.path());
+        QVERIFY(QFile::exists(folder));
+        QCOMPARE(recordingFolders(), QStringList());
+        for (const QString &path : {folder, recording}) {
+            makeOld(path + "/convert.mp4"_s, 24 * 60 + 1);
+            makeOld(path, 24 * 60 + 1);
+        }
+        createTempMarkerDir(dir.path());
+        QVERIFY(!QFile::exists(folder));
+        QCOMPARE(recordingFolders(), QStringList(recording));
     }
 
     void claimsAreExclusive()

@@ -2,6 +2,7 @@
 // Becomes an installed tool that may read the files which its arguments name and, if it is one that
 // writes, write where they name files that don't exist yet.
 #include "cage/cage.h"
+#include "cage/heldplaces.h"
 #include "cage/installedtool.h"
 
 #include <cerrno>
@@ -35,6 +36,11 @@ int main(int argc, char *argv[])
             needs.readable.push_back(word);
         else if (writes && word.find('/') != std::string::npos)
             needs.writable.push_back(word.substr(0, word.rfind('/') + 1));
+    }
+    const std::string refused = cage::holdPlaces(&needs.writable);
+    if (!refused.empty()) {
+        std::fprintf(stderr, "%s: no folder of this user alone\n", refused.c_str());
+        return 1;
     }
     cage::confine(needs);
     execv(needs.program.c_str(), argv);

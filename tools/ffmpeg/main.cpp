@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "cage/cage.h"
+#include "cage/heldplaces.h"
 #include "cage/installedtool.h"
 #include "ffmpeg/adaptcommand.h"
 #include "ffmpeg/capture.h"
@@ -28,11 +29,8 @@ std::string realFfmpeg()
 
 // The files that the command names, and nothing that is named in those. A recording opens no file,
 // and a tool that was put in ffmpeg's place may need anything.
-void confine(const std::string &program, const std::vector<std::string> &arguments)
+void confine(const std::string &program, const ffmpeglauncher::OpenedFiles &files)
 {
-    if (!environmentText("MORVANE_REAL_FFMPEG").empty())
-        return;
-    const ffmpeglauncher::OpenedFiles files = ffmpeglauncher::openedFiles(arguments);
     cage::Needs needs;
     needs.program = program;
     needs.readable = files.read;
@@ -91,8 +89,14 @@ int main(int argc, char **argv)
     for (const std::string &argument : command.arguments)
         words.push_back(const_cast<char *>(argument.c_str()));
     words.push_back(nullptr);
-    if (!ffmpeglauncher::isCapture(arguments))
-        confine(program, command.arguments);
+    ffmpeglauncher::OpenedFiles files = ffmpeglauncher::openedFiles(command.arguments);
+    const std::string refused = cage::holdPlaces(&files.written);
+    if (!refused.empty()) {
+        std::fprintf(stderr, "%s: no folder of this user alone\n", refused.c_str());
+        return 1;
+    }
+    if (!ffmpeglauncher::isCapture(arguments) && environmentText("MORVANE_REAL_FFMPEG").empty())
+        confine(program, files);
     execv(program.c_str(), words.data());
     std::fprintf(stderr, "ffmpeg launcher: cannot run %s: %s\n", program.c_str(),
                  std::strerror(errno));

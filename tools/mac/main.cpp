@@ -3,6 +3,7 @@
 // that OUT is there and complete.
 #include "MediaKits/MediaProcessor/reporttail.h"
 #include "platform/childprocess.h"
+#include "platform/openfolder.h"
 #include "platform/utf8locale.h"
 
 #include <QCoreApplication>
@@ -64,9 +65,18 @@ int encode(const QString &input, const QString &output, const QString &level)
 {
     // Frozen and woken together with this tool.
     ChildProcess child(nullptr, ChildProcess::Group::Program);
+    // By way of the open folder: something else may take its name.
+    const QFileInfo wanted(output);
+    const OpenFolder folder = OpenFolder::at(wanted.path());
+    if (!folder.isOpen()) {
+        say(output + QLatin1String(": permission denied"));
+        return 1;
+    }
+    child.setWorkingDirectory(folder.path());
     child.start(QStringLiteral("java"),
                 {QStringLiteral("-cp"), QStringLiteral(MORVANE_JMAC_JAR),
-                 QStringLiteral("davaguine.jmac.core.jmacu"), level, input, output},
+                 QStringLiteral("davaguine.jmac.core.jmacu"), level, input,
+                 QLatin1String("./") + wanted.fileName()},
                 QIODevice::ReadOnly);
     child.waitForFinished(-1);
     ReportTail report;
@@ -76,10 +86,11 @@ int encode(const QString &input, const QString &output, const QString &level)
     const bool gaveUp =
         text.contains(QLatin1String("Exception")) || text.contains(QLatin1String("Error"));
     if (child.error() == QProcess::UnknownError && child.exitStatus() == QProcess::NormalExit &&
-        child.exitCode() == 0 && !gaveUp && QFileInfo(output).size() > 0)
+        child.exitCode() == 0 && !gaveUp &&
+        QFileInfo(folder.filePath(wanted.fileName())).size() > 0)
         return 0;
 
-    QFile::remove(output);
+    folder.remove(wanted.fileName());
     say(text.isEmpty() ? child.errorString() : text.section(QLatin1Char('\n'), 0, 0));
     return 1;
 }

@@ -6,8 +6,8 @@
 #include "MediaKits/MediaProcessor/reporttail.h"
 #include "platform/childprocess.h"
 #include "platform/executable.h"
+#include "platform/openfolder.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 #include <cstdio>
@@ -113,7 +113,8 @@ int rewrap(const RewrapOrder &order)
         child.exitCode() == 0 && !reportsLostOutput(report.text()))
         return 0;
 
-    QFile::remove(order.output);
+    const QFileInfo output(order.output);
+    OpenFolder::at(output.path()).remove(output.fileName());
     constexpr int shownLines = 3;
     const QStringList lines = report.lastLines(shownLines);
     for (const QString &line : lines)

@@ -26,6 +26,7 @@
 #include "MediaKits/Logger/logger.h"
 #include "MediaKits/Manifest/playermanifest.h"
 #include "platform/crashhook.h"
+#include "platform/runtimeroot.h"
 #include "platform/terminationwatcher.h"
 #include "platform/windowsystem.h"
 #include "resources/look.h"
@@ -140,13 +141,26 @@ bool AppInstance::init()
     m_ownsStores = true;
     Logger::init(appDir() + QLatin1String("/log.conf"), logDir());
     sweepStaleMarkers();
+    removeDeadSockets(QStringLiteral("morplayer-*"));
     WebInterface::instance();
     if (!runInstallStep())
         return false;
     if (runUpdateStep() && AppUpdater::instance().run())
         return false;
     Look::apply();
+    tellRefusedDirs();
     return true;
+}
+
+void AppInstance::tellRefusedDirs()
+{
+    const QStringList folders = refusedDirs();
+    if (!folders.isEmpty())
+        MediaMessageBox::showMessage(
+            tr("墨泉影音工坊"),
+            tr("以下位置是链接、文件或他人的文件夹，程序已改用其他位置：\n%1")
+                .arg(folders.join(QLatin1Char('\n'))),
+            nullptr);
 }
 
 // Two instances know nothing of each other's settings.

@@ -40,6 +40,7 @@ private:
     void addOptions();
     void installTranslator();
     static bool mayStandBeside();
+    static void tellRefusedDirs();
     bool runInstallStep() const;
     bool runUpdateStep() const;
 

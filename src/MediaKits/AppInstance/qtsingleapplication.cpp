@@ -2,11 +2,11 @@
 #include "MediaKits/AppInstance/qtsingleapplication.h"
 
 #include "MediaKits/Logger/logger.h"
+#include "platform/openfolder.h"
 #include "platform/runtimeroot.h"
 
 #include <QDataStream>
 #include <QDeadlineTimer>
-#include <QDir>
 #include <QLocalSocket>
 #include <QThread>
 
@@ -69,9 +69,8 @@ QString QtSingleApplication::socketPath() const
 bool QtSingleApplication::claimPlace()
 {
     // Without a folder no other instance can be found either.
-    if (!QDir().mkpath(m_directory))
+    if (!makePrivateFolder(m_directory))
         return m_hasPlace = true;
-    QFile::setPermissions(m_directory, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     m_lock = DirectoryLock::tryExclusive(m_directory);
     m_hasPlace = m_lock.isHeld();
     if (m_hasPlace)

@@ -3,6 +3,9 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+
+#include <cstdio>
 
 INITIALIZE_EASYLOGGINGPP
 
@@ -23,6 +26,13 @@ const bool startsSilent = [] {
     return true;
 }();
 
+// A link would lead elsewhere, and a pipe be waited for.
+bool isUsable(const QString &logFile)
+{
+    const QFileInfo info(logFile);
+    return !info.isSymLink() && (!info.exists() || info.isFile());
+}
+
 } // namespace
 
 QString Logger::configText(const QString &text, const QString &logDir)
@@ -34,14 +44,21 @@ QString Logger::configText(const QString &text, const QString &logDir)
 
 void Logger::init(const QString &configFile, const QString &logDir)
 {
-    QFile file(configFile);
-    if (!startsSilent || !file.open(QIODevice::ReadOnly | QIODevice::Text))
+    QFile configurationFile(configFile);
+    if (!startsSilent || !configurationFile.open(QIODevice::ReadOnly | QIODevice::Text))
         return;
 
     el::Configurations configuration;
-    const QString text = configText(QString::fromUtf8(file.readAll()), logDir);
+    const QString text = configText(QString::fromUtf8(configurationFile.readAll()), logDir);
     if (!configuration.parseFromText(text.toStdString()))
         return;
+    const el::Configuration *file =
+        configuration.get(el::Level::Global, el::ConfigurationType::Filename);
+    const QString logFile = file ? QString::fromStdString(file->value()) : QString();
+    if (!isUsable(logFile)) {
+        std::fprintf(stderr, "日志文件不是普通文件，已拒绝写入：%s\n", qUtf8Printable(logFile));
+        return;
+    }
     el::Loggers::addFlag(el::LoggingFlag::DisableApplicationAbortOnFatalLog);
     el::Loggers::reconfigureLogger("default", configuration);
     CLOG(INFO, "default") << QStringLiteral("####启动####");

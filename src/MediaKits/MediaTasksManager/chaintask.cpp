@@ -7,7 +7,6 @@
 #include "MediaKits/MediaTasksManager/tempdirdeletetask.h"
 
 #include <QDir>
-#include <QUuid>
 
 namespace {
 
@@ -75,9 +74,18 @@ void ChainTask::onGroupState(State groupState)
     if (groupState == FINISHED)
         addRemarks(m_group->remarks());
     if (groupState == ERROR)
-        failAbout(m_group->failure());
+        failAbout(groupFailure());
     else if (groupState != DESTORIED)
         setState(groupState);
+}
+
+// Where somebody has taken the marker away, tools only say that they may not write.
+TaskFailure ChainTask::groupFailure() const
+{
+    if (m_marker.isEmpty() || !isMarkerTaken(m_marker))
+        return m_group->failure();
+    return {tr("输出目录中的文件夹被他人占用：%1").arg(QDir::toNativeSeparators(m_marker)),
+            m_group->failure().report};
 }
 
 void ChainTask::failAbout(const TaskFailure &failure)
@@ -87,8 +95,9 @@ void ChainTask::failAbout(const TaskFailure &failure)
 
 QString ChainTask::newWorkDir(const QString &outputDir)
 {
-    const QDir marker(createTempMarkerDir(outputFolder(outputDir).absolutePath()));
-    return marker.absoluteFilePath(QUuid::createUuid().toString());
+    const QString workDir = newWorkFolderPath(outputFolder(outputDir).absolutePath());
+    m_marker = QFileInfo(workDir).path();
+    return workDir;
 }
 
 QString ChainTask::outputPath(const QString &dir, const QString &name, const QString &format)

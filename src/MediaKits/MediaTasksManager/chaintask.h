@@ -31,7 +31,7 @@ protected:
 
     /// A path for a new work folder inside the marker directory of an output folder. The folder
     /// itself is made by the chain's first step.
-    static QString newWorkDir(const QString &outputDir);
+    QString newWorkDir(const QString &outputDir);
     /// Where a result is wanted; an empty folder stands for the current one.
     static QString outputPath(const QString &dir, const QString &name, const QString &format);
 
@@ -46,7 +46,9 @@ protected:
 
 private:
     void onGroupState(State groupState);
+    TaskFailure groupFailure() const;
     void failAbout(const TaskFailure &failure);
 
+    QString m_marker;                  ///< path of the directory around the work folder
     GroupMediaTask *m_group = nullptr; ///< owned, goes by `deleteLater`
 };

@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MediaTasksManager/concatfiletask.h"
 
+#include "platform/openfolder.h"
+
 #include <QFile>
 #include <QFileInfo>
 
 QString ConcatFileTask::createConcatFile() const
 {
-    QFile list(m_param->listFile);
+    const QFileInfo wanted(m_param->listFile);
+    const OpenFolder folder = OpenFolder::at(wanted.path());
+    QFile list(folder.filePath(wanted.fileName()));
     if (!list.open(QIODevice::WriteOnly | QIODevice::Text))
         return tr("无法创建合并输入文件");
     for (const QString &part : m_param->files) {

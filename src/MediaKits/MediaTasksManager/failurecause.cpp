@@ -19,6 +19,8 @@ struct KnownReason
 const KnownReason knownReasons[] = {
     {"No space left on device", QT_TRANSLATE_NOOP("failureCause", "磁盘空间不足")},
     {"File too large", QT_TRANSLATE_NOOP("failureCause", "输出文件超出了大小限制")},
+    // Of the launchers.
+    {"no folder of this user alone", QT_TRANSLATE_NOOP("failureCause", "工作文件夹已被移走或替换")},
     {"Permission denied", QT_TRANSLATE_NOOP("failureCause", "没有访问权限")},
     {"moov atom not found", QT_TRANSLATE_NOOP("failureCause", "文件不完整或不是媒体文件")},
     {"Invalid data found when processing input",

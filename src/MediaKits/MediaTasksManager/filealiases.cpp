@@ -6,11 +6,9 @@
 #include "MediaKits/AppInstance/LocalStore/tempmarker.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QImage>
-#include <QUuid>
 
 #include <algorithm>
 
@@ -76,10 +74,8 @@ QString FileAliases::forImage(const QImage &picture)
 QString FileAliases::newPath()
 {
     if (m_dir.isEmpty()) {
-        const QString name = QUuid::createUuid().toString(QUuid::WithoutBraces);
-        m_dir = QDir(createTempMarkerDir(tempDir())).absoluteFilePath(name);
-        QDir().mkpath(m_dir);
-        claimWorkFolder(m_dir);
+        m_dir = newWorkFolderPath(tempDir());
+        makeWorkFolder(m_dir);
     }
     return QStringLiteral("%1/file%2").arg(m_dir, QString::number(++m_count));
 }

@@ -4,6 +4,7 @@
 #include "MediaKits/AppInstance/LocalStore/tempmarker.h"
 #include "MediaKits/MediaFormats/outputpath.h"
 #include "platform/movefile.h"
+#include "platform/openfolder.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -15,7 +16,10 @@
 class MediaMoveTask::Copy : public QThread
 {
 public:
-    Copy(const QString &from, const QString &to) : target(to), m_from(from) {}
+    Copy(const OpenFolder &folder, const QString &name, const QString &to)
+        : target(to), m_folder(folder), m_name(name)
+    {
+    }
 
     // Ends the copy. One that waits for a share which no longer answers goes when it has ended.
     static void letGo(Copy *copy)
@@ -37,10 +41,14 @@ public:
     QString error;
 
 protected:
-    void run() override { result = copyWithoutReplacing(m_from, target, isCancelled, error); }
+    void run() override
+    {
+        result = copyWithoutReplacing(m_folder.filePath(m_name), target, isCancelled, error);
+    }
 
 private:
-    const QString m_from;
+    const OpenFolder m_folder;
+    const QString m_name;
 };
 
 void MediaMoveTask::stop()
@@ -83,20 +91,29 @@ std::optional<TaskFailure> MediaMoveTask::judge(const QVector<QSharedPointer<Med
 
 std::optional<TaskFailure> MediaMoveTask::move()
 {
+    // Held open: if others may rename what is in the output folder, something else may be at the
+    // path.
+    const QFileInfo source(m_param->from);
+    const OpenFolder folder = OpenFolder::at(source.path());
+    if (!folder.isOpen())
+        return TaskFailure{
+            tr("工作文件夹已被移走或替换：%1").arg(QDir::toNativeSeparators(source.path())), {}};
     // Another process may take the free name between the look and the move; the next is tried.
     while (true) {
         const QString target = uniqueOutputPath(m_param->to);
         QString error = tr("文件名过长");
-        const MoveResult result = fileNameFits(target)
-                                      ? moveWithoutReplacing(m_param->from, target, error)
-                                      : MoveResult::Failed;
+        const MoveResult result =
+            fileNameFits(target)
+                ? moveWithoutReplacing(folder.filePath(source.fileName()), target, error)
+                : MoveResult::Failed;
         switch (result) {
         case MoveResult::Moved:
             return moved(target);
         case MoveResult::NameTaken:
             break;
         case MoveResult::NeedsCopy:
-            m_copy = std::shared_ptr<Copy>(new Copy(m_param->from, target), &Copy::letGo);
+            m_copy =
+                std::shared_ptr<Copy>(new Copy(folder, source.fileName(), target), &Copy::letGo);
             connect(m_copy.get(), &QThread::finished, this, &MediaMoveTask::onCopied);
             m_copy->start();
             return std::nullopt;

@@ -1,20 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "platform/temporaryroot.h"
 
+#include "platform/openfolder.h"
+
 #include <QDir>
 #include <QFile>
 #include <QStandardPaths>
-
-#include <sys/stat.h>
-#include <unistd.h>
-
-static bool isTakenByOthers(const QString &path)
-{
-    struct stat info;
-    if (::lstat(QFile::encodeName(path).constData(), &info) != 0)
-        return false;
-    return info.st_uid != ::getuid() || S_ISLNK(info.st_mode);
-}
 
 QString temporaryRoot()
 {
@@ -22,11 +13,13 @@ QString temporaryRoot()
     if (!QDir::isAbsolutePath(base))
         base = QStandardPaths::writableLocation(QStandardPaths::TempLocation);
     const QString root = QDir::cleanPath(base + QStringLiteral("/MorvaneLocal"));
-    if (!isTakenByOthers(root))
-        return root;
-    const QString ownRoot = root + QLatin1Char('-') + QString::number(::getuid());
-    if (!isTakenByOthers(ownRoot))
-        return ownRoot;
+    const QString ownRoot = root + QLatin1Char('-') + userNumber();
+    for (const QString &folder : {root, ownRoot}) {
+        if (makePrivateFolder(folder))
+            return folder;
+    }
     // Somebody means to be in the way; nobody else can write here.
-    return QDir::homePath() + QStringLiteral("/.cache/MorvaneLocal");
+    const QString lastRoot = QDir::homePath() + QStringLiteral("/.cache/MorvaneLocal");
+    makePrivateFolder(lastRoot);
+    return lastRoot;
 }

@@ -2,32 +2,47 @@
 #include "MediaKits/AppInstance/LocalStore/appdirs.h"
 
 #include "platform/executable.h"
+#include "platform/openfolder.h"
 #include "platform/temporaryroot.h"
 #include "platform/wordsize.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
 
 namespace {
 
-QString created(const QString &path)
+QStringList &refused()
 {
-    QDir().mkpath(path);
-    return path;
+    static QStringList folders;
+    return folders;
 }
 
-QString createdForOwner(const QString &path)
+bool isInTheWay(const QString &path)
 {
-    if (QDir().mkpath(path))
-        QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    return path;
+    const QFileInfo info(path);
+    return info.exists() || info.isSymLink();
 }
 
-// What is kept for a while tells the names of the user's films: nobody else may look.
-QString createdInTemporaryRoot(const QString &name)
+// The folders tell the names of the user's films and hold programs that are to be started: nobody
+// else may look or write. What stands in the way is never used, and told once.
+QString privateFolder(const QString &path)
 {
-    return created(createdForOwner(temporaryRoot()) + name);
+    if (makePrivateFolder(path) || !isInTheWay(path))
+        return path;
+    if (!refused().contains(path))
+        refused() += path;
+    const QString other = path + QLatin1Char('-') + userNumber();
+    if (makePrivateFolder(other))
+        return other;
+    const QString last = temporaryRoot() + QLatin1Char('/') + QFileInfo(other).fileName();
+    // Where nothing can be made or written.
+    return makePrivateFolder(last) ? last : QStringLiteral("/dev/null/MorvaneLocal");
+}
+
+QString inDataLocation(const QString &name)
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+           QLatin1String("/MorvaneLocal/") + name;
 }
 
 } // namespace
@@ -40,26 +55,29 @@ QString appDir()
 
 QString tempDir()
 {
-    return createdInTemporaryRoot(QStringLiteral("/Temp"));
+    return privateFolder(temporaryRoot() + QLatin1String("/Temp"));
 }
 
 QString dataDir()
 {
-    return created(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
-                   QStringLiteral("/MorvaneLocal/Data"));
+    return privateFolder(inDataLocation(QStringLiteral("Data")));
 }
 
 QString logDir()
 {
-    return createdInTemporaryRoot(QStringLiteral("/Log"));
+    return privateFolder(temporaryRoot() + QLatin1String("/Log"));
 }
 
 QString updateDir()
 {
     // A package that was fetched is installed by the next start, which a new start of the computer
     // may lie before; and where things are kept for a while, programs often may not run.
-    return createdForOwner(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
-                           QStringLiteral("/MorvaneLocal/update"));
+    return privateFolder(inDataLocation(QStringLiteral("update")));
+}
+
+QStringList refusedDirs()
+{
+    return refused();
 }
 
 QString appCode()

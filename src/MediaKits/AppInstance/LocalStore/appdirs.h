@@ -1,19 +1,23 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 // All directories come with forward slashes and without one at the end.
 
 /// Directory of the running executable.
 QString appDir();
-/// Thumbnails and work files; created on demand, as are those below.
+/// Thumbnails and work files; created on demand for this user alone, as are those below.
 QString tempDir();
 /// The JSON files and app.ini.
 QString dataDir();
 QString logDir();
 /// Downloaded updates.
 QString updateDir();
+
+/// The folders that this process should have used but didn't, since a link, a file or another
+/// user's folder stands in their place. Others took theirs.
+QStringList refusedDirs();
 
 /// The product code that the servers know.
 QString appCode();

@@ -2,9 +2,11 @@
 #include "MediaKits/AppInstance/LocalStore/tempmarker.h"
 
 #include "MediaKits/AppInstance/LocalStore/appdirs.h"
-#include "MediaKits/AppInstance/LocalStore/removedir.h"
+#include "MediaKits/AppInstance/LocalStore/workfoldername.h"
 #include "platform/directorylock.h"
 #include "platform/hiddenfolder.h"
+#include "platform/openfolder.h"
+#include "platform/workplace.h"
 
 #include <QCryptographicHash>
 #include <QDateTime>
@@ -53,6 +55,7 @@ public:
     ~MarkerRegistry();
 
     void open(const QString &marker);
+    bool make(const QString &folder);
     bool claim(const QString &folder);
     void release(const QString &folder);
     void sweepNoted();
@@ -60,10 +63,7 @@ public:
 
 private:
     // Touches what the destructor needs, so that it is still there at exit.
-    MarkerRegistry()
-        : m_markerName(tempMarkerName()), m_notesDir(dataDir() + QStringLiteral("/TempMarkers"))
-    {
-    }
+    MarkerRegistry() : m_notesDir(dataDir() + QStringLiteral("/TempMarkers")) {}
 
     void lockForUse(const QString &marker);
     void sweepContents(const QString &marker, bool alone);
@@ -73,7 +73,6 @@ private:
     QString notedMarker(const QString &note) const;
     void writeNote(const QString &marker) const;
 
-    const QString m_markerName;
     const QString m_notesDir;
     std::map<QString, DirectoryLock> m_markers;
     // A folder stays here after its release, unlocked: it is still known to be this process's own.
@@ -117,11 +116,29 @@ void MarkerRegistry::lockForUse(const QString &marker)
     for (int i = 0; i < lockTries && !lock.isHeld(); ++i) {
         if (i > 0)
             QThread::msleep(lockRetryMs);
-        if (!QDir().mkpath(marker))
+        if (!makePrivateFolder(marker))
             break;
         lock = DirectoryLock::tryShared(marker);
     }
     m_markers[marker] = std::move(lock);
+}
+
+bool MarkerRegistry::make(const QString &folder)
+{
+    const QString marker = QFileInfo(folder).path();
+    const bool hasMarker = isTempMarkerName(QFileInfo(marker).fileName());
+    for (int i = 0; i < lockTries; ++i) {
+        // Another machine, which sees no lock of this one, removes an empty marker.
+        if (hasMarker && !QFileInfo::exists(marker))
+            lockForUse(marker);
+        if (hasMarker && !makePrivateFolder(marker))
+            return false;
+        if (makePrivateFolder(folder) && OpenFolder::at(folder).isOpen()) {
+            claim(folder);
+            return true;
+        }
+    }
+    return false;
 }
 
 bool MarkerRegistry::claim(const QString &folder)
@@ -147,26 +164,27 @@ void MarkerRegistry::release(const QString &folder)
 
 void MarkerRegistry::sweepContents(const QString &marker, bool alone)
 {
-    // A link in the marker's place leads to somebody else's files.
-    if (QFileInfo(marker).isSymLink())
+    // Held open: a link in the marker's place, now or later, leads to somebody else's files.
+    const OpenFolder folder = OpenFolder::at(marker);
+    if (!folder.isOpen())
         return;
     const QDateTime settled = QDateTime::currentDateTimeUtc().addMSecs(-unclaimedGraceMs);
     const QDir::Filters all = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
-    for (const QFileInfo &entry : QDir(marker).entryInfoList(all)) {
-        const QString path = entry.filePath();
+    for (const QFileInfo &entry : QDir(folder.path()).entryInfoList(all)) {
+        const QString name = entry.fileName();
         if (entry.isSymLink() || !entry.isDir()) {
             if (alone)
-                QFile::remove(path);
+                folder.remove(name);
             continue;
         }
-        if (isKept(path))
+        if (isKept(name) || isInUseElsewhere(entry))
             continue;
-        const bool isOwn = m_claims.count(path) > 0;
+        const bool isOwn = m_claims.count(marker + QLatin1Char('/') + name) > 0;
         if (!alone && !isOwn && entry.lastModified() > settled)
             continue;
-        const DirectoryLock lock = DirectoryLock::tryExclusive(path);
+        const DirectoryLock lock = DirectoryLock::tryExclusive(entry.filePath());
         if (lock.isHeld())
-            removeDirRecursively(path);
+            folder.remove(name);
     }
 }
 
@@ -213,8 +231,12 @@ QStringList MarkerRegistry::recordings() const
             continue;
         const QStringList pattern{QLatin1Char('*') + recordingEnding};
         const QDir::Filters kinds = QDir::Dirs | QDir::NoSymLinks;
-        for (const QFileInfo &folder : QDir(marker).entryInfoList(pattern, kinds))
-            folders += folder.filePath();
+        if (!OpenFolder::at(marker).isOpen())
+            continue;
+        for (const QFileInfo &folder : QDir(marker).entryInfoList(pattern, kinds)) {
+            if (!isInUseElsewhere(folder))
+                folders += folder.filePath();
+        }
     }
     return folders;
 }
@@ -235,7 +257,7 @@ QString MarkerRegistry::notedMarker(const QString &note) const
     const QString marker = QString::fromUtf8(file.readAll());
     const bool fits = marker == cleanAbsolute(marker) &&
                       QFileInfo(noteFile(marker)).fileName() == QFileInfo(note).fileName() &&
-                      QFileInfo(marker).fileName() == m_markerName;
+                      isTempMarkerName(QFileInfo(marker).fileName());
     return fits ? marker : QString();
 }
 
@@ -253,12 +275,24 @@ void MarkerRegistry::writeNote(const QString &marker) const
 
 QString tempMarkerName()
 {
-    return QStringLiteral("~~MRVN_Temp~~");
+    return QString::fromLatin1(markerName);
+}
+
+bool isTempMarkerName(const QString &name)
+{
+    return isMarkerName(QFile::encodeName(name).toStdString());
+}
+
+bool isMarkerTaken(const QString &marker)
+{
+    const QFileInfo info(marker);
+    return (info.exists() || info.isSymLink()) && !OpenFolder::at(marker).isOpen();
 }
 
 QString tempMarkerPath(const QString &dir)
 {
-    return QDir::cleanPath(QDir(dir).absoluteFilePath(tempMarkerName()));
+    const QString marker = QDir::cleanPath(QDir(dir).absoluteFilePath(tempMarkerName()));
+    return isMarkerTaken(marker) ? marker + userNumber() : marker;
 }
 
 QString createTempMarkerDir(const QString &dir)
@@ -266,6 +300,20 @@ QString createTempMarkerDir(const QString &dir)
     const QString marker = tempMarkerPath(dir);
     MarkerRegistry::instance().open(marker);
     return marker;
+}
+
+QString newWorkFolderPath(const QString &dir)
+{
+    return QDir(createTempMarkerDir(dir)).absoluteFilePath(newWorkFolderName());
+}
+
+WorkFolderState makeWorkFolder(const QString &path)
+{
+    const QString folder = cleanAbsolute(path);
+    if (MarkerRegistry::instance().make(folder))
+        return WorkFolderState::Made;
+    return isMarkerTaken(QFileInfo(folder).path()) ? WorkFolderState::Refused
+                                                   : WorkFolderState::Failed;
 }
 
 bool claimWorkFolder(const QString &path)
@@ -280,11 +328,14 @@ void releaseWorkFolder(const QString &path)
 
 QString keepWorkFolder(const QString &path)
 {
-    const QString folder = QFileInfo(path).canonicalFilePath();
-    if (isKept(folder))
-        return folder;
-    const QString kept = folder + keptEnding;
-    return QDir().rename(folder, kept) ? kept : folder;
+    const QFileInfo folder(cleanAbsolute(path));
+    const OpenFolder marker = OpenFolder::at(folder.path());
+    const QString name = folder.fileName();
+    if (isKept(name) || !marker.isOpen())
+        return folder.filePath();
+    const QString kept = name + keptEnding;
+    const bool isRenamed = QFile::rename(marker.filePath(name), marker.filePath(kept));
+    return folder.dir().filePath(isRenamed ? kept : name);
 }
 
 QString recordingFolderEnding()

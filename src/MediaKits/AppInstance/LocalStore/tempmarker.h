@@ -7,19 +7,38 @@
 // Several processes may share one, and each may be killed at any time: what is in use is told by
 // locks that die with their process. All of this is best effort and reports no errors.
 
-/// Name of every marker directory.
+/// Name of the marker directories, behind which this user's numeric id may stand.
 QString tempMarkerName();
 
-/// The path of the marker directory in `dir`; nothing is created.
+/// Whether a folder's name is that of a marker directory.
+bool isTempMarkerName(const QString &name);
+
+/// The path of the marker directory in `dir`; nothing is created. Where a link, a file or another
+/// user's folder has taken the usual name, this user's numeric id stands behind it.
 QString tempMarkerPath(const QString &dir);
 
+/// Whether a link, a file or another user's folder stands in a marker directory's place.
+bool isMarkerTaken(const QString &marker);
+
 /// Makes the marker directory in `dir`, with its parents, and gives back its path. Work folders
-/// that dead processes have left in it are removed. At process exit this process's own work
-/// folders are removed, then the marker unless another process still uses it.
+/// that dead processes have left in it are removed, those of other machines when they are a day
+/// old. At process exit this process's own work folders are removed, then the marker unless another
+/// process still uses it.
 QString createTempMarkerDir(const QString &dir);
 
+/// A path for a new work folder in the marker directory of `dir`, see createTempMarkerDir().
+QString newWorkFolderPath(const QString &dir);
+
+enum class WorkFolderState {
+    Made,
+    Refused, ///< a link, a file, or another user's folder stands in the marker directory's place
+    Failed,
+};
+
+/// Makes a work folder of this user alone and claims it.
+WorkFolderState makeWorkFolder(const QString &path);
+
 /// Declares the existing folder `path` in use by this process until releaseWorkFolder() or exit.
-/// Claim a work folder as soon as it is made: only its first 10 seconds are protected without.
 /// False when another process has it or it can't be locked, which is no reason not to use it.
 bool claimWorkFolder(const QString &path);
 

@@ -6,14 +6,10 @@
 #include "MediaKits/AppInstance/LocalStore/tempmarker.h"
 
 #include <QDir>
-#include <QUuid>
 
-WorkFolder::WorkFolder()
-    : m_path(QDir(createTempMarkerDir(tempDir()))
-                 .absoluteFilePath(QUuid::createUuid().toString(QUuid::WithoutBraces)))
+WorkFolder::WorkFolder() : m_path(newWorkFolderPath(tempDir()))
 {
-    QDir().mkpath(m_path);
-    claimWorkFolder(m_path);
+    makeWorkFolder(m_path);
 }
 
 WorkFolder::~WorkFolder()

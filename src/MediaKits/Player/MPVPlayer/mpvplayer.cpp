@@ -5,10 +5,10 @@
 #include "MediaKits/MediaProcessor/toolpaths.h"
 #include "MediaKits/Player/playerstatus.h"
 #include "platform/childprocess.h"
+#include "platform/runtimeroot.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QStandardPaths>
 #include <QUuid>
 
 #include <utility>
@@ -23,8 +23,8 @@ constexpr int connectRetryMs = 20;
 
 QString newServerName()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::TempLocation) +
-           QLatin1String("/morplayer-") + QUuid::createUuid().toString();
+    // Its commands can do whatever this user can.
+    return runtimeRoot() + QLatin1String("/morplayer-") + QUuid::createUuid().toString();
 }
 
 QString yesNo(bool value)
