@@ -54,6 +54,7 @@ public:
 
     void open(const QString &marker);
     bool claim(const QString &folder);
+    QString place(const QString &folder) const;
     void release(const QString &folder);
     void sweepNoted();
     QStringList recordings() const;
@@ -133,6 +134,12 @@ bool MarkerRegistry::claim(const QString &folder)
     if (!held)
         m_claims.erase(folder);
     return held;
+}
+
+QString MarkerRegistry::place(const QString &folder) const
+{
+    const auto claim = m_claims.find(folder);
+    return claim == m_claims.end() ? QString() : claim->second.place();
 }
 
 void MarkerRegistry::release(const QString &folder)
@@ -232,7 +239,8 @@ QString MarkerRegistry::notedMarker(const QString &note) const
     QFile file(note);
     if (!file.open(QIODevice::ReadOnly))
         return {};
-    const QString marker = QString::fromUtf8(file.readAll());
+    constexpr qint64 longestPath = 4096;
+    const QString marker = QString::fromUtf8(file.read(longestPath));
     const bool fits = marker == cleanAbsolute(marker) &&
                       QFileInfo(noteFile(marker)).fileName() == QFileInfo(note).fileName() &&
                       QFileInfo(marker).fileName() == m_markerName;
@@ -271,6 +279,12 @@ QString createTempMarkerDir(const QString &dir)
 bool claimWorkFolder(const QString &path)
 {
     return MarkerRegistry::instance().claim(cleanAbsolute(path));
+}
+
+QString presentWorkFolder(const QString &path)
+{
+    const QString present = MarkerRegistry::instance().place(cleanAbsolute(path));
+    return present.isEmpty() ? path : present;
 }
 
 void releaseWorkFolder(const QString &path)
