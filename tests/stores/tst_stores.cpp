@@ -282,7 +282,9 @@ void TestStores::damagedKeyLosesNothing()
          [] {
              HistoryRecord().add({"x"_s, "y"_s, "z"_s});
          }},
+        {"SFunction.json", QByteArray("{\"a\0\":1,\"b\xf4\":2}", 15), [] { FunctionSettings(); }},
         {"EncParamData.json", R"({"history":[7,"8"]})", [] { EncParamHistory().touch(9); }},
+        {"Persist/a.json", R"({"n":9007199254740993})", [] { PersistStore(); }},
         {"UserInfo.json", R"({"userinfo":{"id":"1","tokem":"t"}})",
          [] { UserInfoStore().setId("2"_s); }},
         {"SFunction.json", R"({"CUTTER":"text"})", [] { FunctionSettings(); }},

@@ -16,6 +16,15 @@ bool isForbidden = false;
 
 bool holds(const QJsonValue &taken, const QJsonValue &found);
 
+// Qt reads a whole number of any size, and writes it with the digits of a double.
+bool isWritable(const QJsonValue &value)
+{
+    constexpr qint64 largest = 1LL << 53;
+    const QVariant number = value.toVariant();
+    return number.userType() != QMetaType::LongLong ||
+           (number.toLongLong() <= largest && number.toLongLong() >= -largest);
+}
+
 bool holdsItems(const QJsonArray &taken, const QJsonArray &found)
 {
     bool all = true;
@@ -40,7 +49,8 @@ bool holds(const QJsonValue &taken, const QJsonValue &found)
         return holdsFields(taken.toObject(), found.toObject());
     if (found.isArray())
         return holdsItems(taken.toArray(), found.toArray());
-    return found.isNull() || found == QJsonValue(QString()) || found == taken;
+    return found.isNull() || found == QJsonValue(QString()) ||
+           (found == taken && isWritable(found));
 }
 
 } // namespace
@@ -71,16 +81,16 @@ QJsonObject JsonFile::read()
     m_known = file.readAll();
     QTextStream stream(m_known);
     stream.setCodec("UTF-8");
-    const QByteArray text = stream.readAll().toUtf8();
+    const QString text = stream.readAll();
     const bool complete = file.error() == QFileDevice::NoError;
     file.close();
 
-    const QJsonDocument document = QJsonDocument::fromJson(text);
+    const QJsonDocument document = QJsonDocument::fromJson(text.toUtf8());
     m_hasObject = complete && document.isObject();
     if (m_hasObject) {
         m_object = document.object();
         // A damaged byte of a text.
-        m_holdsMore = QString::fromUtf8(text).contains(QChar::ReplacementCharacter);
+        m_holdsMore = text.contains(QChar::ReplacementCharacter);
         return m_object;
     }
     if (complete)
