@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "screencap/sourceconfig.h"
 
-#include "MediaKits/AppInstance/LocalStore/setaside.h"
 #include "platform/screensource.h"
 
 #include <QSettings>
@@ -53,7 +52,7 @@ QSize SourceConfig::evenSize(const QSize &size)
 
 bool SourceConfig::clear()
 {
-    QSettings settings(clearedIniPath(captureSettingsPath()), QSettings::IniFormat);
+    QSettings settings(captureSettingsPath(), QSettings::IniFormat);
     for (const QString &name : valueNames)
         settings.remove(name);
     return isWritten(&settings);
@@ -61,7 +60,7 @@ bool SourceConfig::clear()
 
 bool SourceConfig::writeArea(const QRect &area)
 {
-    QSettings settings(clearedIniPath(captureSettingsPath()), QSettings::IniFormat);
+    QSettings settings(captureSettingsPath(), QSettings::IniFormat);
     settings.setValue(startX, area.left());
     settings.setValue(startY, area.top());
     const QSize size = evenSize(area.size());
@@ -72,7 +71,7 @@ bool SourceConfig::writeArea(const QRect &area)
 
 bool SourceConfig::writeWindow(quint32 window, const QSize &size)
 {
-    QSettings settings(clearedIniPath(captureSettingsPath()), QSettings::IniFormat);
+    QSettings settings(captureSettingsPath(), QSettings::IniFormat);
     if (!size.isEmpty()) {
         settings.setValue(captureWidth, uint(evenSize(size).width()));
         settings.setValue(captureHeight, uint(evenSize(size).height()));

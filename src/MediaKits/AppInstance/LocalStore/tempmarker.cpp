@@ -139,7 +139,9 @@ bool MarkerRegistry::claim(const QString &folder)
 QString MarkerRegistry::place(const QString &folder) const
 {
     const auto claim = m_claims.find(folder);
-    return claim == m_claims.end() ? QString() : claim->second.place();
+    const QString present = claim == m_claims.end() ? QString() : claim->second.place();
+    // One that is kept has been moved here, out of reach of what removes work folders.
+    return isKept(present) ? QString() : present;
 }
 
 void MarkerRegistry::release(const QString &folder)
