@@ -24,6 +24,10 @@ public:
 
     bool isHeld() const { return m_fd >= 0; }
 
+    /// Where the locked folder is now, wherever it has been moved to; empty when nothing is held or
+    /// the folder is gone.
+    QString place() const;
+
 private:
     explicit DirectoryLock(int fd) : m_fd(fd) {}
     static DirectoryLock tryLock(const QString &dir, int operation);

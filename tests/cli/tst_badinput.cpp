@@ -81,6 +81,8 @@ private slots:
         check("empty", empty, "为空"_s);
         check("text", text, "不是媒体文件"_s);
         check("device", "/dev/zero"_s, "不是普通文件"_s);
+        // What is left of a name that isn't in UTF-8.
+        check("undecodable", path("\uFFFD.mp4"_s), "UTF-8"_s);
     }
 
     void truncatedSource()

@@ -103,6 +103,16 @@ private slots:
         QTRY_VERIFY(test.text(0, "lblOutSize").endsWith("KB"_s));
     }
 
+    // Instead of passing it over.
+    void tellsOfUndecodableNames()
+    {
+        ConvertPage test(FunctionSection::converter, mp4AsSource);
+        const QString lost = m_media.filePath("t\uFFFD.mp4"_s);
+        const QString said = askedBy([&] { test.add({lost, m_clip}); }, "btnOK");
+        QVERIFY2(said.contains("UTF-8"_s) && said.contains("t\uFFFD.mp4"_s), qPrintable(said));
+        QCOMPARE(test.list()->count(), 1);
+    }
+
     void asksForAPreset()
     {
         ConvertPage test(FunctionSection::converter, noPreset);

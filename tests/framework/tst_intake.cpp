@@ -2,11 +2,13 @@
 #include "controls/filechooser.h"
 #include "MediaKits/FunctionPage/Framework/Intake/comtoolbargpage.h"
 #include "MediaKits/FunctionPage/Framework/Intake/fileaddgpage.h"
+#include "MediaKits/FunctionPage/Framework/Intake/mediafilechoice.h"
 #include "MediaKits/FunctionPage/Framework/Intake/mediaimportdialog.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
 #include "MediaKits/MediaTasksManager/mediatasksmanager.h"
 #include "MediaKits/MediaTasksManager/videoimagepicktask.h"
 #include "MediaKits/Player/thumbnail.h"
+#include "platform/undecodablenames.h"
 #include "support/testfile.h"
 
 #include <QFrame>
@@ -14,6 +16,8 @@
 #include <QPushButton>
 #include <QStackedWidget>
 #include <QtTest>
+
+#include <cstdio>
 
 class TestIntake : public QObject
 {
@@ -89,6 +93,34 @@ private slots:
         QSignalSpy cleared(&bar, &ComToolBarGPage::itemclearActived);
         press(&bar, "btnClear");
         QCOMPARE(cleared.size(), 1);
+    }
+
+    // A name that isn't in UTF-8 leads to no file, which the page tells instead of passing it over.
+    void undecodableNamesAreHandedOn()
+    {
+        writeTestFile(path("old/fine.mp4"));
+        const QByteArray folder = QFile::encodeName(path("old"));
+        for (const char *name : {"/\xe9t\xe9.mp4", "/\xe9t\xe9.txt"})
+            std::fclose(std::fopen((folder + name).constData(), "w"));
+        const auto removeThem = qScopeGuard([&] {
+            for (const char *name : {"/\xe9t\xe9.mp4", "/\xe9t\xe9.txt"})
+                std::remove((folder + name).constData());
+        });
+        const QStringList files = mediaFilesIn(path("old"), suffixPatterns(7));
+        QCOMPARE(files.size(), 2);
+        QCOMPARE(files.first(), path("old/fine.mp4"));
+        QVERIFY(isUndecodable(files.last()) && files.last().endsWith("t\uFFFD.mp4"_s));
+        QMimeData data;
+        data.setUrls({QUrl::fromEncoded("file://" + folder + "/%E9t%E9.mp4")});
+        FileAddGPage page;
+        page.setAllowedSuffixes(videoFormats());
+        QSignalSpy added(&page, &FileAddGPage::filesAddActived);
+        QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(&page, &enter);
+        QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(&page, &drop);
+        QCOMPARE(added.size(), 1);
+        QVERIFY(isUndecodable(added.at(0).at(0).toStringList().value(0)));
     }
 
     void shortcutOfThePageOnShow()

@@ -54,6 +54,8 @@ private slots:
         };
         check("both", "AV: 00:01:05 / 00:03:10 (34%) A-V:  0.000", {65, 190, 34});
         check("paused", "(Paused) V: 00:00:06 / 00:00:08 (77%)", {6, 8, 77});
+        check("beyond the end",
+              "V: 00:00:08 / 00:00:06 (1333333333333333333333333333333333333333%)", {8, 6, 100});
         check("one stamp", "A: 00:00:02", {2, 0, 0});
         check("no clock shows it", "AV: 25:00:00 / 30:00:00 (50%)", {0, 0, 50});
         check("several in one read",

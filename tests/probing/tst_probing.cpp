@@ -6,6 +6,7 @@
 
 #include "platform/utf8locale.h"
 #include "support/casename.h"
+#include "support/factsof.h"
 #include "support/testmedia.h"
 #include "support/toolrun.h"
 
@@ -131,10 +132,50 @@ private slots:
             "{'format':{'bit_rate':'900999'},'streams':[{'codec_type':'audio','index':1},"
             "{'codec_type':'video','index':0,'tags':{},'r_frame_rate':'25/0'}]}",
             "X 0 0 900 0 |  0x0 900 0 0 |  0 0 0");
+        row("what no file has",
+            "{'format':{'duration':'1e300','bit_rate':'9223372036854775807','nb_streams':-3},"
+            "'streams':[{'codec_type':'video','index':0,'width':-5,'height':2147483647,"
+            "'r_frame_rate':'inf/1','tags':{'rotate':'nan'},'bit_rate':'-99999'},"
+            "{'codec_type':'audio','channels':-1,'sample_rate':'-2147483648'}]}",
+            "X 0 0 0 0 |  0x2147483647 0 0 0 |  0 0 0");
+        row("a picture of too many pixels",
+            "{'streams':[{'codec_type':'video','index':0,'width':65536,'height':65536}]}",
+            " |  0x0 0 0 0");
         row("picture further back and other kinds",
             "{'streams':[{'codec_type':'subtitle','index':0},7,{'codec_type':'audio','index':1},"
             "{'codec_type':'video','index':2,'codec_name':'mjpeg'}]}",
             " |  0 0 0");
+    }
+
+    // The tool reads strangers' files, so that what it answers need not be its own words.
+    void messagesAreChecked()
+    {
+        ReadAnswer answer{ReadOutcome::Read, QSharedPointer<MediaInfoData>::create()};
+        answer.info->format = newFormatInfo("a.mp4"_s);
+        answer.info->video = QSharedPointer<VEncParam>::create();
+        answer.info->video->frameRate = qQNaN();
+        answer.info->video->pixelAspect = -0.0;
+        answer.info->content.toldMs = -5;
+        QByteArray message = packed(answer);
+        const ReadAnswer told = unpackedAnswer(message);
+        QCOMPARE(told.info->video->frameRate, 0.0);
+        QCOMPARE(told.info->video->pixelAspect, 1.0);
+        QCOMPARE(told.info->content.toldMs, qint64(0));
+        message[0] = 7;
+        QCOMPARE(unpackedAnswer(message.left(1)).outcome, ReadOutcome::Failed);
+        QByteArray request = packed(ReadRequest{"/a"_s, ReadDepth::Headers});
+        request[0] = 7;
+        QCOMPARE(unpackedRequest(request).depth, ReadDepth::Streams);
+    }
+
+    // The library calls it cut off, and its header is one that isn't read here.
+    void cutOffWithoutAKnownSize()
+    {
+        const QTemporaryDir dir;
+        const QString path = dir.filePath("a.wav"_s);
+        makeMedia("-f lavfi -i sine=d=4 -rf64 always -f wav @"_s, {path});
+        QVERIFY(QFile::resize(path, QFileInfo(path).size() / 2));
+        QCOMPARE(factsOf(path, ReadDepth::Headers)->content.toldMs, qint64(0));
     }
 
     // The length of a file is that of its longest stream.

@@ -14,6 +14,8 @@
 #include <csignal>
 #include <memory>
 
+#include <sys/resource.h>
+
 namespace {
 
 using States = QVector<MediaProcessor::State>;
@@ -50,6 +52,16 @@ class LostTool : public FFMpegProcessor
 {
 public:
     void start() override { launch("/nowhere/tool"_s, {"-x"_s}); }
+};
+
+class FloodingTool : public FFMpegProcessor
+{
+public:
+    void start() override
+    {
+        launch("/bin/sh"_s, {"-c"_s, "yes 'it is broken' | head -c 40000000 >&2;"
+                                     "head -c 40000000 /dev/zero"_s});
+    }
 };
 
 // A tool that only ends when a file is there.
@@ -122,6 +134,22 @@ private slots:
         processor.start();
         QTRY_COMPARE(processor.state(), MediaProcessor::ProcessorError);
         QVERIFY(!processor.lastLines(1).isEmpty());
+    }
+
+    // A source may make a tool complain without end before its first progress.
+    void floodTakesNoMemory()
+    {
+        const auto mostKb = [] {
+            rusage usage{};
+            getrusage(RUSAGE_SELF, &usage);
+            return usage.ru_maxrss;
+        };
+        const long before = mostKb();
+        FloodingTool processor;
+        processor.setCommand({}, 1000, true);
+        processor.start();
+        QTRY_COMPARE_WITH_TIMEOUT(processor.state(), MediaProcessor::ProcessorFinished, 60000);
+        QVERIFY2(mostKb() - before < 24 * 1024, qPrintable(QString::number(mostKb() - before)));
     }
 
     void pausesAndGoesOn()

@@ -51,13 +51,13 @@ private slots:
         // Two hours are more than 32 bits hold.
         const QString report = "out_time_us=9\nout_time_ms=1500000\n\n out_time_ms=7\n"
                                "out_time_ms=N/A\nout_time_ms=7200000000\n"
-                               "out_time_ms=8"_s;
+                               "out_time_ms=-40000\nout_time_ms=8"_s;
         for (int chunk = 1; chunk < report.size(); ++chunk) {
             LineSplitter splitter;
             QVector<qint64> positions;
             for (int at = 0; at < report.size(); at += chunk)
                 positions += progressPositionsUs(splitter.feed(report.mid(at, chunk)));
-            QCOMPARE(positions, (QVector<qint64>{1500000, 0, 7200000000LL}));
+            QCOMPARE(positions, (QVector<qint64>{1500000, 0, 7200000000LL, 0}));
         }
     }
 
@@ -95,6 +95,16 @@ private slots:
             QCOMPARE(account.writtenMs, qint64(5000));
             QVERIFY(!account.isEmpty());
         }
+    }
+
+    void accountBearsAnyNumber()
+    {
+        const QByteArray error = "Error while decoding stream #0:0: x\n";
+        const QByteArray repeated = error + "    Last message repeated 2147483647 times\n";
+        const QByteArray begun = "Input #0, avi, from 'x':\nOutput #0, mp4, to 'y':\n";
+        QVERIFY(accountOf(begun + repeated + repeated + repeated).damagedPlaces > 0);
+        QCOMPARE(accountOf(begun + error + "    Last message repeated -9 times\n").damagedPlaces,
+                 1);
     }
 
     void accountDistinguishes()

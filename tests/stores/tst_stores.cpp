@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/AppInstance/LocalStore/appdirs.h"
+#include "MediaKits/AppInstance/LocalStore/appini.h"
 #include "MediaKits/AppInstance/LocalStore/encparamhistory.h"
 #include "MediaKits/AppInstance/LocalStore/functionsettings.h"
 #include "MediaKits/AppInstance/LocalStore/historyrecord.h"
@@ -7,12 +8,15 @@
 #include "MediaKits/AppInstance/LocalStore/mediafunction.h"
 #include "MediaKits/AppInstance/LocalStore/persiststore.h"
 #include "MediaKits/AppInstance/LocalStore/userinfostore.h"
+#include "MediaKits/AppInstance/LocalStore/watermarktemplates.h"
+#include "support/casename.h"
 #include "support/testfile.h"
 #include "support/testmedia.h"
 
 #include <QtTest>
 
 #include <csignal>
+#include <functional>
 #include <limits>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -54,7 +58,8 @@ private slots:
     void persistKeepsWhatItFinds();
     void brokenFileIsSetAside();
     void unchangedIsNotWritten();
-    void pipeIsNotWaitedFor();
+    void strangeFilesAreSetAside();
+    void damagedKeyLosesNothing();
     void loginIsWrittenAtOnce();
     void failedWriteLeavesTheOldFile();
 
@@ -228,15 +233,85 @@ void TestStores::unchangedIsNotWritten()
     QVERIFY(content("UserInfo.json").contains("new"));
 }
 
-// What is no file can't be read, and stays.
-void TestStores::pipeIsNotWaitedFor()
+// What is no file, or is far too large, can't be read, and stays beside.
+void TestStores::strangeFilesAreSetAside()
 {
-    const QString path = dataDir() + "/UserInfo.json"_s;
-    put("UserInfo.json", "");
-    QFile::remove(path);
-    QCOMPARE(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
-    QVERIFY(UserInfoStore().id().isEmpty());
-    QVERIFY(!QFileInfo(path).isFile() && QFileInfo::exists(path));
+    constexpr qint64 hugeBytes = 5LL << 30;
+    for (const char *name : {"UserInfo.json", "app.ini"}) {
+        for (const bool isPipe : {true, false}) {
+            init();
+            put(name, {});
+            const QString path = dataPath(name);
+            if (isPipe) {
+                QVERIFY(QFile::remove(path));
+                QCOMPARE(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+            } else {
+                QVERIFY(QFile::resize(path, hugeBytes));
+            }
+            UserInfoStore user;
+            user.setId("17"_s);
+            AppIni ini;
+            ini.setValue(AppIni::Key::PreviewVolume, 20);
+            QCOMPARE(UserInfoStore().id(), "17"_s);
+            const QFileInfo aside(path + ".broken"_s);
+            QVERIFY(aside.exists());
+            QCOMPARE(aside.size(), isPipe ? 0 : hugeBytes);
+        }
+    }
+}
+
+// What a store doesn't understand isn't written over, be the rest understood.
+void TestStores::damagedKeyLosesNothing()
+{
+    const QByteArray record = R"({"datetime":"d","inputfile":"i","outputfile":"o"})";
+    const struct
+    {
+        const char *name;
+        QByteArray text;
+        std::function<void()> use;
+    } rows[] = {
+        {"HistoryRecord.json", R"({"hystory":[)" + record + "]}",
+         [] {
+             HistoryRecord().add({"x"_s, "y"_s, "z"_s});
+         }},
+        {"HistoryRecord.json", R"({"history":[{"datetime":"d","inputfale":"i"},)" + record + "]}",
+         [] {
+             HistoryRecord().add({"x"_s, "y"_s, "z"_s});
+         }},
+        {"HistoryRecord.json", "{\"history\":[{\"datetime\":\"\xff\"}]}",
+         [] {
+             HistoryRecord().add({"x"_s, "y"_s, "z"_s});
+         }},
+        {"SFunction.json", QByteArray("{\"a\0\":1,\"b\xf4\":2}", 15), [] { FunctionSettings(); }},
+        {"EncParamData.json", R"({"history":[7,"8"]})", [] { EncParamHistory().touch(9); }},
+        {"Persist/a.json", R"({"n":9007199254740993})", [] { PersistStore(); }},
+        {"UserInfo.json", R"({"userinfo":{"id":"1","tokem":"t"}})",
+         [] { UserInfoStore().setId("2"_s); }},
+        {"SFunction.json", R"({"CUTTER":"text"})", [] { FunctionSettings(); }},
+        {"WatermarkTemplates.json", R"({"tamplates":{"a":{"b":1}}})",
+         [] { WatermarkTemplates().set("c"_s, {}); }},
+        {"app.ini", "[Preview]\nVolume 30\nx=1\n",
+         [] { AppIni().setValue(AppIni::Key::PreviewVolume, 20); }},
+    };
+    for (const auto &row : rows) {
+        const CaseName inCase(row.text.constData());
+        init();
+        put(row.name, row.text);
+        row.use();
+        QVERIFY(content(row.name) != row.text);
+        QCOMPARE(content(QByteArray(row.name + QByteArray(".broken")).constData()), row.text);
+    }
+    // It claims two billion values.
+    const QByteArray claim = "[App]\nExitMode=@Variant(\\0\\0\\0\\t\\x7f\\xff\\xff\\xff)\n";
+    init();
+    put("app.ini", claim);
+    QCOMPARE(AppIni().value(AppIni::Key::ExitMode).toInt(), 0);
+    QCOMPARE(content("app.ini.broken"), claim);
+    // A change, and not each one.
+    init();
+    put("UserInfo.json", R"({"userinfo":{"id":"","token":"t"},"more":{}})");
+    UserInfoStore().setId("2"_s);
+    QVERIFY(!QFile::exists(dataDir() + "/UserInfo.json.broken"_s));
 }
 
 // A crash loses neither a login nor a logout.

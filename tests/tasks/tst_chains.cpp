@@ -6,6 +6,7 @@
 #include "support/mediaprobe.h"
 #include "tasks/chainrun.h"
 
+#include <QDirIterator>
 #include <QStorageInfo>
 #include <QtTest>
 
@@ -211,6 +212,26 @@ private slots:
         QVERIFY(writer.write("late") == 4);
         QTRY_COMPARE(threadCount(), threads);
         QVERIFY(entriesOf(other.path()).isEmpty());
+    }
+
+    // Somebody moves the folder that the result goes to: it goes along.
+    void followsAMovedFolder()
+    {
+        Convert convert(m_folder->convertParam(media("long.mp4"), "mkv"_s));
+        const QString moved = m_folder->path("moved"_s);
+        const auto isBeingWritten = [this] {
+            const QDir::Filters all = QDir::Files | QDir::Hidden;
+            QDirIterator files(m_folder->out, {"*.mkv"_s}, all, QDirIterator::Subdirectories);
+            return files.hasNext();
+        };
+        convert.task->start();
+        QTRY_VERIFY_WITH_TIMEOUT(isBeingWritten(), endLimitMs);
+        QVERIFY(QDir().rename(m_folder->out, moved));
+        QVERIFY(waitForEnd(*convert.task));
+        QVERIFY2(convert.task->state() == MediaTask::FINISHED, qPrintable(convert.cause()));
+        QVERIFY(!QFileInfo::exists(m_folder->out));
+        QCOMPARE(entriesOf(moved), QStringList{"b.mkv"_s});
+        QVERIFY(probeMedia(moved + "/b.mkv"_s).isMedia());
     }
 
     void mergeFails()

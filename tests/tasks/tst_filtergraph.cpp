@@ -95,6 +95,7 @@ void TestFilterGraph::escapes()
         {quoteFilterPath, R"(D:\x,b.png)", R"('D\:\\x\,b.png')"},
         {escapeDrawtextText, R"(\:\,)", R"(\\\\\\\\\\:\\\\\\\\\,)"},
         {escapeDrawtextText, R"('"a";[]{})", R"(\\\'"""a"""\;\[\]\{\})"},
+        {escapeDrawtextText, "  a ", R"(\\\  a\\\ )"},
         {escapeDrawtextText, "100% =\n墨泉", "100% =\n墨泉"},
         {escapePreviewValue, R"(C:\a,b;c)", R"(C\\:\\a\\,b\\;c)"},
         {escapePreviewValue, R"('文'"[]{}%)", R"('文'"[]{}%)"},

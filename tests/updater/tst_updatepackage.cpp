@@ -58,6 +58,10 @@ void TestUpdatePackage::onlyGenuineAndNewer()
     QByteArray flipped = good;
     flipped[flipped.size() - 5] = char(flipped.at(flipped.size() - 5) ^ 1);
     check("one bit", flipped, 16, key, false);
+    QByteArray respelled = good;
+    const int last = respelled.indexOf("==\n\n") - 1;
+    respelled[last] = char(respelled.at(last) + 1);
+    check("the signature in other letters", respelled, 16, key, false);
     QByteArray signature = good;
     signature[signature.indexOf("signature ") + 12] =
         signature.at(signature.indexOf("signature ") + 12) == 'A' ? 'B' : 'A';

@@ -92,7 +92,8 @@ qint64 flvSize(const QByteArray &head)
     const auto bits = qFromBigEndian<quint64>(head.constData() + at);
     double size = 0.0;
     std::memcpy(&size, &bits, sizeof size);
-    return size > 0.0 ? qint64(size) : 0;
+    constexpr double most = 1e18;
+    return size > 0.0 ? qint64(std::min(size, most)) : 0;
 }
 
 // The properties that follow the file's own header tell where the chunk begins that holds all that

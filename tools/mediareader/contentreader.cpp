@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "mediareader/contentreader.h"
 
+#include "MediaKits/MediaInfo/Facts/sensiblefacts.h"
 #include "mediareader/containerend.h"
 #include "mediareader/openedfile.h"
 
@@ -13,6 +14,7 @@ namespace {
 
 // Ends of streams that lie no further apart count as one.
 constexpr qint64 sameEndMs = 1000;
+constexpr double msPerSecond = 1000.0;
 
 // Containers whose header states a length. The others are streams: readers look at their ends, or
 // take the bytes and the rate of what they begin with.
@@ -118,7 +120,9 @@ void ContentReader::readHeader(MediaContent &content, const QString &path) const
         m_file.text(OpenedFile::general, 0, L"IsTruncated") == QLatin1String("Yes");
     content.isCutOff = toldSize ? *toldSize > m_format.fileSize : isTruncated;
     if (content.isCutOff && measuresLength(m_container))
-        content.toldMs = m_format.duration * *toldSize / std::max<qint64>(m_format.fileSize, 1);
+        content.toldMs =
+            sensibleMs(double(m_format.duration) / msPerSecond * double(toldSize.value_or(0)) /
+                       double(std::max<qint64>(m_format.fileSize, 1)));
 }
 
 // Where Matroska leaves out how long the streams are, the library gives all of them the length of

@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <cstddef>
+#include <limits>
 
 #include <MediaInfoDLL/MediaInfoDLL_Static.h>
 
@@ -38,11 +39,13 @@ public:
     /// The library writes some values with decimals, as the length of an MPEG transport stream.
     qint64 wholeNumber(MediaInfo_stream_C kind, int stream, const wchar_t *parameter) const
     {
-        return qint64(text(kind, stream, parameter).toDouble());
+        constexpr double most = 1e18;
+        return qint64(qBound(-most, text(kind, stream, parameter).toDouble(), most));
     }
     int number(MediaInfo_stream_C kind, int stream, const wchar_t *parameter) const
     {
-        return int(wholeNumber(kind, stream, parameter));
+        constexpr qint64 most = std::numeric_limits<int>::max();
+        return int(qBound(-most, wholeNumber(kind, stream, parameter), most));
     }
 
 private:

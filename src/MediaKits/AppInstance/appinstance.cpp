@@ -87,6 +87,15 @@ void decideScale()
                                                           : PlayerScaling::ByPlayer);
 }
 
+// An installer waits for nothing but its marks, for which the usual moment may not do.
+void sendMarks()
+{
+    constexpr std::chrono::milliseconds limit(2500);
+    A360Sem::instance().finish(limit);
+    VolcDataTracker::instance().stop(limit);
+    OskDataTracker::instance().stop(limit);
+}
+
 // A crash may have happened inside a tracker, on its worker or under its lock: then its report
 // never ends.
 void runWithin(std::chrono::seconds limit, const std::function<void()> &work)
@@ -227,7 +236,10 @@ bool AppInstance::runInstallStep() const
     AppIni &ini = AppIni::instance();
     if (!ini.contains(AppIni::Key::InstallTime))
         ini.setValue(AppIni::Key::InstallTime, QDateTime::currentMSecsSinceEpoch());
-    return m_parser.value(installOption) != installOnly;
+    if (m_parser.value(installOption) != installOnly)
+        return true;
+    sendMarks();
+    return false;
 }
 
 bool AppInstance::runUpdateStep() const

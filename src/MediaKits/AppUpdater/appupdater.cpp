@@ -3,6 +3,7 @@
 
 #include "MediaKits/AppInstance/LocalStore/appdirs.h"
 #include "MediaKits/AppInstance/LocalStore/appini.h"
+#include "MediaKits/AppInstance/LocalStore/setaside.h"
 #include "MediaKits/AppUpdater/minidownloadobject.h"
 #include "MediaKits/AppUpdater/Package/updatehandshake.h"
 #include "MediaKits/AppUpdater/Package/updatepackage.h"
@@ -112,7 +113,7 @@ bool AppUpdater::applyPending()
 {
     if (!QFile::exists(updateDir() + iniName))
         return false;
-    QSettings ini(updateDir() + iniName, QSettings::IniFormat);
+    QSettings ini(clearedIniPath(updateDir() + iniName), QSettings::IniFormat);
     const QString package = ini.value(packageKey).toString();
     if (ini.value(runKey).toBool()) {
         // A full disk or a lost current is no reason never to try it again.
@@ -196,7 +197,7 @@ bool AppUpdater::takeBack()
 // By an earlier run that could not start the one that installs.
 bool AppUpdater::isFetched(const UpdateRecord &record) const
 {
-    const QSettings ini(updateDir() + iniName, QSettings::IniFormat);
+    const QSettings ini(clearedIniPath(updateDir() + iniName), QSettings::IniFormat);
     return ini.value(linkKey) == record.apkLink &&
            isWorthInstalling(ini.value(packageKey).toString(), m_settings.key);
 }

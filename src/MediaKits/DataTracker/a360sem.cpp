@@ -6,8 +6,10 @@
 #include "MediaKits/Logger/logger.h"
 
 #include <QCoreApplication>
+#include <QEventLoop>
 #include <QNetworkReply>
 #include <QNetworkRequest>
+#include <QTimer>
 
 namespace {
 constexpr char reportPath[] = "/api/point/postDataTo360Api";
@@ -48,10 +50,25 @@ void A360Sem::report(const QString &event)
                          QStringLiteral("&qhclick=") + m_config.clickId +
                          QStringLiteral("&event=") + event;
     QNetworkReply *reply = m_network->post(request, text.toUtf8());
-    connect(reply, &QNetworkReply::finished, this, [reply]() {
+    ++m_open;
+    connect(reply, &QNetworkReply::finished, this, [this, reply]() {
+        --m_open;
         CLOG(INFO, "default") << "A360Sem: " << QString::fromUtf8(reply->readAll());
         if (reply->error() != QNetworkReply::NoError)
             CLOG(ERROR, "default") << "A360Sem: " << reply->errorString();
         reply->deleteLater();
+        emit answered();
     });
+}
+
+void A360Sem::finish(std::chrono::milliseconds limit)
+{
+    QEventLoop loop;
+    QTimer timer;
+    timer.setSingleShot(true);
+    connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
+    connect(this, &A360Sem::answered, &loop, &QEventLoop::quit);
+    timer.start(limit);
+    while (m_open > 0 && timer.isActive())
+        loop.exec();
 }

@@ -5,6 +5,8 @@
 #include <QObject>
 #include <QPointer>
 
+#include <chrono>
+
 /// Where the marks go, and from whom.
 struct A360SemConfig
 {
@@ -30,9 +32,16 @@ public:
 
     /// Returns at once; the reply is only logged. Needs the application object.
     void report(const QString &event);
+    /// Waits until what was reported is there, for a process that runs no event loop; at most for
+    /// `limit`.
+    void finish(std::chrono::milliseconds limit);
+
+signals:
+    void answered();
 
 private:
     const A360SemConfig m_config;
     /// Made for the first report; goes with the application object at the latest.
     QPointer<QNetworkAccessManager> m_network;
+    int m_open = 0; ///< reports without an answer
 };

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MediaFormats/mediaformats.h"
 
+#include "platform/undecodablenames.h"
+
 #include <QCoreApplication>
 #include <QFileInfo>
 
@@ -155,6 +157,8 @@ bool acceptsUrls(const QList<QUrl> &urls, const QStringList &suffixes)
 {
     return std::any_of(urls.begin(), urls.end(), [&suffixes](const QUrl &url) {
         const QFileInfo file(url.toLocalFile());
-        return url.isLocalFile() && file.isFile() && suffixes.contains(file.suffix().toLower());
+        // Why one can't be opened because of its name is told when it has been dropped.
+        const bool isThere = file.isFile() || isUndecodable(file.filePath());
+        return url.isLocalFile() && isThere && suffixes.contains(file.suffix().toLower());
     });
 }

@@ -145,8 +145,12 @@ void FFmpegAccountReader::count(Damage damage, int times)
 {
     if (!m_isBegun)
         return;
+    const auto add = [times](int &sum) {
+        constexpr int most = 1000000;
+        sum = std::min(sum + qBound(0, times, most), most);
+    };
     if (damage == Damage::CorruptFrame)
-        m_corruptFrames += times;
+        add(m_corruptFrames);
     else if (damage == Damage::DecodingError)
-        m_decodingErrors += times;
+        add(m_decodingErrors);
 }

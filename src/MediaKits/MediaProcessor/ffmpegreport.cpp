@@ -6,10 +6,17 @@
 #include <QStringList>
 #include <QTime>
 
+#include <algorithm>
+
+// What has no line ends is no report.
+static constexpr int longestLine = 64 * 1024;
+
 QStringList LineSplitter::feed(const QString &text)
 {
     QStringList lines = (m_rest + text).split(QLatin1Char('\n'));
     m_rest = lines.takeLast();
+    if (m_rest.size() > longestLine)
+        m_rest.clear();
     return lines;
 }
 
@@ -19,7 +26,7 @@ QVector<qint64> progressPositionsUs(const QStringList &lines)
     QVector<qint64> positions;
     for (const QString &line : lines) {
         if (line.startsWith(key))
-            positions.append(line.mid(key.size()).toLongLong());
+            positions.append(std::max(line.mid(key.size()).toLongLong(), 0LL));
     }
     return positions;
 }

@@ -4,7 +4,8 @@
 #include <QString>
 #include <QVector>
 
-/// Joins chunks of a stream into whole lines; the unfinished last line waits for the next chunk.
+/// Joins chunks of a stream into whole lines; the unfinished last line waits for the next chunk,
+/// unless it is far longer than any that is looked for.
 class LineSplitter
 {
 public:
@@ -17,7 +18,7 @@ private:
 
 /// Positions that ffmpeg's "-progress" protocol reports in these lines.
 /// @return one value per "out_time_ms=" line, in microseconds (what ffmpeg writes there, whatever
-///         the key's name says); an unreadable value counts as 0
+///         the key's name says); an unreadable or negative value counts as 0
 QVector<qint64> progressPositionsUs(const QStringList &lines);
 
 /// Reads the "  Duration: hh:mm:ss.cc" lines of ffmpeg's report.

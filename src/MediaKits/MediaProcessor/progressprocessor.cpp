@@ -5,6 +5,8 @@
 
 #include <QPointer>
 
+#include <algorithm>
+
 void ProgressProcessor::childOutput(const QByteArray &bytes)
 {
     const QPointer<ProgressProcessor> alive(this);
@@ -17,28 +19,27 @@ void ProgressProcessor::childOutput(const QByteArray &bytes)
             emit progressChanged(progressAt(positionUs, m_durationMs));
     }
     if (alive)
-        readPendingDuration();
+        takeToldDuration();
 }
 
 void ProgressProcessor::childReport(const QByteArray &bytes)
 {
     ToolProcessor::childReport(bytes);
     m_account.feedReport(bytes);
-    if (m_durationPending && m_withProgress)
-        m_unreadReport += bytes;
+    if (!m_durationPending || !m_withProgress)
+        return;
+    for (const QString &line : m_report.feed(toolText(bytes)))
+        m_lengthIsTold |= lowerDurationFromReport(line, m_toldMs);
 }
 
-// The report is looked at only when progress comes: by then every input has been told, so that
-// the shortest of several inputs counts.
-void ProgressProcessor::readPendingDuration()
+// The lengths count when progress comes: by then every input has been told, so that the shortest of
+// several inputs counts.
+void ProgressProcessor::takeToldDuration()
 {
-    if (!m_durationPending)
+    if (!m_durationPending || !m_lengthIsTold)
         return;
-    // A line may come in two reads; its beginning waits for its end.
-    const int wholeLines = m_unreadReport.lastIndexOf('\n') + 1;
-    if (lowerDurationFromReport(toolText(m_unreadReport.left(wholeLines)), m_durationMs))
-        m_durationPending = false;
-    m_unreadReport.remove(0, m_durationPending ? wholeLines : m_unreadReport.size());
+    m_durationMs = std::min(m_durationMs, m_toldMs);
+    m_durationPending = false;
 }
 
 void ProgressProcessor::childFinished(int exitCode, QProcess::ExitStatus status)

@@ -5,6 +5,8 @@
 #include "MediaKits/MediaProcessor/ffmpegreport.h"
 #include "MediaKits/MediaProcessor/toolprocessor.h"
 
+#include <limits>
+
 /// What the runners of ffmpeg and its kin share: an argument text, ffmpeg's progress protocol on
 /// standard output, and the media's length, which ffmpeg's own report can only lower.
 class ProgressProcessor : public ToolProcessor
@@ -38,10 +40,12 @@ protected:
     bool m_withProgress = true;
 
 private:
-    void readPendingDuration();
+    void takeToldDuration();
 
     bool m_durationPending = true;
+    bool m_lengthIsTold = false;
+    quint32 m_toldMs = std::numeric_limits<quint32>::max(); ///< the shortest length that was told
     LineSplitter m_output;
+    LineSplitter m_report;
     FFmpegAccountReader m_account;
-    QByteArray m_unreadReport;
 };

@@ -8,6 +8,8 @@
 
 #include <QDir>
 
+#include <memory>
+
 namespace {
 
 QDir outputFolder(const QString &dir)
@@ -33,13 +35,18 @@ void ChainTask::run()
         m_group->deleteLater();
         m_group = nullptr;
     }
-    const QString cause = problem();
+    QString cause = problem();
+    std::unique_ptr<GroupMediaTask> group;
+    if (cause.isEmpty()) {
+        group.reset(buildGroup());
+        cause = builtProblem();
+    }
     if (!cause.isEmpty()) {
         if (enter(START))
             failAbout({cause, {}});
         return;
     }
-    m_group = buildGroup();
+    m_group = group.release();
     connect(m_group, &MediaTask::taskStateChanged, this, &ChainTask::onGroupState,
             Qt::DirectConnection);
     connect(m_group, &MediaTask::taskOperateChanged, this, &ChainTask::setOperate);

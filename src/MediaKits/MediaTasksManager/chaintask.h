@@ -24,6 +24,8 @@ protected:
     void run();
     /// Why the chain need not begin, in words for the user; empty when it may.
     virtual QString problem() const = 0;
+    /// The same, known only when the chain has been built.
+    virtual QString builtProblem() const { return {}; }
     /// The chain for the present parameter, without a parent.
     virtual GroupMediaTask *buildGroup() = 0;
     /// The name that a failure is told with.

@@ -22,12 +22,25 @@ const KnownReason knownReasons[] = {
     // Of the launchers.
     {"no folder of this user alone", QT_TRANSLATE_NOOP("failureCause", "工作文件夹已被移走或替换")},
     {"Permission denied", QT_TRANSLATE_NOOP("failureCause", "没有访问权限")},
+    {"Too many open files", QT_TRANSLATE_NOOP("failureCause", "打开的文件过多，系统不再允许")},
+    {"(fork failure): Resource temporarily unavailable",
+     QT_TRANSLATE_NOOP("failureCause", "进程过多，系统不再允许")},
+    {"Resource temporarily unavailable",
+     QT_TRANSLATE_NOOP("failureCause", "系统资源不足（进程或内存）")},
+    {"Cannot allocate memory", QT_TRANSLATE_NOOP("failureCause", "内存不足")},
+    {"x264 [error]: malloc of size ", QT_TRANSLATE_NOOP("failureCause", "内存不足")},
+    {"std::bad_alloc", QT_TRANSLATE_NOOP("failureCause", "内存不足")},
+    {"failed to map segment from shared object", QT_TRANSLATE_NOOP("failureCause", "内存不足")},
     {"moov atom not found", QT_TRANSLATE_NOOP("failureCause", "文件不完整或不是媒体文件")},
     {"Invalid data found when processing input",
      QT_TRANSLATE_NOOP("failureCause", "文件已损坏或不是媒体文件")},
     {"does not contain any stream",
      QT_TRANSLATE_NOOP("failureCause", "源文件中没有此格式能容纳的内容")},
     {"too many channels", QT_TRANSLATE_NOOP("failureCause", "此格式容纳不下这么多声道")},
+    // Encoders that get no memory or no thread say nothing but that.
+    {"maybe incorrect parameters such as bit_rate, rate, width or height",
+     QT_TRANSLATE_NOOP("failureCause", "编码器无法启动，系统资源可能不足")},
+    {"工具意外终止", QT_TRANSLATE_NOOP("failureCause", "转换工具意外终止，内存可能不足")},
 };
 
 // Lines that only say that something went wrong, behind the line that says what, and what an
@@ -107,7 +120,7 @@ QString failureCause(const QStringList &report)
     if (std::any_of(report.cbegin(), report.cend(), tellsUnreadableInput))
         return told(QT_TRANSLATE_NOOP("failureCause", "源文件读取出错，请检查磁盘或网络连接"));
     for (const KnownReason &reason : knownReasons) {
-        if (says(report, QLatin1String(reason.said)))
+        if (says(report, QString::fromUtf8(reason.said)))
             return told(reason.meaning);
     }
     return report.isEmpty() ? told(QT_TRANSLATE_NOOP("failureCause", "转换工具异常退出"))

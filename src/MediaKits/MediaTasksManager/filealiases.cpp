@@ -55,6 +55,7 @@ FileAliases::~FileAliases()
 
 void FileAliases::clear()
 {
+    m_isIncomplete = false;
     if (m_dir.isEmpty())
         return;
     removeDirRecursively(m_dir);
@@ -68,7 +69,20 @@ QString FileAliases::forImage(const QImage &picture)
     // Quickly written: it is read once or twice.
     constexpr int littleCompression = 90;
     const QString path = newPath() + QLatin1String(".png");
-    return picture.save(path, "png", littleCompression) ? path : QString();
+    return noted(picture.save(path, "png", littleCompression), path, {});
+}
+
+QString FileAliases::problem() const
+{
+    return m_isIncomplete
+               ? tr("临时文件夹无法写入或空间不足：%1").arg(QDir::toNativeSeparators(tempDir()))
+               : QString();
+}
+
+QString FileAliases::noted(bool isMade, const QString &made, const QString &instead)
+{
+    m_isIncomplete = m_isIncomplete || !isMade;
+    return isMade ? made : instead;
 }
 
 QString FileAliases::newPath()
@@ -88,5 +102,5 @@ QString FileAliases::link(const QString &path)
     QString alias = newPath();
     if (plainSuffix && !suffix.isEmpty())
         alias += QLatin1Char('.') + suffix;
-    return QFile::link(QFileInfo(path).absoluteFilePath(), alias) ? alias : path;
+    return noted(QFile::link(QFileInfo(path).absoluteFilePath(), alias), alias, path);
 }

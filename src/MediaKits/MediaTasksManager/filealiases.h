@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
 
 class QImage;
@@ -10,6 +11,8 @@ class QImage;
 /// links live in a claimed work folder of their own until the object goes.
 class FileAliases
 {
+    Q_DECLARE_TR_FUNCTIONS(FileAliases)
+
 public:
     FileAliases() = default;
     ~FileAliases();
@@ -32,13 +35,18 @@ public:
     /// A file beside the links that holds a picture; empty when it can't be written.
     QString forImage(const QImage &picture);
 
+    /// Why a link or a picture could not be made, in words for the user; empty when all could.
+    QString problem() const;
+
     /// Removes all links and pictures.
     void clear();
 
 private:
     QString link(const QString &path);
     QString newPath();
+    QString noted(bool isMade, const QString &made, const QString &instead);
 
     QString m_dir; ///< empty while there are no links
     int m_count = 0;
+    bool m_isIncomplete = false;
 };

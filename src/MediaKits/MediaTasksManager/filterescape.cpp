@@ -77,7 +77,15 @@ QString quoteFilterPath(const QString &path)
 
 QString escapeDrawtextText(const QString &text)
 {
-    return replaceAll(text, drawtextSteps);
+    QString escaped = replaceAll(text, drawtextSteps);
+    // At the ends of a value they count for nothing.
+    static const QString blanks = QStringLiteral(" \t\r\n");
+    static const QString mark = QStringLiteral("\\\\\\");
+    if (text.size() > 1 && blanks.contains(text.back()))
+        escaped.insert(escaped.size() - 1, mark);
+    if (!text.isEmpty() && blanks.contains(text.front()))
+        escaped.prepend(mark);
+    return escaped;
 }
 
 // Left alone, "%" would begin an expansion, and a text with any other use of it would not show.

@@ -2,6 +2,7 @@
 #include "MediaKits/MediaTasksManager/inputcheck.h"
 
 #include "MediaKits/MediaInfo/shownpicture.h"
+#include "platform/undecodablenames.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -10,6 +11,8 @@
 QString inputProblem(const QString &path)
 {
     const QFileInfo file(path);
+    if (!file.exists() && isUndecodable(path))
+        return QCoreApplication::translate("inputProblem", "文件名不是 UTF-8 编码，请先重命名");
     if (!file.exists())
         return QCoreApplication::translate("inputProblem", "文件不存在");
     if (file.isDir())

@@ -67,6 +67,7 @@ void MediaMoveTask::stop()
 
 std::optional<TaskFailure> MediaMoveTask::perform()
 {
+    followWorkFolder();
     if (!m_check)
         return move();
     m_reading = new HeadersReading(QStringList(m_param->from) + m_parts, this);
@@ -77,6 +78,20 @@ std::optional<TaskFailure> MediaMoveTask::perform()
     });
     m_reading->start();
     return std::nullopt;
+}
+
+// The output folder may have been moved meanwhile, and the work folder in it: the result goes where
+// it would have been with it. A work folder that was moved alone isn't followed: somebody else may
+// have done that.
+void MediaMoveTask::followWorkFolder()
+{
+    const QFileInfo file(m_param->from);
+    const QDir folder(presentWorkFolder(file.path()));
+    if (QFileInfo(m_param->to).dir().exists() || folder.path() == file.path())
+        return;
+    const QString fromFolder = QDir(file.path()).relativeFilePath(m_param->to);
+    m_param->from = folder.filePath(file.fileName());
+    m_param->to = QDir::cleanPath(folder.filePath(fromFolder));
 }
 
 std::optional<TaskFailure> MediaMoveTask::judge(const QVector<QSharedPointer<MediaInfoData>> &read)

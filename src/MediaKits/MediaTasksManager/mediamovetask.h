@@ -51,6 +51,7 @@ protected:
 private:
     class Copy;
 
+    void followWorkFolder();
     std::optional<TaskFailure> judge(const QVector<QSharedPointer<MediaInfoData>> &read);
     std::optional<TaskFailure> move();
     TaskFailure moved(const QString &target);

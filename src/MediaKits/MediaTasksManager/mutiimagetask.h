@@ -46,6 +46,7 @@ public:
 
 protected:
     QString problem() const override;
+    QString builtProblem() const override { return m_aliases.problem(); }
     GroupMediaTask *buildGroup() override;
     QString subject() const override;
 

@@ -6,7 +6,7 @@
 
 std::optional<TaskFailure> TempDirDeleteTask::perform()
 {
-    removeDirRecursively(m_param->dir);
+    removeDirRecursively(presentWorkFolder(m_param->dir));
     releaseWorkFolder(m_param->dir);
     return TaskFailure();
 }

@@ -62,7 +62,8 @@ std::optional<PlayerStatus> parse(const QString &line)
         if (value == &status.position)
             status.positionMs = int(*value) * msOfSecond + fractionMs(line, behind);
     }
-    status.percent = percentage().match(line, behind).captured(1).toFloat();
+    constexpr float whole = 100;
+    status.percent = std::min(percentage().match(line, behind).captured(1).toFloat(), whole);
     return status;
 }
 

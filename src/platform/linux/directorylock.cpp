@@ -37,6 +37,13 @@ DirectoryLock::~DirectoryLock()
         ::close(m_fd);
 }
 
+QString DirectoryLock::place() const
+{
+    const QString link = QStringLiteral("/proc/self/fd/%1").arg(m_fd);
+    const QString present = isHeld() ? QFile::symLinkTarget(link) : QString();
+    return !present.isEmpty() && isStillAt(m_fd, QFile::encodeName(present)) ? present : QString();
+}
+
 DirectoryLock DirectoryLock::tryExclusive(const QString &dir)
 {
     return tryLock(dir, LOCK_EX);

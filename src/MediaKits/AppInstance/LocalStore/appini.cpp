@@ -2,9 +2,12 @@
 #include "MediaKits/AppInstance/LocalStore/appini.h"
 
 #include "MediaKits/AppInstance/LocalStore/appdirs.h"
+#include "MediaKits/AppInstance/LocalStore/setaside.h"
 
 #include <QMap>
 #include <QRect>
+
+#include <utility>
 
 namespace {
 
@@ -35,7 +38,13 @@ const IniRow &rowOf(AppIni::Key key)
 
 } // namespace
 
-AppIni::AppIni() : m_settings(dataDir() + QStringLiteral("/app.ini"), QSettings::IniFormat) {}
+AppIni::AppIni()
+    : m_settings(clearedIniPath(dataDir() + QStringLiteral("/app.ini")), QSettings::IniFormat)
+{
+    // Sections are understood when they are asked for.
+    m_settings.allKeys();
+    m_holdsMore = m_settings.status() == QSettings::FormatError;
+}
 
 AppIni &AppIni::instance()
 {
@@ -57,5 +66,8 @@ QVariant AppIni::value(Key key) const
 
 void AppIni::setValue(Key key, const QVariant &value)
 {
+    // Lines that weren't understood would go.
+    if (std::exchange(m_holdsMore, false))
+        copyAside(m_settings.fileName());
     m_settings.setValue(rowOf(key).name, value);
 }

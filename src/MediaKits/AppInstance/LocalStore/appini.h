@@ -5,7 +5,7 @@
 #include <QVariant>
 
 /// The settings in app.ini. QSettings writes the file by itself, at the latest when this object
-/// is destroyed.
+/// is destroyed. A file that isn't one, or was understood in part, is set aside before.
 class AppIni
 {
 public:
@@ -42,4 +42,5 @@ public:
 
 private:
     QSettings m_settings;
+    bool m_holdsMore = false; ///< the file, than was understood
 };

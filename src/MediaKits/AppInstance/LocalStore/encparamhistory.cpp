@@ -41,14 +41,20 @@ void EncParamHistory::load()
         if (m_ids.size() < maxIds)
             m_ids.append(presetId(value));
     }
+    m_file.compareWith(content());
 }
 
 void EncParamHistory::save()
 {
+    m_file.write(content(), QJsonDocument::Compact);
+}
+
+QJsonObject EncParamHistory::content() const
+{
     QJsonArray history;
-    for (const quint32 id : qAsConst(m_ids))
+    for (const quint32 id : m_ids)
         history.append(qint64(id));
-    m_file.write({{historyKey, history}}, QJsonDocument::Compact);
+    return {{historyKey, history}};
 }
 
 EncParamHistory &EncParamHistory::instance()

@@ -30,6 +30,8 @@ public:
     void save();
 
 private:
+    QJsonObject content() const;
+
     JsonFile m_file;
     QList<quint32> m_ids;
     DelayedSave m_saving{[this] { save(); }};

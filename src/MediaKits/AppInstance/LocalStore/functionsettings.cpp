@@ -79,6 +79,7 @@ void FunctionSettings::load()
 {
     m_map = m_file.read().toVariantMap();
     merge(m_map, defaults());
+    m_file.compareWith(QJsonObject::fromVariantMap(m_map));
 }
 
 void FunctionSettings::save()

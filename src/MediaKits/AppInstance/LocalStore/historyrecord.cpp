@@ -35,17 +35,23 @@ void HistoryRecord::load()
         m_records.append({object[datetimeKey].toString(), object[inputfileKey].toString(),
                           object[outputfileKey].toString()});
     }
+    m_file.compareWith(content());
 }
 
 void HistoryRecord::save()
 {
+    m_file.write(content(), QJsonDocument::Compact);
+}
+
+QJsonObject HistoryRecord::content() const
+{
     QJsonArray history;
-    for (const Record &record : qAsConst(m_records)) {
+    for (const Record &record : m_records) {
         history.append(QJsonObject{{datetimeKey, record.datetime},
                                    {inputfileKey, record.inputfile},
                                    {outputfileKey, record.outputfile}});
     }
-    m_file.write({{historyKey, history}}, QJsonDocument::Compact);
+    return {{historyKey, history}};
 }
 
 HistoryRecord &HistoryRecord::instance()

@@ -39,6 +39,8 @@ public:
     void save();
 
 private:
+    QJsonObject content() const;
+
     JsonFile m_file;
     QList<Record> m_records;
     DelayedSave m_saving{[this] { save(); }};

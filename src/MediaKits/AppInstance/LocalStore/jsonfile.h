@@ -6,8 +6,8 @@
 #include <QString>
 
 /// One JSON file of a store. It takes care that no content is lost: what can't be understood is
-/// set aside under another name, what can't be read is never written over, and a write either
-/// replaces the whole file or leaves the old one.
+/// set aside under another name (of what is understood in part, a copy), what can't be read is
+/// never written over, and a write either replaces the whole file or leaves the old one.
 class JsonFile
 {
 public:
@@ -15,8 +15,13 @@ public:
     explicit JsonFile(const QString &path);
 
     /// The file's object; empty when the file is missing, can't be read, or isn't a JSON object.
-    /// A file of the last kind is renamed to its name plus ".broken", ".broken2" and so on.
+    /// What is of the last kind, or no file at all, is renamed to its name plus ".broken",
+    /// ".broken2" and so on.
     QJsonObject read();
+
+    /// Tells what a store has taken of the last read(), as it would be written. When the file holds
+    /// more, as behind a damaged key, the next write() copies it aside first.
+    void compareWith(const QJsonObject &taken);
 
     /// Replaces the file, and makes its directory when that is missing; only the user may read
     /// the result. Does nothing when the last read() found a file that has to be kept, when the
@@ -30,7 +35,8 @@ public:
 
     /// Whether the last read() found an object, be it an empty one.
     bool hasObject() const { return m_hasObject; }
-    /// Where the last read() has set a file aside; empty when it didn't.
+    /// Where the last read(), or the first write() behind it, has set the file aside; empty when
+    /// neither did.
     QString asidePath() const { return m_asidePath; }
 
 private:
@@ -38,5 +44,7 @@ private:
     QString m_asidePath;
     bool m_mustKeep = false;
     bool m_hasObject = false;
-    QByteArray m_known; // text that was read or written last
+    bool m_holdsMore = false; ///< than has been taken
+    QJsonObject m_object;     ///< until it is known what has been taken of it
+    QByteArray m_known;       // text that was read or written last
 };

@@ -25,6 +25,7 @@ void PersistStore::load()
     for (const QFileInfo &info : files) {
         JsonFile file(info.filePath());
         const QVariantMap entry = file.read().toVariantMap();
+        file.compareWith(QJsonObject::fromVariantMap(entry));
         const QString name = info.completeBaseName();
         m_files.insert(name, file);
         if (file.hasObject())

@@ -57,6 +57,7 @@ public:
     void open(const QString &marker);
     bool make(const QString &folder);
     bool claim(const QString &folder);
+    QString place(const QString &folder) const;
     void release(const QString &folder);
     void sweepNoted();
     QStringList recordings() const;
@@ -150,6 +151,14 @@ bool MarkerRegistry::claim(const QString &folder)
     if (!held)
         m_claims.erase(folder);
     return held;
+}
+
+QString MarkerRegistry::place(const QString &folder) const
+{
+    const auto claim = m_claims.find(folder);
+    const QString present = claim == m_claims.end() ? QString() : claim->second.place();
+    // One that is kept has been moved here, out of reach of what removes work folders.
+    return isKept(present) ? QString() : present;
 }
 
 void MarkerRegistry::release(const QString &folder)
@@ -254,7 +263,8 @@ QString MarkerRegistry::notedMarker(const QString &note) const
     QFile file(note);
     if (!file.open(QIODevice::ReadOnly))
         return {};
-    const QString marker = QString::fromUtf8(file.readAll());
+    constexpr qint64 longestPath = 4096;
+    const QString marker = QString::fromUtf8(file.read(longestPath));
     const bool fits = marker == cleanAbsolute(marker) &&
                       QFileInfo(noteFile(marker)).fileName() == QFileInfo(note).fileName() &&
                       isTempMarkerName(QFileInfo(marker).fileName());
@@ -319,6 +329,12 @@ WorkFolderState makeWorkFolder(const QString &path)
 bool claimWorkFolder(const QString &path)
 {
     return MarkerRegistry::instance().claim(cleanAbsolute(path));
+}
+
+QString presentWorkFolder(const QString &path)
+{
+    const QString present = MarkerRegistry::instance().place(cleanAbsolute(path));
+    return present.isEmpty() ? path : present;
 }
 
 void releaseWorkFolder(const QString &path)

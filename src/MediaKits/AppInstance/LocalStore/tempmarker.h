@@ -42,6 +42,10 @@ WorkFolderState makeWorkFolder(const QString &path);
 /// False when another process has it or it can't be locked, which is no reason not to use it.
 bool claimWorkFolder(const QString &path);
 
+/// Where a claimed work folder is now: somebody may have moved the output folder around it. `path`
+/// for one that isn't claimed, or is gone.
+QString presentWorkFolder(const QString &path);
+
 /// Gives up a claim; the folder itself is left as it is. Unclaimed paths are ignored.
 void releaseWorkFolder(const QString &path);
 

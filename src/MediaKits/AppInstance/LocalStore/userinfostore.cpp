@@ -21,6 +21,7 @@ void UserInfoStore::load()
     const QJsonObject info = m_file.read()[userInfoKey].toObject();
     m_token = info[tokenKey].toString();
     m_id = info[idKey].toString();
+    m_file.compareWith(content());
 }
 
 UserInfoStore::~UserInfoStore()
@@ -38,8 +39,12 @@ void UserInfoStore::change(QString &value, const QString &to)
 
 void UserInfoStore::write()
 {
-    const QJsonObject info{{tokenKey, m_token}, {idKey, m_id}};
-    m_file.write({{userInfoKey, info}}, QJsonDocument::Compact);
+    m_file.write(content(), QJsonDocument::Compact);
+}
+
+QJsonObject UserInfoStore::content() const
+{
+    return {{userInfoKey, QJsonObject{{tokenKey, m_token}, {idKey, m_id}}}};
 }
 
 UserInfoStore &UserInfoStore::instance()

@@ -27,6 +27,7 @@ public:
 private:
     void change(QString &value, const QString &to);
     void write();
+    QJsonObject content() const;
 
     JsonFile m_file;
     QString m_id;

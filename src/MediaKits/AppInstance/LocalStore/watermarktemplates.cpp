@@ -12,6 +12,7 @@ WatermarkTemplates::WatermarkTemplates()
       m_templates(m_file.read()[templatesKey].toObject()),
       m_asidePath(m_file.asidePath())
 {
+    m_file.compareWith({{templatesKey, m_templates}});
 }
 
 WatermarkTemplates &WatermarkTemplates::instance()
@@ -34,5 +35,9 @@ bool WatermarkTemplates::remove(const QString &name)
 
 bool WatermarkTemplates::write()
 {
-    return m_file.write({{templatesKey, m_templates}}, QJsonDocument::Compact);
+    const QString before = m_file.asidePath();
+    const bool isWritten = m_file.write({{templatesKey, m_templates}}, QJsonDocument::Compact);
+    if (m_file.asidePath() != before)
+        m_asidePath = m_file.asidePath();
+    return isWritten;
 }

@@ -44,7 +44,11 @@ Header parseHeader(const QByteArray &start)
     header.version = match.captured(2).toInt();
     header.size = match.captured(3).toLongLong();
     header.hash = match.captured(4).toLatin1();
-    header.signature = QByteArray::fromBase64(match.captured(5).toLatin1());
+    // The last letter could be another as well: four of its bits stand for nothing.
+    const QByteArray signature = match.captured(5).toLatin1();
+    header.signature = QByteArray::fromBase64(signature);
+    if (header.signature.toBase64() != signature)
+        return {};
     header.length = match.capturedLength();
     return header;
 }

@@ -1,17 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MediaInfo/FFMediaInfo/ffprobejson.h"
 
+#include "MediaKits/MediaInfo/Facts/sensiblefacts.h"
+
 #include <QJsonArray>
 #include <QRegularExpression>
 
 #include <cmath>
+#include <limits>
 
 namespace {
 
 // ffprobe prints these numbers as texts, in bit/s.
 int kbitPerSecond(const QJsonObject &object)
 {
-    return int(object[QLatin1String("bit_rate")].toString().toLongLong() / 1000);
+    const qint64 bitrate = object[QLatin1String("bit_rate")].toString().toLongLong() / 1000;
+    return int(qBound<qint64>(0, bitrate, std::numeric_limits<int>::max()));
 }
 
 // "30000/1001" and its like.
@@ -30,7 +34,7 @@ QString codecName(const QJsonObject &stream)
 
 void readFormat(const QJsonObject &object, MediaFormatInfo &format)
 {
-    format.duration = qint64(object[QLatin1String("duration")].toString().toDouble() * 1000);
+    format.duration = sensibleMs(object[QLatin1String("duration")].toString().toDouble());
     format.fileSize = object[QLatin1String("size")].toString().toLongLong();
     format.bitrate = kbitPerSecond(object);
     format.streamCount = object[QLatin1String("nb_streams")].toInt();
@@ -48,7 +52,7 @@ qint64 toldMs(const QJsonObject &format)
     const QString name = format[QLatin1String("format_name")].toString().section(u',', 0, 0);
     const double start = format[QLatin1String("start_time")].toString().toDouble();
     return headers.contains(name) && start <= latestStart
-               ? qint64(format[QLatin1String("duration")].toString().toDouble() * 1000)
+               ? sensibleMs(format[QLatin1String("duration")].toString().toDouble())
                : 0;
 }
 
@@ -150,4 +154,5 @@ void readProbeJson(const QJsonObject &document, MediaInfoData &data)
             data.content.toldMs = 0;
         }
     }
+    keepSensible(data);
 }

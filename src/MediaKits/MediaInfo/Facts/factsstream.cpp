@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/MediaInfo/Facts/factsstream.h"
 
+#include "MediaKits/MediaInfo/Facts/sensiblefacts.h"
+
 #include <QDataStream>
 #include <QFile>
 #include <QFileInfo>
@@ -100,7 +102,8 @@ ReadRequest unpackedRequest(const QByteArray &message)
     quint8 depth = 0;
     QByteArray path;
     stream >> depth >> path;
-    return {QFile::decodeName(path), ReadDepth(depth)};
+    const bool isKnown = depth <= quint8(ReadDepth::Headers);
+    return {QFile::decodeName(path), isKnown ? ReadDepth(depth) : ReadDepth::Streams};
 }
 
 QByteArray packed(const ReadAnswer &answer)
@@ -121,8 +124,11 @@ ReadAnswer unpackedAnswer(const QByteArray &message)
     ReadAnswer answer{ReadOutcome(outcome), {}};
     if (answer.outcome == ReadOutcome::Read)
         answer.info = read(stream);
-    if (stream.status() != QDataStream::Ok || !stream.atEnd())
+    const bool isWhole = stream.status() == QDataStream::Ok && stream.atEnd();
+    if (!isWhole || answer.outcome > ReadOutcome::Failed)
         return {};
+    if (answer.info)
+        keepSensible(*answer.info);
     return answer;
 }
 

@@ -37,7 +37,7 @@ struct ReadAnswer
 QByteArray packed(const ReadRequest &request);
 QByteArray packed(const ReadAnswer &answer);
 ReadRequest unpackedRequest(const QByteArray &message);
-/// `Failed` for what isn't the whole of a message.
+/// `Failed` for what isn't the whole of a message; the facts are sensible.
 ReadAnswer unpackedAnswer(const QByteArray &message);
 
 /// A new format record that carries the upper-cased suffix of a path.

@@ -2,6 +2,7 @@
 #include "MediaKits/FunctionPage/Framework/Intake/mediafilechoice.h"
 
 #include "controls/filechooser.h"
+#include "platform/undecodablenames.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -34,5 +35,9 @@ QStringList mediaFilesIn(const QString &folder, const QStringList &patterns)
     QStringList files;
     for (const QString &name : dir.entryList(patterns, QDir::Files | QDir::Readable))
         files.append(dir.filePath(name));
+    for (const QString &name : undecodableNames(dir.path())) {
+        if (QDir::match(patterns, name))
+            files.append(dir.filePath(name));
+    }
     return files;
 }

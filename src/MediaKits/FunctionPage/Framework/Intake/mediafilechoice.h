@@ -13,5 +13,6 @@ QStringList chooseMediaFiles(QWidget *parent, const QString &filter);
 QString chooseMediaFolder(QWidget *parent);
 
 /// Absolute paths of the readable files in `folder` itself whose names match `patterns`
-/// ("*.mp4") in any case, by name.
+/// ("*.mp4") in any case, by name; behind them those that can't be opened because of their names
+/// (`isUndecodable`), of which the user has to be told.
 QStringList mediaFilesIn(const QString &folder, const QStringList &patterns);

@@ -6,8 +6,10 @@
 #include "MediaKits/DataTracker/trackevent.h"
 #include "MediaKits/FunctionPage/Framework/Dialogs/mediamessagebox.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
+#include "platform/undecodablenames.h"
 #include "ui_listpage.h"
 
+#include <QFileInfo>
 #include <QPointer>
 #include <QVBoxLayout>
 
@@ -30,6 +32,18 @@ QString addTypeText(FileAddType type)
         return QStringLiteral("添加文件夹");
     }
     return {};
+}
+
+QString undecodableText(const QStringList &files)
+{
+    constexpr int mostNames = 5;
+    QStringList names;
+    for (const QString &file : files.mid(0, mostNames))
+        names += QFileInfo(file).fileName();
+    if (files.size() > mostNames)
+        names += QStringLiteral("…");
+    return ListPage::tr("有 %1 个文件的名称不是 UTF-8 编码，无法打开，请先重命名：\n%2")
+        .arg(QString::number(files.size()), names.join(QLatin1Char('\n')));
 }
 
 } // namespace
@@ -89,7 +103,14 @@ void ListPage::receiveFiles(const QStringList &files, FileAddType type)
     trackEvent(m_kind.function, QStringLiteral("file_select"),
                {{QStringLiteral("select_type"), addTypeText(type)},
                 {QStringLiteral("select_number"), files.size()}});
-    addFiles(files);
+    QStringList usable;
+    QStringList lost;
+    for (const QString &file : files)
+        (isUndecodable(file) && !QFileInfo::exists(file) ? lost : usable) += file;
+    const QPointer<ListPage> alive(this);
+    addFiles(usable);
+    if (alive && !lost.isEmpty())
+        MediaMessageBox::showMessage(tr("提示"), undecodableText(lost), this);
 }
 
 void ListPage::addFiles(const QStringList &files)
