@@ -69,6 +69,10 @@ void ReadingProcess::start()
 {
     m_child = std::make_unique<ChildProcess>();
     m_child->setStandardErrorFile(QProcess::nullDevice());
+    // Once, and not by each of its forks.
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("LD_BIND_NOW"), QStringLiteral("1"));
+    m_child->setProcessEnvironment(environment);
     const auto onEnd = [this, child = m_child.get()] {
         if (m_child.get() == child)
             onLost();
