@@ -4,16 +4,24 @@
 #include "browser/viewinput.h"
 #include "webview/page.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QImage>
+#include <QKeyEvent>
 #include <QPaintEvent>
+#include <QTimer>
 #include <QWebEngineHistory>
 #include <QWebEngineProfile>
 #include <QWebEngineSettings>
 #include <QWebEngineView>
 #include <QWindow>
 
+#include <algorithm>
+#include <memory>
+
 namespace {
+
+constexpr const char *enginesSurface = "QtWebEngineCore::RenderWidgetHostViewQtDelegateWidget";
 
 int cursorInfo(Qt::CursorShape shape)
 {
@@ -34,6 +42,30 @@ int cursorInfo(Qt::CursorShape shape)
         return CursorArrow;
     }
 }
+
+// A list that is down, or another window that the engine has opened above the page.
+QWidget *enginesPopup()
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto found = std::find_if(windows.begin(), windows.end(), [](const QWidget *window) {
+        return window->isVisible() && window->inherits(enginesSurface);
+    });
+    return found == windows.end() ? nullptr : *found;
+}
+
+struct Engine
+{
+    void end()
+    {
+        view.reset();
+        page.reset();
+        profile.reset();
+    }
+
+    std::unique_ptr<QWebEngineProfile> profile;
+    std::unique_ptr<Page> page;
+    std::unique_ptr<QWebEngineView> view;
+};
 
 } // namespace
 
@@ -64,9 +96,18 @@ OffscreenView::~OffscreenView()
 {
     if (m_surface)
         m_surface->removeEventFilter(this);
+    m_page->fallSilent();
+    // The engine calls what is gone when its view goes before its list.
+    if (const QWidget *popup = m_surface ? enginesPopup() : nullptr) {
+        QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+        QCoreApplication::sendEvent(m_surface, &escape);
+        const auto kept = std::make_shared<Engine>(
+            Engine{std::move(m_profile), std::move(m_page), std::move(m_view)});
+        connect(popup, &QObject::destroyed, kept->view.get(),
+                [kept] { QTimer::singleShot(0, qApp, [kept] { kept->end(); }); });
+    }
     m_surface = nullptr;
     m_input.setTarget(nullptr);
-    m_page->fallSilent();
     m_view.reset();
 }
 
