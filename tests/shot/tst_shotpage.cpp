@@ -85,7 +85,8 @@ public:
     bool shoot(int index)
     {
         press(*rowWidget(index), "btnConvert");
-        return QTest::qWaitFor([&] { return statePage(index) == 2; }, endLimitMs);
+        // Each of hundreds of pictures takes a busy machine some tenths of a second.
+        return QTest::qWaitFor([&] { return statePage(index) == 2; }, 3 * endLimitMs);
     }
 };
 

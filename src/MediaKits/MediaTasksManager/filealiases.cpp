@@ -6,6 +6,7 @@
 #include "MediaKits/AppInstance/LocalStore/tempmarker.h"
 #include "MediaKits/MediaFormats/mediaformats.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QImage>
