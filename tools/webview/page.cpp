@@ -75,6 +75,7 @@ Page::Page(QWebEngineProfile &profile, WebViewClient &client)
 void Page::fallSilent()
 {
     m_alive.reset();
+    m_bridge.setOrigin({});
     disconnect(this, nullptr, this, nullptr);
 }
 
@@ -173,7 +174,8 @@ QStringList Page::chooseFiles(FileSelectionMode, const QStringList &, const QStr
 
 void Page::javaScriptAlert(const QUrl &, const QString &message)
 {
-    m_client.onAlert(message);
+    if (m_alive)
+        m_client.onAlert(message);
 }
 
 bool Page::javaScriptConfirm(const QUrl &, const QString &)

@@ -15,7 +15,8 @@ class Page : public QWebEnginePage
 public:
     Page(QWebEngineProfile &profile, WebViewClient &client);
 
-    /// Tells its client nothing from now on.
+    /// Tells its client nothing from now on, and answers no call of the bridge: the page's scripts
+    /// run on until it goes.
     void fallSilent();
 
     Bridge &bridge() { return m_bridge; }
@@ -61,6 +62,6 @@ private:
     bool m_isLoading = false;
     bool m_hasBegun = false;
     bool m_isStopped = false;
-    // The engine answers questions also while the page is being destroyed.
+    // Null once it is silent. The engine answers questions also while the page is being destroyed.
     std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
 };
