@@ -16,6 +16,7 @@
 #include <QDesktopServices>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScreen>
 #include <QTemporaryDir>
 #include <QTime>
 #include <QtTest>
@@ -65,6 +66,8 @@ private:
     bool isReady() const { return part<QWidget>("wdtSettting")->isEnabled(); }
     QString clock() const { return part<QLabel>("lblTime")->text(); }
     QString startText() const { return part("wbnCapStartPause")->text(); }
+    // In pixels of the screen.
+    int ratio() const { return m_page->devicePixelRatio(); }
     WindowCapWidget *overlay() const
     {
         return qobject_cast<WindowCapWidget *>(visibleWindow("WindowCapWidget"));
@@ -86,8 +89,8 @@ private:
     void awaitRecording(const QString &time);
     void stopByKey();
     QString onlyFile() const;
-    // Of each frame, the colour at a point.
-    static QVector<QColor> coloursAt(const QString &file, const QPoint &point);
+    // Every frame has the colour at the points.
+    static void allHave(const QString &file, const QVector<QPoint> &points, const QColor &colour);
 
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<QWidget> m_wall;
@@ -115,7 +118,8 @@ void TestRecordPage::init()
     m_page = std::make_unique<ScreencapFuncionPage>();
     m_page->setAttribute(Qt::WA_StyledBackground);
     m_page->setStyleSheet("ScreencapFuncionPage { background: %1 }"_s.arg(pageColour.name()));
-    m_page->setGeometry(500, 200, 900, 640);
+    m_page->resize(900, 640);
+    m_page->move(m_wall->screen()->availableGeometry().center() - m_page->rect().center());
     m_page->show();
     QVERIFY(QTest::qWaitForWindowActive(m_page.get()));
     part("rbSDNone")->click();
@@ -157,15 +161,19 @@ QString TestRecordPage::onlyFile() const
     return files.size() == 1 ? folder() + u'/' + files.first() : files.join(u'|');
 }
 
-QVector<QColor> TestRecordPage::coloursAt(const QString &file, const QPoint &point)
+void TestRecordPage::allHave(const QString &file, const QVector<QPoint> &points,
+                             const QColor &colour)
 {
-    const QByteArray bytes = decodedMedia(
-        file, "-vf crop=2:2:%1:%2 -f rawvideo -pix_fmt rgb24"_s.arg(point.x()).arg(point.y()));
-    QVector<QColor> colours;
     constexpr int frameBytes = 2 * 2 * 3;
-    for (int i = 0; i + frameBytes <= bytes.size(); i += frameBytes)
-        colours += QColor(uchar(bytes[i]), uchar(bytes[i + 1]), uchar(bytes[i + 2]));
-    return colours;
+    for (const QPoint &point : points) {
+        const QByteArray bytes = decodedMedia(
+            file, "-vf crop=2:2:%1:%2 -f rawvideo -pix_fmt rgb24"_s.arg(point.x()).arg(point.y()));
+        QVERIFY(bytes.size() > 10 * frameBytes);
+        for (int i = 0; i + frameBytes <= bytes.size(); i += frameBytes) {
+            const QColor seen(uchar(bytes[i]), uchar(bytes[i + 1]), uchar(bytes[i + 2]));
+            QVERIFY2(Desktop::isLike(seen, colour), qPrintable(seen.name()));
+        }
+    }
 }
 
 void TestRecordPage::choicesReachTheEngine()
@@ -236,7 +244,9 @@ void TestRecordPage::areaIsRecorded()
     awaitRecording("00:00:01"_s);
     const QRect area = engine().capTarget().toRect();
     QCOMPARE(area.topLeft(), QPoint(400, 300));
-    const QPoint frame = area.topLeft() + QPoint(50, -2);
+    // Both ends of the drag are in it, in whole pixels of the program.
+    QCOMPARE(area.size(), QSize(320, 240) + QSize(ratio(), ratio()));
+    const QPoint frame = area.topLeft() + QPoint(50, -2 * ratio());
     QVERIFY(isCounted);
     QVERIFY(Desktop::isLike(Desktop::seenAt(frame), "#0064CC"));
 
@@ -254,35 +264,26 @@ void TestRecordPage::areaIsRecorded()
 
     const QString file = onlyFile();
     const ProbedFile probed = probeMedia(file);
-    QCOMPARE(probed.size(), QSize(320, 240));
+    QCOMPARE(probed.size(), QSize(area.width() & ~1, area.height() & ~1));
     QVERIFY2(qAbs(probed.seconds - seconds) < 1.5, qPrintable(QString::number(probed.seconds)));
     // The pointer has been left at the fourth corner.
-    for (const QPoint &point : {QPoint(0, 0), QPoint(318, 0), QPoint(0, 238)}) {
-        const QVector<QColor> colours = coloursAt(file, point);
-        QVERIFY(colours.size() > 30);
-        for (const QColor &colour : colours)
-            QVERIFY2(Desktop::isLike(colour, wallColour), qPrintable(colour.name()));
-    }
+    allHave(file, {QPoint(0, 0), QPoint(318, 0), QPoint(0, 238)}, wallColour);
     QCOMPARE(child<QLabel>(*part<QWidget>("wdtSaved"), "lblText")->isVisible(), true);
 }
 
 void TestRecordPage::programIsNotInThePicture()
 {
     part("rbDefOrg")->click();
-    const QPoint pagePoint = m_page->geometry().bottomLeft() + QPoint(8, -100);
+    const QPoint pagePoint = (m_page->geometry().bottomLeft() + QPoint(8, -100)) * ratio();
     QTRY_VERIFY(Desktop::isLike(Desktop::seenAt(pagePoint), pageColour));
-    const QPoint clockPoint = QGuiApplication::primaryScreen()->availableGeometry().center();
+    const QScreen &screen = *QGuiApplication::primaryScreen();
+    const QPoint clockPoint = screen.availableGeometry().center() * ratio();
     Desktop::click(*part("wbnCapStartPause"));
     awaitRecording("00:00:01"_s);
     stopByKey();
     const QString file = onlyFile();
-    QCOMPARE(probeMedia(file).size(), QSize(1920, 1080));
-    for (const QPoint &point : {pagePoint, clockPoint, clockPoint + QPoint(20, 0)}) {
-        const QVector<QColor> colours = coloursAt(file, point);
-        QVERIFY(colours.size() > 10);
-        for (const QColor &colour : colours)
-            QVERIFY2(Desktop::isLike(colour, wallColour), qPrintable(colour.name()));
-    }
+    QCOMPARE(probeMedia(file).size(), screen.size() * ratio());
+    allHave(file, {pagePoint, clockPoint, clockPoint + QPoint(20, 0)}, wallColour);
 }
 
 void TestRecordPage::windowIsPicked()
@@ -295,16 +296,16 @@ void TestRecordPage::windowIsPicked()
     part("rbWindow")->click();
     Desktop::key("ctrl+alt+r");
     QTRY_VERIFY(overlay());
-    Desktop::click(other.geometry().center());
+    Desktop::click(other.geometry().center() * ratio());
     awaitRecording("00:00:01"_s);
     QCOMPARE(engine().capTarget().toUInt(), uint(other.winId()));
     QCOMPARE(part<QLineEdit>("ledtWndID")->text(), QString::number(other.winId(), 16));
     QVERIFY(!overlay());
     stopByKey();
     const QString file = onlyFile();
-    QCOMPARE(probeMedia(file).size(), QSize(300, 202));
-    for (const QColor &colour : coloursAt(file, {250, 160}))
-        QVERIFY2(Desktop::isLike(colour, "#E0A000"), qPrintable(colour.name()));
+    const QSize size = other.size() * ratio();
+    QCOMPARE(probeMedia(file).size(), QSize(size.width() & ~1, size.height() & ~1));
+    allHave(file, {{250, 160}}, "#E0A000");
 }
 
 void TestRecordPage::cancelBringsThePageBack()

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "browser/pageserver.h"
+#include "MediaKits/AppInstance/LocalStore/appdirs.h"
 #include "MediaKits/AppInstance/LocalStore/appini.h"
 #include "MediaKits/AppInstance/LocalStore/functionsettings.h"
 #include "MediaKits/FunctionPage/ScreenRecord/screencapfuncionpage.h"
@@ -7,8 +9,11 @@
 #include "support/desktop.h"
 #include "support/guisupport.h"
 #include "support/mediaprobe.h"
+#include "support/testfile.h"
+#include "support/toolrun.h"
 
 #include <QMenu>
+#include <QRegularExpression>
 #include <QStackedWidget>
 #include <QSystemTrayIcon>
 #include <QTemporaryDir>
@@ -38,9 +43,12 @@ private slots:
     void leavingAsksAndSaves();
     void rescuedOnesAreOffered();
     void lowSpaceIsTold();
+    void useIsReported();
 
 private:
     void record();
+    // Of events, as they come in.
+    QStringList reported() const;
     ScreencapFuncionPage *page() const { return m_window->findChild<ScreencapFuncionPage *>(); }
     const QSystemTrayIcon *tray() const { return m_window->findChild<QSystemTrayIcon *>(); }
     QStringList trayTexts() const
@@ -56,6 +64,7 @@ private:
     }
     QImage trayPicture() const { return tray()->icon().pixmap(64, 64).toImage(); }
 
+    PageServer m_service;
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<MainWindow> m_window;
 };
@@ -63,6 +72,10 @@ private:
 void TestRecordProgram::initTestCase()
 {
     QApplication::setQuitOnLastWindowClosed(false);
+    writeTestFile(appDir() + "/main.ini"_s,
+                  "[Service]\nevents=" + m_service.address().toUtf8() + '\n');
+    QFile::remove(appDir() + "/module"_s);
+    QVERIFY(QFile::link(builtProgram("module"_s), appDir() + "/module"_s));
     QVERIFY(Look::apply());
     AppIni::instance().setValue(AppIni::Key::PreviewShowWhenAdded, false);
     AppIni::instance().setValue(AppIni::Key::IsExitTips, false);
@@ -169,6 +182,47 @@ void TestRecordProgram::lowSpaceIsTold()
     page()->startOrStop();
     QTRY_COMPARE_WITH_TIMEOUT(engine().state(), Screencap::CapIdle, limitMs);
     QVERIFY(!remarks->text().contains("300 MB"_s));
+}
+
+QStringList TestRecordProgram::reported() const
+{
+    static const QRegularExpression pattern(
+        R"re("event":"(\w*convert\w*)","local_time_ms":\d+,"params":"\{(.*?)\}")re"_s);
+    QStringList events;
+    const QString posted = QString::fromUtf8(m_service.posted());
+    for (auto found = pattern.globalMatch(posted); found.hasNext();) {
+        const QRegularExpressionMatch match = found.next();
+        events += match.captured(1) + u' ' + match.captured(2).remove(u'\\').remove(u'"');
+    }
+    return events;
+}
+
+// What ends well is a conversion; what fails was only begun.
+void TestRecordProgram::useIsReported()
+{
+    const int before = reported().size();
+    const QString file = m_folder->filePath("file"_s);
+    writeTestFile(file);
+    engine().setOutputDir(file + "/below"_s);
+    bool isTold = false;
+    whenModal("MediaMessageBox", [&isTold](QWidget &box) {
+        isTold = child<QLabel>(box, "lblText")->text().contains("below"_s);
+        press(box, "btnOK");
+    });
+    press(*page(), "wbnCapStartPause");
+    QTRY_VERIFY_WITH_TIMEOUT(isTold, limitMs);
+    QTRY_VERIFY(!m_window->isMinimized());
+    engine().setOutputDir(m_folder->path());
+    child<QAbstractButton>(*page(), "rbFMTFLV")->click();
+    record();
+    child<QAbstractButton>(*page(), "wbnCapStop")->click();
+    QTRY_COMPARE_WITH_TIMEOUT(engine().state(), Screencap::CapIdle, limitMs);
+    const QString start =
+        "video_convert_start convert_number_mode:单个转换,current_page:屏幕录像"_s;
+    const QString facts = "input_format:SCREEN,is_convert_success:true,output_format:.flv"_s;
+    const QStringList expected{start, start, "video_convert_submit "_s + facts,
+                               "convert_success "_s + facts};
+    QTRY_COMPARE(reported().mid(before), expected);
 }
 
 QTEST_MAIN(TestRecordProgram)

@@ -32,13 +32,7 @@ private slots:
 
 private:
     void pickArea();
-    static QImage screen() { return Desktop::seen(desktop()); }
-    // Of the program's pixels, for a shot.
-    static QRect desktop()
-    {
-        return {QPoint(),
-                screenSizeInPixels() / QGuiApplication::primaryScreen()->devicePixelRatio()};
-    }
+    static QImage screen() { return Desktop::seen({QPoint(), screenSizeInPixels()}); }
     static QColor colourAt(const QImage &picture, const QPoint &native)
     {
         return picture.pixelColor(native);
@@ -64,7 +58,8 @@ void TestWindowCap::init()
     m_window->setGeometry(QRect((QPointF(600, 400) / scale).toPoint(), QSize(300, 200) / scale));
     m_window->show();
     QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
-    QTRY_VERIFY(Desktop::isLike(Desktop::seenAt(m_window->geometry().center()), "#00C060"));
+    const QPoint middle = m_window->geometry().center() * scale;
+    QTRY_VERIFY(Desktop::isLike(Desktop::seenAt(middle), "#00C060"));
     m_windowArea = {m_window->mapToGlobal(QPoint()) * scale, m_window->size() * scale};
     m_overlay = std::make_unique<WindowCapWidget>();
     m_overlay->setAttribute(Qt::WA_DeleteOnClose, false);

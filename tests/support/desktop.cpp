@@ -44,9 +44,13 @@ SystemTray::~SystemTray()
 
 QImage Desktop::seen(const QRect &area)
 {
-    return QGuiApplication::primaryScreen()
-        ->grabWindow(0, area.x(), area.y(), area.width(), area.height())
-        .toImage();
+    QScreen &screen = *QGuiApplication::primaryScreen();
+    const int ratio = int(screen.devicePixelRatio());
+    const QPoint corner = area.topLeft() / ratio;
+    const QSize size = (area.size() + QSize(ratio, ratio)) / ratio;
+    QPixmap pixels = screen.grabWindow(0, corner.x(), corner.y(), size.width(), size.height());
+    pixels.setDevicePixelRatio(1);
+    return pixels.toImage().copy({area.topLeft() - corner * ratio, area.size()});
 }
 
 QColor Desktop::seenAt(const QPoint &point)
@@ -77,7 +81,7 @@ void Desktop::click(const QWidget &widget)
     // It may yet move in its layout, and a window that has just come lies below its shadow for a
     // moment.
     const bool isMet = QTest::qWaitFor([&widget] {
-        pointTo(widget.mapToGlobal(widget.rect().center()));
+        pointTo(widget.mapToGlobal(widget.rect().center()) * widget.devicePixelRatioF());
         return widget.underMouse();
     });
     const QString folder = qEnvironmentVariable("MORVANE_SHOTS");
