@@ -17,8 +17,10 @@
 #include <QFileSystemModel>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QSystemTrayIcon>
 #include <QtTest>
 
 class TestMenus : public QObject
@@ -28,6 +30,7 @@ class TestMenus : public QObject
 private slots:
     void initTestCase();
     void menuRows();
+    void trayOpensOneDialog();
     void rowsOpenDialogs();
     void feedbackLimit();
     void feedbackSubmit();
@@ -84,6 +87,35 @@ void TestMenus::menuRows()
         const AppMenu menu(&window, contact);
         QCOMPARE(child(menu, "btnToCService")->isHidden(), !isReached);
     }
+}
+
+// The tray can be reached while a dialog is up.
+void TestMenus::trayOpensOneDialog()
+{
+    const SystemTray tray;
+    MainWindow window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    const QList<QAction *> entries =
+        window.findChild<QSystemTrayIcon *>()->contextMenu()->actions();
+    int most = 0;
+    QTimer closes;
+    connect(&closes, &QTimer::timeout, &window, [&most] {
+        const QWidgetList tops = QApplication::topLevelWidgets();
+        most = qMax(most, int(std::count_if(tops.begin(), tops.end(), [](const QWidget *top) {
+                        return top->isVisible() && top->isModal();
+                    })));
+        QApplication::activeModalWidget()->close();
+    });
+    whenModal("AboutMeDialog", [&](QWidget &) {
+        closes.start();
+        entries[0]->trigger();
+        entries[1]->trigger();
+    });
+    entries[1]->trigger();
+    closes.stop();
+    QCOMPARE(most, 1);
+    QTRY_VERIFY(window.isActiveWindow());
 }
 
 // What a row opens closes by Escape, and neither it nor the menu stays.

@@ -2,10 +2,12 @@
 #include "MediaKits/MainWindow/apptraymanager.h"
 
 #include "browser/userinfomanager.h"
+#include "controls/runmodal.h"
 #include "MediaKits/DataTracker/oskdatatracker.h"
 #include "MediaKits/MainWindow/aboutmedialog.h"
 #include "MediaKits/MainWindow/loginentry.h"
 
+#include <QApplication>
 #include <QMenu>
 
 namespace {
@@ -79,13 +81,11 @@ void AppTrayManager::tell(const QString &text)
 void AppTrayManager::addActions()
 {
     addRecordActions();
-    m_login = m_menu->addAction(tr("登录/注册"));
-    connect(m_login, &QAction::triggered, this, [this] {
+    m_login = addDialog(tr("登录/注册"), [this] {
         OskDataTracker::instance().trackTableEvent(loginPageView);
         runLogin(m_window);
     });
-    connect(m_menu->addAction(tr("关于")), &QAction::triggered, this,
-            [this] { AboutMeDialog(m_window).exec(); });
+    addDialog(tr("关于"), [this] { runModal(new AboutMeDialog(m_window)); });
     m_menu->addSeparator();
     connect(m_menu->addAction(tr("退出")), &QAction::triggered, this, &AppTrayManager::leaveChosen);
 
@@ -95,6 +95,22 @@ void AppTrayManager::addActions()
             [this](UserInfoManager::LoginState state) {
                 m_login->setVisible(state != UserInfoManager::LoggedIn);
             });
+}
+
+// The window's dialogs keep nobody from the tray: one that is up comes to the front then.
+QAction *AppTrayManager::addDialog(const QString &text, const std::function<void()> &run)
+{
+    QAction *entry = m_menu->addAction(text);
+    connect(entry, &QAction::triggered, this, [run] {
+        QWidget *dialog = QApplication::activeModalWidget();
+        if (dialog == nullptr) {
+            run();
+            return;
+        }
+        dialog->raise();
+        dialog->activateWindow();
+    });
+    return entry;
 }
 
 void AppTrayManager::connectIcon()

@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QSystemTrayIcon>
 
+#include <functional>
 #include <memory>
 
 class QAction;
@@ -44,6 +45,7 @@ signals:
 
 private:
     void addActions();
+    QAction *addDialog(const QString &text, const std::function<void()> &run);
     void addRecordActions();
     void connectIcon();
 
