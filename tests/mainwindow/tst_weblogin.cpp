@@ -122,6 +122,9 @@ void TestWebLogin::loading()
             QCOMPARE(dialog.size(), QSize(551, 320));
             QVERIFY(QTest::qWaitForWindowExposed(&dialog));
             shootScreen("login-loading");
+            // As long as nothing has come of the page.
+            const QWidget *veil = child(dialog, "loginVeil");
+            QVERIFY(byKey || !QTest::qWaitFor([veil] { return !veil->isVisible(); }, 3000));
             if (byKey)
                 Desktop::key("Escape");
             else

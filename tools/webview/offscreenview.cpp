@@ -291,5 +291,7 @@ void OffscreenView::setStartScript(const QString &script)
 
 void OffscreenView::runScript(const QString &script)
 {
-    m_engine.page->runJavaScript(m_engine.page->bridge().guarded(script));
+    // The engine would take the empty page before the first for that one.
+    if (m_engine.page->history()->count() > 0)
+        m_engine.page->runJavaScript(m_engine.page->bridge().guarded(script));
 }
