@@ -45,6 +45,11 @@ LoginBar::LoginBar(QWidget *parent) : TitleBar(parent), m_text(new QLabel(this))
     row->addWidget(close);
 }
 
+QString LoginBar::text() const
+{
+    return m_text->text();
+}
+
 void LoginBar::setText(const QString &text)
 {
     m_text->setText(text);

@@ -15,6 +15,7 @@ class LoginBar : public TitleBar
 public:
     explicit LoginBar(QWidget *parent);
 
+    QString text() const;
     void setText(const QString &text);
 
 signals:

@@ -45,8 +45,11 @@ UserInfoManager &UserInfoManager::instance()
 void UserInfoManager::setUserInfoJson(const QString &text)
 {
     const QJsonDocument document = QJsonDocument::fromJson(text.toUtf8());
-    if (document.isObject())
-        apply(document.object());
+    if (!document.isObject())
+        return;
+    // Its answer would be about the user before this one.
+    m_request.cancel();
+    apply(document.object());
 }
 
 void UserInfoManager::markLoggedIn()

@@ -15,7 +15,9 @@
 #include "MediaKits/DataTracker/volcdatatracker.h"
 #include "MediaKits/Logger/logger.h"
 
+#include <QEventLoop>
 #include <QGuiApplication>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QScreen>
@@ -29,6 +31,7 @@ constexpr int loginViewEvent = 5;
 constexpr int loginSuccessEvent = 6;
 constexpr int loginClosedEvent = 7;
 constexpr int alertMs = 4000;
+constexpr int longestAlert = 60; // characters
 // A page is shown before the last of its pictures has come.
 constexpr int veilMs = 1200;
 constexpr char isLoggedProperty[] = "isLogged";
@@ -40,20 +43,38 @@ bool isSameOrigin(const QUrl &one, const QUrl &other)
            one.port(port) == other.port(port);
 }
 
-// The user object without what would let a reader of the log log in.
+// Without what would let a reader of the log log in.
+QJsonValue masked(const QJsonValue &value)
+{
+    if (value.isArray()) {
+        QJsonArray array = value.toArray();
+        for (QJsonValueRef element : array)
+            element = masked(element);
+        return array;
+    }
+    QJsonObject object = value.toObject();
+    for (auto entry = object.begin(); entry != object.end(); ++entry) {
+        const bool isSecret = entry.key().contains(QLatin1String("token"), Qt::CaseInsensitive);
+        entry.value() = isSecret ? QJsonValue(QStringLiteral("***")) : masked(entry.value());
+    }
+    return value.isObject() ? object : value;
+}
+
 QString withoutToken(const QString &text)
 {
-    QJsonObject user = QJsonDocument::fromJson(text.toUtf8()).object();
-    const QString token = QStringLiteral("token");
-    if (user.contains(token))
-        user[token] = QStringLiteral("***");
-    return QString::fromUtf8(QJsonDocument(user).toJson(QJsonDocument::Compact));
+    const QJsonObject user = QJsonDocument::fromJson(text.toUtf8()).object();
+    return QString::fromUtf8(QJsonDocument(masked(user).toObject()).toJson(QJsonDocument::Compact));
 }
 
 } // namespace
 
 WebLoginDialog::WebLoginDialog(QWidget *parent)
-    : QDialog(parent), m_address(WebInterface::instance().loginUrl())
+    : WebLoginDialog(QUrl(WebInterface::instance().loginUrl()), parent)
+{
+}
+
+WebLoginDialog::WebLoginDialog(const QUrl &address, QWidget *parent)
+    : QDialog(parent), m_address(address)
 {
     setUpWindow();
     WebViewLibrary *library = m_address.isEmpty() ? nullptr : openWebViewLibrary();
@@ -90,21 +111,21 @@ void WebLoginDialog::setUpBrowser(WebViewLibrary &library)
     layout->addWidget(m_browser, 1);
     m_veil = new LoginVeil(this);
     for (const auto *place : {m_bar, m_veil->findChild<LoginBar *>()})
-        connect(place, &LoginBar::closeClicked, this, &QDialog::close);
+        connect(place, &LoginBar::closeClicked, this, &QDialog::reject);
 
     m_browser->setTransparent(true);
     connect(m_browser, &QMiniblinkBrowser::urlChanged, this, &WebLoginDialog::onUrlChanged);
     connect(m_browser, &QMiniblinkBrowser::loadingFinish, this, &WebLoginDialog::onLoadingFinish);
-    connect(m_browser, &QMiniblinkBrowser::alertBox, this, [this](const QString &text) {
-        Toast::showToast(text, alertMs, Toast::centred, Toast::centred, this);
-    });
+    connect(m_browser, &QMiniblinkBrowser::alertBox, this, &WebLoginDialog::onAlert);
     connect(m_browser, &QMBBrower::windowControlActivated, this, &WebLoginDialog::onWindowControl);
+    // What a page does after the end is nothing to the user.
+    connect(this, &QDialog::finished, m_browser, [this] { m_browser->disconnect(this); });
 
     m_browser->setLocalStorageFullPath(tempDir());
     m_browser->setScriptOrigin(m_address);
     m_browser->setUncheckedHosts(
         AppConfig::instance().serviceLoginUnchecked.split(QLatin1Char(','), Qt::SkipEmptyParts));
-    m_browser->loadUrl(WebInterface::instance().loginUrl());
+    m_browser->loadUrl(QString::fromLatin1(m_address.toEncoded()));
     registerEvents();
 }
 
@@ -134,7 +155,19 @@ void WebLoginDialog::setVisible(bool visible)
 void WebLoginDialog::closeFor(const LoginProblem &problem)
 {
     m_problem = problem;
-    QTimer::singleShot(0, this, &QDialog::close);
+    QTimer::singleShot(0, this, &QDialog::reject);
+}
+
+// QDialog's own would return when the window is hidden.
+int WebLoginDialog::exec()
+{
+    const QPointer<WebLoginDialog> dialog = this;
+    QEventLoop loop;
+    connect(this, &QDialog::finished, &loop, &QEventLoop::quit);
+    connect(this, &QObject::destroyed, &loop, &QEventLoop::quit);
+    show();
+    loop.exec(QEventLoop::DialogExec);
+    return dialog ? result() : Rejected;
 }
 
 void WebLoginDialog::onUrlChanged(const QString &url)
@@ -167,7 +200,16 @@ void WebLoginDialog::onLoadingFinish(const QString &, LoadingResult result,
     CLOG(ERROR, "default") << "登录页面加载失败 " << failedReason;
     if (!isLogged())
         m_problem = {LoginProblem::NoPage, failedReason};
-    close();
+    reject();
+}
+
+// The user sees whose words they are, and never more than one of them.
+void WebLoginDialog::onAlert(const QString &text)
+{
+    const QString whose = m_bar->isHidden() ? QString() : m_bar->text() + tr("：");
+    delete m_alert.data();
+    m_alert = Toast::showToast(whose + text.left(longestAlert), alertMs, Toast::centred,
+                               Toast::centred, this);
 }
 
 void WebLoginDialog::onWindowControl(int control, const QVariantList &arguments)
@@ -187,7 +229,7 @@ void WebLoginDialog::onWindowControl(int control, const QVariantList &arguments)
         hide();
         break;
     case QMBBrower::CloseWindow:
-        close();
+        reject();
         if (!isLogged())
             OskDataTracker::instance().trackTableEvent(loginClosedEvent);
         break;

@@ -1,18 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "browser/pageserver.h"
 #include "browser/qminiblinkbrowser.h"
 #include "browser/userinfomanager.h"
-#include "browser/webinterface.h"
+#include "controls/toast.h"
+#include "mainwindow/loginstage.h"
 #include "MediaKits/AppInstance/LocalStore/appdirs.h"
 #include "MediaKits/DataTracker/oskdatatracker.h"
 #include "MediaKits/DataTracker/volcdatatracker.h"
-#include "MediaKits/Logger/logger.h"
-#include "MediaKits/MainWindow/mainwindow.h"
-#include "resources/look.h"
 #include "support/desktop.h"
 #include "support/guisupport.h"
 #include "support/testfile.h"
-#include "support/toolrun.h"
 
 #include <QDesktopServices>
 #include <QtTest>
@@ -30,11 +26,6 @@ void shootScreen(const char *name)
                                                          ".png"_s);
 }
 
-bool hasEngine()
-{
-    return contentOf("/proc/self/maps"_s).contains("WebEngine");
-}
-
 } // namespace
 
 /// The login from the window's own button, with a service that it is set up for.
@@ -48,6 +39,7 @@ private slots:
     void noPage();
     void loading();
     void otherOrigin();
+    void hides();
     void login();
     void cleanupTestCase();
     void openUrl(const QUrl &url) { m_opened += url; }
@@ -66,37 +58,22 @@ private:
         point(button, button.rect().center());
     }
 
-    PageServer m_service;
-    std::unique_ptr<MainWindow> m_window;
+    PageServer &service() { return m_stage->service(); }
+    MainWindow &window() { return m_stage->window(); }
+
+    std::unique_ptr<LoginStage> m_stage;
     QList<QUrl> m_opened;
 };
 
 void TestWebLogin::initTestCase()
 {
-    QApplication::setQuitOnLastWindowClosed(false);
-    // This program lies in a folder of its own, which is the program folder of what it tests.
-    const QString service = m_service.address();
-    writeTestFile(
-        appDir() + "/main.ini"_s,
-        "[Service]\nconfiguration=%1\nuser=%1\ncollector=%1\nevents=%1\n"_s.arg(service).toUtf8());
-    QFile::remove(appDir() + "/module"_s);
-    QVERIFY(QFile::link(builtProgram("module"_s), appDir() + "/module"_s));
-    Logger::init(builtProgram("log.conf"_s), logDir());
-    QVERIFY(Look::apply());
-
-    m_service.setPage("/api/config/urls"_s, {R"({"code":0,"data":{"web":{"login":")" +
-                                             service.toUtf8() + R"(/login"}}})"});
-    WebInterface::instance();
-    m_window = std::make_unique<MainWindow>();
-    m_window->show();
-    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-    QTRY_COMPARE(WebInterface::instance().loginUrl(), service + "/login"_s);
+    m_stage = std::make_unique<LoginStage>();
 }
 
 void TestWebLogin::init()
 {
     QVERIFY(!UserInfoManager::instance().isLoggedIn());
-    QTRY_VERIFY(m_window->isActiveWindow());
+    QTRY_VERIFY(window().isActiveWindow());
 }
 
 // Presses the title bar's button; `act` gets the dialog and has to close it.
@@ -111,7 +88,7 @@ void TestWebLogin::inDialog(Act act)
         if (open && QTest::currentTestFailed())
             open->close();
     });
-    press(*m_window, "btnLogin");
+    press(window(), "btnLogin");
     QVERIFY(wasThere);
     QTRY_COMPARE(QApplication::activeModalWidget(), nullptr);
 }
@@ -120,7 +97,7 @@ void TestWebLogin::inDialog(Act act)
 void TestWebLogin::noPage()
 {
     QVERIFY(!hasEngine());
-    m_service.setPage("/login"_s, {"broken", "text/html", {}, 500});
+    service().setPage("/login"_s, {"broken", "text/html", {}, 500});
     int told = 0;
     whenModal("LoginNotice", [&](QWidget &notice) {
         ++told;
@@ -131,13 +108,13 @@ void TestWebLogin::noPage()
         });
         press(notice, "btnRetry");
     });
-    press(*m_window, "btnLogin");
+    press(window(), "btnLogin");
     QCOMPARE(told, 2);
 }
 
 void TestWebLogin::loading()
 {
-    m_service.setPage("/login"_s,
+    service().setPage("/login"_s,
                       {contentOf(QStringLiteral(LOGIN_PAGE)), "text/html", {}, 200, true});
     for (const bool byKey : {true, false}) {
         inDialog([&](QWidget &dialog) {
@@ -145,12 +122,15 @@ void TestWebLogin::loading()
             QCOMPARE(dialog.size(), QSize(551, 320));
             QVERIFY(QTest::qWaitForWindowExposed(&dialog));
             shootScreen("login-loading");
+            // As long as nothing has come of the page.
+            const QWidget *veil = child(dialog, "loginVeil");
+            QVERIFY(byKey || !QTest::qWaitFor([veil] { return !veil->isVisible(); }, 3000));
             if (byKey)
                 Desktop::key("Escape");
             else
                 pressClose(*child(dialog, "loginVeil"));
         });
-        QTRY_VERIFY(m_window->isActiveWindow());
+        QTRY_VERIFY(window().isActiveWindow());
     }
     QVERIFY(!UserInfoManager::instance().isLoggedIn());
 }
@@ -160,8 +140,9 @@ void TestWebLogin::otherOrigin()
 {
     const PageServer other({{"/"_s,
                              {"<body style='background:#eee'><script>document.title = typeof "
-                              "external.SetUserInfo</script>"}}});
-    m_service.setPage("/login"_s,
+                              "external.SetUserInfo;"
+                              "for (let i = 0; i < 50; ++i) alert(i)</script>"}}});
+    service().setPage("/login"_s,
                       {"", "text/html", "Location: " + other.address("/"_s).toUtf8(), 302});
     inDialog([&](QWidget &dialog) {
         auto *browser = child<QMiniblinkBrowser>(dialog, "mb");
@@ -170,6 +151,11 @@ void TestWebLogin::otherOrigin()
         QTRY_VERIFY(!child(dialog, "loginVeil")->isVisible());
         QTRY_COMPARE(child(dialog, "mb")->y(), 44);
         QTRY_COMPARE(screenPart(*browser).pixelColor(300, 200), QColor(0xEE, 0xEE, 0xEE));
+        // Not the program's own words, and never more than the last.
+        QTRY_COMPARE(toastText(), "127.0.0.1：49"_s);
+        const auto toasts = dialog.findChildren<Toast *>();
+        QCOMPARE(toasts.size(), 1);
+        delete toasts.first();
         shootScreen("login-other");
         const QWidget *bar = child(dialog, "loginBar");
         QVERIFY(bar->findChild<QLabel *>()->text().contains("127.0.0.1"_s));
@@ -177,9 +163,31 @@ void TestWebLogin::otherOrigin()
     });
 }
 
+// A page may hide its window for a while; who asks for the login meanwhile has it back.
+void TestWebLogin::hides()
+{
+    service().setPage("/login"_s,
+                      {"<script>external.HideWindow(); setTimeout(() => {"
+                       "external.SetWindowSize(400, 300); external.ShowWindow();"
+                       "setTimeout(() => { external.HideWindow(); document.title = 'gone' }, 500);"
+                       "}, 500)</script>"});
+    inDialog([&](QWidget &dialog) {
+        const QPointer<QWidget> open = &dialog;
+        QSignalSpy titles(child<QMiniblinkBrowser>(dialog, "mb"), &QMiniblinkBrowser::titleChanged);
+        QTRY_VERIFY(!open || !dialog.isVisible());
+        QTRY_VERIFY(!open || dialog.isVisible());
+        QTRY_VERIFY(!open || titles.contains({"gone"_s}));
+        QVERIFY(open && !dialog.isVisible());
+        press(window(), "btnLogin");
+        QVERIFY(dialog.isVisible());
+        QCOMPARE(dialog.size(), QSize(400, 300));
+        dialog.close();
+    });
+}
+
 void TestWebLogin::login()
 {
-    m_service.setPage("/login"_s, {contentOf(QStringLiteral(LOGIN_PAGE))});
+    service().setPage("/login"_s, {contentOf(QStringLiteral(LOGIN_PAGE))});
     for (const char *scheme : {"https", "file", "mailto", "javascript"})
         QDesktopServices::setUrlHandler(QLatin1String(scheme), this, "openUrl");
     // Closed by the page, then used.
@@ -195,7 +203,7 @@ void TestWebLogin::login()
                 [&told](const QString &title) { told = title; });
         QTRY_VERIFY(told.contains(u'|'));
         QTRY_VERIFY(!child(dialog, "loginVeil")->isVisible());
-        const QRect middle(m_window->mapToGlobal(QPoint()), m_window->size());
+        const QRect middle(window().mapToGlobal(QPoint()), window().size());
         QVERIFY((dialog.geometry().center() - middle.center()).manhattanLength() <= 4);
         QVERIFY(!UserInfoManager::instance().isLoggedIn());
         point(dialog, {200, 100});
@@ -216,21 +224,21 @@ void TestWebLogin::login()
     QCOMPARE(m_opened, QList<QUrl>({QUrl("https://example.org/a?b=1"_s),
                                     QUrl("https://example.org/a?b=1"_s)}));
 
-    QCOMPARE(child<QLabel>(*m_window, "lblUser")->text(), "Morvan"_s);
-    QVERIFY(child(*m_window, "lblUser")->isVisible());
-    QVERIFY(!child(*m_window, "btnLogin")->isVisible());
+    QCOMPARE(child<QLabel>(window(), "lblUser")->text(), "Morvan"_s);
+    QVERIFY(child(window(), "lblUser")->isVisible());
+    QVERIFY(!child(window(), "btnLogin")->isVisible());
     const QString store = dataDir() + "/UserInfo.json"_s;
     QCOMPARE(contentOf(store), QByteArray(R"({"userinfo":{"id":"77","token":"geheim"}})"));
     QCOMPARE(QFile::permissions(store) & QFile::Permissions(0x77), QFile::Permissions());
-    shoot(*m_window, "logged-in");
+    shoot(window(), "logged-in");
 }
 
 void TestWebLogin::cleanupTestCase()
 {
-    m_window.reset();
+    m_stage->end();
     OskDataTracker::instance().stop(std::chrono::seconds(5));
     VolcDataTracker::instance().stop(std::chrono::seconds(5));
-    const QString posted = QString::fromUtf8(m_service.posted());
+    const QString posted = QString::fromUtf8(service().posted());
     QStringList codes;
     auto matches = QRegularExpression("(denglu[a-z]*|app登录)\""_s).globalMatch(posted);
     while (matches.hasNext())

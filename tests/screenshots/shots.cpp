@@ -33,6 +33,7 @@
 #include "MediaKits/MainWindow/feedbackdialog.h"
 #include "MediaKits/Player/mediapreviewwnd.h"
 #include "screenshots/editorshots.h"
+#include "screenshots/loginshots.h"
 #include "screenshots/recordshots.h"
 #include "screenshots/stage.h"
 #include "support/utf8.h"
@@ -250,6 +251,7 @@ void showToast(Stage &stage)
 const QVector<Shot> &allShots()
 {
     static const QVector<Shot> shots =
+        loginShots() +
         QVector<Shot>{
             {"home"_s, [](Stage &) {}},
             {"menu"_s, [](Stage &stage) { stage.press("btnMore"); }},

@@ -29,6 +29,7 @@ private slots:
     void programThatDoesNotStart();
     void patience();
     void killedAtAnyInstant();
+    void killedWithOneThatCannotBegin();
     void fullDisk();
     void leavesOthersAlone();
     void killedBeforeTheFirstStart();
@@ -90,7 +91,8 @@ void TestUpdater::packOneThatHangs() const
     QDir(path("next")).removeRecursively();
     writeTestFile(path("hangs"));
     makeInstallation(path("next/morvane"), "new",
-                     "exec tail -f '" + QFile::encodeName(path("hangs")) + "' >/dev/null");
+                     "[ \"$1\" = --preuninst ] || exec tail -f '" +
+                         QFile::encodeName(path("hangs")) + "' >/dev/null");
     packFolder(path("next/morvane"), appNumber() + 1, path("package"));
 }
 
@@ -124,7 +126,8 @@ void TestUpdater::installs()
     QCOMPARE(besideInstallation(), QStringList({"morvane"_s, "ran"_s}));
     QCOMPARE(contentOf(QFileInfo(m_install).path() + "/ran"_s), QByteArray("new\n"));
 
-    const QByteArray program = "#!/bin/sh\n: >\"$MORVANE_UPDATE_STARTED\"\n";
+    const QByteArray program = "#!/bin/sh\n"
+                               "[ \"$1\" = --preuninst ] || : >\"$MORVANE_UPDATE_STARTED\"\n";
     QFile::remove(path("package"));
     writeTestFile(path("package"), packageOf(archiveOf({{"morvane", program, 'f', 0755},
                                                         {"updater", program, 'f', 0755},
@@ -255,7 +258,7 @@ void TestUpdater::killedAtAnyInstant()
         updater.setProcessEnvironment(environmentWith(environment()));
         updater.start(m_updater, words());
         QVERIFY(updater.waitForStarted());
-        QTest::qSleep(QRandomGenerator::global()->bounded(usualMs + 20));
+        QTest::qSleep(1 + QRandomGenerator::global()->bounded(usualMs + 20));
         updater.kill();
         updater.waitForFinished();
         const QByteArray version = versionOf(m_install);
@@ -268,6 +271,30 @@ void TestUpdater::killedAtAnyInstant()
     QCOMPARE(update().exitCode, 0);
     QCOMPARE(versionOf(m_install), QByteArray("new"));
     QVERIFY(!QFileInfo::exists(updateWorkFolder(m_install)));
+}
+
+// Nobody could take that back: so it is in its place at no instant.
+void TestUpdater::killedWithOneThatCannotBegin()
+{
+    QDir(path("next")).removeRecursively();
+    makeInstallation(path("next/morvane"), "new", "exec /missing/interpreter");
+    packFolder(path("next/morvane"), appNumber() + 1, path("package"));
+    QElapsedTimer whole;
+    whole.start();
+    QCOMPARE(update().exitCode, 1);
+    const int usualMs = int(whole.elapsed());
+    for (int round = 0; round < 20; ++round) {
+        QProcess updater;
+        updater.setProcessEnvironment(environmentWith(environment()));
+        updater.start(m_updater, words());
+        QVERIFY(updater.waitForStarted());
+        // Its last part is the one that counts.
+        QTest::qSleep(usualMs / 2 + QRandomGenerator::global()->bounded(usualMs / 2));
+        updater.kill();
+        updater.waitForFinished();
+        QCOMPARE(versionOf(m_install), QByteArray("old"));
+        QCOMPARE(runTool(m_install + "/morvane"_s, {}).exitCode, 0);
+    }
 }
 
 // On a small file system of its own, where the new version doesn't fit beside the old one.

@@ -95,7 +95,10 @@ void makeInstallation(const QString &folder, const QByteArray &version,
                       const QByteArray &startsWith)
 {
     writeTestProgram(folder + "/morvane"_s,
-                     startsWith + "\nprintf '" + version +
+                     startsWith +
+                         "\n[ \"$1\" != --preuninst ] || exit 0"
+                         "\nprintf '" +
+                         version +
                          "\\n' >>\"$(dirname \"$0\")/../ran\"\n"
                          "[ -z \"$MORVANE_UPDATE_UNFIT\" ] || : >\"$(dirname \"$0\")/../unfit\"\n"
                          "[ -z \"$MORVANE_UPDATE_FAILED\" ] ||"

@@ -30,7 +30,8 @@ ToolRun runPack(const QString &folder, int version, const QString &package);
 void packFolder(const QString &folder, int version, const QString &package);
 
 /// Makes an installed folder whose program tells its version to the file "ran" beside it and that
-/// it has started, and which holds some hundred files with that version in them.
+/// it has started, unless it is only to begin and end, and which holds some hundred files with that
+/// version in them.
 /// @param startsWith the program's own lines before that
 void makeInstallation(const QString &folder, const QByteArray &version,
                       const QByteArray &startsWith = {});

@@ -156,8 +156,7 @@ QString Installation::prepare(const QString &package, const QString &program)
 
 QString Installation::checkPrograms(const QString &program)
 {
-    const QString programs[] = {newFolder() + program.mid(m_folder.size()),
-                                newFolder() + QLatin1String("/updater")};
+    const QString programs[] = {otherProgram(program), newFolder() + QLatin1String("/updater")};
     for (const QString &path : programs) {
         m_isPackageUnfit = !isProgram(path);
         if (m_isPackageUnfit)
@@ -221,6 +220,11 @@ void Installation::tidy()
         QFile::remove(m_work);
     else if (work.isDir())
         QDir(m_work).removeRecursively();
+}
+
+QString Installation::otherProgram(const QString &program) const
+{
+    return newFolder() + program.mid(m_folder.size());
 }
 
 QString Installation::newFolder() const

@@ -18,6 +18,10 @@ public:
     /// A package that would fail again is unfit.
     QString prepare(const QString &package, const QString &program);
 
+    /// The one of two versions' same program that isn't in its place.
+    /// @param program as for prepare()
+    QString otherProgram(const QString &program) const;
+
     /// Lets old and new change places, at first and, by a second call, back.
     QString exchange();
 

@@ -9,27 +9,41 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-// QProcess would either end the program with its object or not tell whether it still runs.
 ProgramStart::ProgramStart(const QString &program, const char *name, const QByteArray &value)
 {
     if (!value.isEmpty())
         qputenv(name, value);
+    start(program, {});
+    qunsetenv(name);
+}
+
+ProgramStart::ProgramStart(const QString &program, const QByteArray &option)
+{
+    start(program, option);
+}
+
+// QProcess would either end the program with its object or not tell whether it still runs.
+void ProgramStart::start(const QString &program, QByteArray option)
+{
     posix_spawnattr_t attributes;
     ::posix_spawnattr_init(&attributes);
     ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID);
     QByteArray path = QFile::encodeName(program);
-    char *const arguments[] = {path.data(), nullptr};
+    char *const arguments[] = {path.data(), option.isEmpty() ? nullptr : option.data(), nullptr};
     pid_t pid = -1;
     if (::posix_spawn(&pid, path.constData(), nullptr, &attributes, arguments, environ) == 0)
         m_pid = pid;
     ::posix_spawnattr_destroy(&attributes);
-    qunsetenv(name);
 }
 
 bool ProgramStart::isRunning()
 {
-    if (m_pid > 0 && ::waitpid(m_pid, nullptr, WNOHANG) != 0)
+    int status = -1;
+    const pid_t ended = m_pid > 0 ? ::waitpid(m_pid, &status, WNOHANG) : 0;
+    if (ended != 0)
         m_pid = -1;
+    if (ended > 0)
+        m_hasEndedWell = WIFEXITED(status) && WEXITSTATUS(status) == 0;
     return m_pid > 0;
 }
 

@@ -26,14 +26,10 @@ Update::Outcome Update::run()
     }
     if (m_installation.isOnTrial())
         return goBack(false);
-    m_error = m_installation.prepare(m_arguments.package, m_arguments.program);
-    if (m_error.isEmpty()) {
-        m_error = m_installation.exchange();
-        if (!m_error.isEmpty())
-            m_installation.tidy();
-    }
+    bool isUnfit = false;
+    m_error = replace(isUnfit);
     if (!m_error.isEmpty()) {
-        startOld(m_installation.isPackageUnfit());
+        startOld(isUnfit);
         return Outcome::Refused;
     }
     if (startsWell()) {
@@ -41,6 +37,32 @@ Update::Outcome Update::run()
         return Outcome::Installed;
     }
     return goBack(true);
+}
+
+QString Update::replace(bool &isPackageUnfit)
+{
+    QString error = m_installation.prepare(m_arguments.package, m_arguments.program);
+    isPackageUnfit = m_installation.isPackageUnfit();
+    if (!error.isEmpty())
+        return error;
+    isPackageUnfit = !canBegin();
+    error = isPackageUnfit ? Texts::tr("新版本无法启动") : m_installation.exchange();
+    if (!error.isEmpty())
+        m_installation.tidy();
+    return error;
+}
+
+// Before it is in its place: one that can't even begin would never bring the old one back, should
+// this program be killed after the exchange.
+bool Update::canBegin()
+{
+    // It opens the display and ends at once, in every version.
+    ProgramStart trial(m_installation.otherProgram(m_arguments.program), "--preuninst");
+    const QDeadlineTimer deadline(m_patience.forStart);
+    while (trial.isRunning() && !deadline.hasExpired())
+        QThread::msleep(lookIntervalMs);
+    trial.kill();
+    return trial.hasEndedWell();
 }
 
 Update::Outcome Update::goBack(bool isPackageUnfit)

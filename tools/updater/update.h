@@ -36,6 +36,8 @@ public:
 
 private:
     bool awaitEnd();
+    QString replace(bool &isPackageUnfit);
+    bool canBegin();
     bool startsWell();
     Outcome goBack(bool isPackageUnfit);
     void startOld(bool isPackageUnfit);

@@ -7,9 +7,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QImage>
-#include <QKeyEvent>
 #include <QPaintEvent>
-#include <QTimer>
 #include <QWebEngineHistory>
 #include <QWebEngineProfile>
 #include <QWebEngineSettings>
@@ -17,7 +15,6 @@
 #include <QWindow>
 
 #include <algorithm>
-#include <memory>
 
 namespace {
 
@@ -53,40 +50,25 @@ QWidget *enginesPopup()
     return found == windows.end() ? nullptr : *found;
 }
 
-struct Engine
-{
-    void end()
-    {
-        view.reset();
-        page.reset();
-        profile.reset();
-    }
-
-    std::unique_ptr<QWebEngineProfile> profile;
-    std::unique_ptr<Page> page;
-    std::unique_ptr<QWebEngineView> view;
-};
-
 } // namespace
 
-OffscreenView::OffscreenView(WebViewClient &client)
-    : m_client(client),
-      m_profile(std::make_unique<QWebEngineProfile>(QStringLiteral("login"))),
-      m_page(std::make_unique<Page>(*m_profile, client)),
-      m_view(std::make_unique<QWebEngineView>())
+OffscreenView::OffscreenView(WebViewClient &client) : m_client(client)
 {
+    m_engine.profile = std::make_unique<QWebEngineProfile>(QStringLiteral("login"));
+    m_engine.page = std::make_unique<Page>(*m_engine.profile, client);
+    m_engine.view = std::make_unique<QWebEngineView>();
     // Only what a page stores itself outlives the view.
-    m_profile->setHttpCacheType(QWebEngineProfile::MemoryHttpCache);
-    m_profile->setPersistentCookiesPolicy(QWebEngineProfile::NoPersistentCookies);
-    m_profile->setHttpAcceptLanguage(QStringLiteral("zh-CN,zh;q=0.9"));
-    m_view->setPage(m_page.get());
-    m_view->setAttribute(Qt::WA_DontShowOnScreen);
-    m_view->setContextMenuPolicy(Qt::PreventContextMenu);
-    m_view->show();
+    m_engine.profile->setHttpCacheType(QWebEngineProfile::MemoryHttpCache);
+    m_engine.profile->setPersistentCookiesPolicy(QWebEngineProfile::NoPersistentCookies);
+    m_engine.profile->setHttpAcceptLanguage(QStringLiteral("zh-CN,zh;q=0.9"));
+    m_engine.view->setPage(m_engine.page.get());
+    m_engine.view->setAttribute(Qt::WA_DontShowOnScreen);
+    m_engine.view->setContextMenuPolicy(Qt::PreventContextMenu);
+    m_engine.view->show();
     // Whatever is told first of another document.
-    connect(m_page.get(), &QWebEnginePage::urlChanged, this, &OffscreenView::follow);
-    connect(m_page.get(), &QWebEnginePage::loadProgress, this, &OffscreenView::follow);
-    connect(m_page.get(), &QWebEnginePage::loadFinished, this, &OffscreenView::follow);
+    connect(m_engine.page.get(), &QWebEnginePage::urlChanged, this, &OffscreenView::follow);
+    connect(m_engine.page.get(), &QWebEnginePage::loadProgress, this, &OffscreenView::follow);
+    connect(m_engine.page.get(), &QWebEnginePage::loadFinished, this, &OffscreenView::follow);
     follow();
 }
 
@@ -96,25 +78,20 @@ OffscreenView::~OffscreenView()
 {
     if (m_surface)
         m_surface->removeEventFilter(this);
-    m_page->fallSilent();
-    // The engine calls what is gone when its view goes before its list.
-    if (const QWidget *popup = m_surface ? enginesPopup() : nullptr) {
-        QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
-        QCoreApplication::sendEvent(m_surface, &escape);
-        const auto kept = std::make_shared<Engine>(
-            Engine{std::move(m_profile), std::move(m_page), std::move(m_view)});
-        connect(popup, &QObject::destroyed, kept->view.get(),
-                [kept] { QTimer::singleShot(0, qApp, [kept] { kept->end(); }); });
-    }
+    m_engine.page->disconnect(this);
+    m_engine.page->fallSilent();
+    QWidget *list = m_surface ? enginesPopup() : nullptr;
     m_surface = nullptr;
     m_input.setTarget(nullptr);
-    m_view.reset();
+    if (list != nullptr)
+        new EndingView(std::move(m_engine), *list);
+    m_engine.view.reset();
 }
 
 // The engine has another surface for each of its processes.
 void OffscreenView::follow()
 {
-    QWidget *surface = m_view->focusProxy();
+    QWidget *surface = m_engine.view->focusProxy();
     if (surface == m_surface || surface == nullptr)
         return;
     m_surface = surface;
@@ -124,7 +101,8 @@ void OffscreenView::follow()
 
 bool OffscreenView::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == m_surface && event->type() == QEvent::Paint)
+    // Painting it for the client changes nothing.
+    if (watched == m_surface && event->type() == QEvent::Paint && !m_isPainting)
         m_client.onPaintUpdated(QRect(QPoint(), m_size));
     if (watched == m_surface && event->type() == QEvent::CursorChange)
         m_client.onCursorChanged();
@@ -133,35 +111,35 @@ bool OffscreenView::eventFilter(QObject *watched, QEvent *event)
 
 void OffscreenView::setUserAgent(const QByteArray &agent)
 {
-    m_profile->setHttpUserAgent(QString::fromUtf8(agent));
+    m_engine.profile->setHttpUserAgent(QString::fromUtf8(agent));
 }
 
 void OffscreenView::setLocalStorageFullPath(const QString &path)
 {
-    m_profile->setPersistentStoragePath(path);
-    m_page->settings()->setAttribute(QWebEngineSettings::LocalStorageEnabled, true);
+    m_engine.profile->setPersistentStoragePath(path);
+    m_engine.page->settings()->setAttribute(QWebEngineSettings::LocalStorageEnabled, true);
 }
 
 void OffscreenView::setScriptOrigin(const QUrl &address)
 {
-    m_page->bridge().setOrigin(address);
-    m_page->injectBridge();
+    m_engine.page->bridge().setOrigin(address);
+    m_engine.page->injectBridge();
 }
 
 void OffscreenView::setUncheckedHosts(const QStringList &hosts)
 {
-    m_page->setUncheckedHosts(hosts);
+    m_engine.page->setUncheckedHosts(hosts);
 }
 
 void OffscreenView::loadUrl(const QByteArray &url)
 {
-    m_page->loadWebPage(QUrl::fromEncoded(url));
+    m_engine.page->loadWebPage(QUrl::fromEncoded(url));
 }
 
 void OffscreenView::loadFile(const QByteArray &path)
 {
     const QUrl address = QUrl::fromLocalFile(QString::fromUtf8(path));
-    m_page->loadFile(address);
+    m_engine.page->loadFile(address);
 }
 
 void OffscreenView::loadHtml(const QByteArray &html)
@@ -171,83 +149,85 @@ void OffscreenView::loadHtml(const QByteArray &html)
 
 void OffscreenView::loadHtmlWithBaseUrl(const QByteArray &html, const QByteArray &baseUrl)
 {
-    m_page->loadHtml(QString::fromUtf8(html), QUrl::fromEncoded(baseUrl));
+    m_engine.page->loadHtml(QString::fromUtf8(html), QUrl::fromEncoded(baseUrl));
 }
 
 void OffscreenView::goBack()
 {
-    m_page->triggerAction(QWebEnginePage::Back);
+    m_engine.page->triggerAction(QWebEnginePage::Back);
 }
 
 bool OffscreenView::canGoForward() const
 {
-    return m_page->history()->canGoForward();
+    return m_engine.page->history()->canGoForward();
 }
 
 void OffscreenView::goForward()
 {
-    m_page->triggerAction(QWebEnginePage::Forward);
+    m_engine.page->triggerAction(QWebEnginePage::Forward);
 }
 
 void OffscreenView::stopLoading()
 {
-    m_page->stopLoading();
+    m_engine.page->stopLoading();
 }
 
 void OffscreenView::reload()
 {
-    m_page->triggerAction(QWebEnginePage::Reload);
+    m_engine.page->triggerAction(QWebEnginePage::Reload);
 }
 
 bool OffscreenView::isLoading() const
 {
-    return m_page->isLoading();
+    return m_engine.page->isLoading();
 }
 
 bool OffscreenView::isDocumentReady() const
 {
-    return m_page->hasBegun();
+    return m_engine.page->hasBegun();
 }
 
 void OffscreenView::resize(int width, int height)
 {
     m_size = QSize(width, height);
-    const qreal scale = m_view->devicePixelRatioF();
-    m_view->resize(qRound(width / scale), qRound(height / scale));
+    const qreal scale = m_engine.view->devicePixelRatioF();
+    m_engine.view->resize(qRound(width / scale), qRound(height / scale));
 }
 
 void OffscreenView::setPlace(const QPoint &place)
 {
-    if (place == m_view->pos())
+    if (place == m_engine.view->pos())
         return;
-    m_view->move(place);
+    m_engine.view->move(place);
     // The window of a widget that isn't shown doesn't follow it.
-    if (QWindow *window = m_view->windowHandle())
+    if (QWindow *window = m_engine.view->windowHandle())
         window->setPosition(place);
 }
 
 void OffscreenView::setDirty()
 {
-    m_view->update();
+    m_engine.view->update();
 }
 
 void OffscreenView::paint(void *bits)
 {
     QImage picture(static_cast<uchar *>(bits), m_size.width(), m_size.height(),
                    QImage::Format_ARGB32);
-    picture.setDevicePixelRatio(m_view->devicePixelRatioF());
+    picture.setDevicePixelRatio(m_engine.view->devicePixelRatioF());
     picture.fill(Qt::transparent);
-    m_view->render(&picture, {}, {}, QWidget::DrawChildren);
+    m_isPainting = true;
+    m_engine.view->render(&picture, {}, {}, QWidget::DrawChildren);
+    m_isPainting = false;
 }
 
 void OffscreenView::setTransparent(bool isTransparent)
 {
-    m_page->setBackgroundColor(isTransparent ? Qt::transparent : Qt::white);
+    m_engine.page->setBackgroundColor(isTransparent ? Qt::transparent : Qt::white);
 }
 
 bool OffscreenView::isTransparent() const
 {
-    return m_page->backgroundColor().alpha() == 0;
+    return m_engine.page->backgroundColor().alpha() == 0;
 }
 
 int OffscreenView::cursorInfoType() const
@@ -300,16 +280,18 @@ void OffscreenView::killFocus()
 
 void OffscreenView::bindFunction(const QString &name, int, const ScriptFunction &function)
 {
-    m_page->bridge().bind(name, function);
+    m_engine.page->bridge().bind(name, function);
 }
 
 void OffscreenView::setStartScript(const QString &script)
 {
-    m_page->bridge().setStartScript(script);
-    m_page->injectBridge();
+    m_engine.page->bridge().setStartScript(script);
+    m_engine.page->injectBridge();
 }
 
 void OffscreenView::runScript(const QString &script)
 {
-    m_page->runJavaScript(m_page->bridge().guarded(script));
+    // The engine would take the empty page before the first for that one.
+    if (m_engine.page->history()->count() > 0)
+        m_engine.page->runJavaScript(m_engine.page->bridge().guarded(script));
 }

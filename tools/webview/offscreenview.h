@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "webview/endingview.h"
 #include "webview/inputevents.h"
-
-class Page;
-class QWebEngineProfile;
-class QWebEngineView;
 
 /// A view of the engine in a window that is never on the screen.
 class OffscreenView : public QObject, public WebView
@@ -58,11 +55,9 @@ private:
     void follow();
 
     WebViewClient &m_client;
-    // A page goes before its profile, and a view before its page.
-    std::unique_ptr<QWebEngineProfile> m_profile;
-    std::unique_ptr<Page> m_page;
-    std::unique_ptr<QWebEngineView> m_view;
+    EngineParts m_engine;
     InputEvents m_input;
     QPointer<QWidget> m_surface; // draws the page; the engine changes it at times
     QSize m_size;
+    bool m_isPainting = false;
 };

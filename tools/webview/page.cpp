@@ -65,10 +65,11 @@ Page::Page(QWebEngineProfile &profile, WebViewClient &client)
         m_failedReason.clear();
     });
     connect(this, &QWebEnginePage::loadFinished, this, &Page::onLoadFinished);
-    connect(this, &QWebEnginePage::renderProcessTerminated, this, [this](auto status) {
-        if (status == NormalTerminationStatus)
-            return;
-        m_client.onLoadingFinished(url().toString(), LoadFailed, tr("网页意外中止"));
+    // Whatever the engine takes its end for: it may have lost who would know.
+    connect(this, &QWebEnginePage::renderProcessTerminated, this, [this] {
+        const QString reason = m_hasBegun ? tr("网页意外中止")
+                                          : tr("网页的进程没有启动，如果重试无效，请重新启动程序");
+        m_client.onLoadingFinished(url().toString(), LoadFailed, reason);
     });
 }
 

@@ -12,6 +12,7 @@ namespace {
 constexpr int loginClickEvent = 8;
 
 bool open = false;
+QPointer<WebLoginDialog> current;
 
 // What keeps a login page from being shown at all: a window for it would only flash.
 LoginProblem obstacle()
@@ -29,12 +30,10 @@ LoginProblem runDialog(QWidget *parent)
     const LoginProblem problem = obstacle();
     if (problem.kind != LoginProblem::None)
         return problem;
-    const QPointer<WebLoginDialog> dialog = new WebLoginDialog(parent);
-    dialog->exec();
-    if (!dialog)
-        return {};
-    const LoginProblem met = dialog->problem();
-    delete dialog.data();
+    current = new WebLoginDialog(parent);
+    current->exec();
+    const LoginProblem met = current ? current->problem() : LoginProblem();
+    delete current.data();
     return met;
 }
 
@@ -42,8 +41,14 @@ LoginProblem runDialog(QWidget *parent)
 
 void runLogin(QWidget *parent)
 {
-    if (open)
+    if (open) {
+        // The page may have hidden it.
+        if (current) {
+            current->show();
+            current->activateWindow();
+        }
         return;
+    }
     open = true;
     OskDataTracker::instance().trackTableEvent(loginClickEvent);
     const QPointer<QWidget> window = parent;
