@@ -148,7 +148,7 @@ void WebLoginDialog::setVisible(bool visible)
     const bool hadKeyboard = !visible && isActiveWindow();
     QDialog::setVisible(visible);
     if (hadKeyboard)
-        DialogFrame::giveKeyboardBack(*this);
+        DialogFrame::giveInputBack(*this);
 }
 
 // By the event loop: the dialog may be about to be run.

@@ -7,6 +7,7 @@
 #include "platform/windowmanager.h"
 
 #include <QApplication>
+#include <QCursor>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
@@ -14,12 +15,39 @@
 #include <QTimer>
 #include <QVariant>
 #include <QVBoxLayout>
+#include <QWindow>
 
 namespace {
 constexpr int border = 1;
 constexpr int titleHeight = 44;
 constexpr int settleMs = 200;
 constexpr QRgb borderColour = 0xFFE0E0E0;
+
+// Qt hears of the pointer when it comes into a window; one that was barred then missed it, and what
+// the pointer comes to first wouldn't look so.
+void tellOfPointer(QWidget &window)
+{
+    const QPoint point = QCursor::pos();
+    const QWidget *under = QApplication::widgetAt(point);
+    if (window.underMouse() || under == nullptr || under->window() != &window)
+        return;
+    const QPoint inside = window.mapFromGlobal(point);
+    QEnterEvent enter(inside, inside, point);
+    QCoreApplication::sendEvent(window.windowHandle(), &enter);
+}
+
+// Now and then the window manager gives the keyboard to nobody, or Qt misses that the window has it
+// again: it would be dead until a click.
+void tellOfKeyboard(QWidget &window)
+{
+    if (QApplication::activeWindow() != nullptr)
+        return;
+    if (hasInputFocus(window.winId()))
+        QApplication::setActiveWindow(&window);
+    else
+        window.activateWindow();
+}
+
 } // namespace
 
 DialogFrame::DialogFrame(QWidget *parent) : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint)
@@ -87,27 +115,27 @@ void DialogFrame::setVisible(bool visible)
 {
     if (visible && !isVisible())
         boundToScreen(*this);
-    // While it is being hidden, nothing is active any more.
-    const bool hadKeyboard = !visible && isActiveWindow();
+    // While it is being hidden, nothing is active any more. One that isn't on the screen has never
+    // been, but what would have had the keyboard meanwhile hasn't got it.
+    const bool hadKeyboard =
+        !visible && (isActiveWindow() || testAttribute(Qt::WA_DontShowOnScreen));
     QDialog::setVisible(visible);
     if (hadKeyboard)
-        giveKeyboardBack(*this);
+        giveInputBack(*this);
 }
 
-// Now and then the window manager gives the keyboard to nobody, or Qt misses that the window below
-// has it again: it would be dead until a click.
-void DialogFrame::giveKeyboardBack(const QWidget &hidden)
+void DialogFrame::giveInputBack(const QWidget &hidden)
 {
     QWidget *below = hidden.parentWidget() ? hidden.parentWidget()->window() : nullptr;
     if (below == nullptr)
         return;
     QTimer::singleShot(settleMs, below, [below] {
-        if (!below->isVisible() || QApplication::activeWindow() != nullptr)
+        const QWidget *modal = QApplication::activeModalWidget();
+        const bool isBarred = modal != nullptr && modal != below;
+        if (!below->isVisible() || isBarred)
             return;
-        if (hasInputFocus(below->winId()))
-            QApplication::setActiveWindow(below);
-        else
-            below->activateWindow();
+        tellOfPointer(*below);
+        tellOfKeyboard(*below);
     });
 }
 

@@ -216,9 +216,11 @@ private slots:
                 const auto act = [&] { press(*test.page, qPrintable(action)); };
                 if (running && action == "btnMerge"_s) {
                     QVERIFY(!askedBy(act, "btnCancel").isEmpty());
-                    QVERIFY(!askedBy([&] { press(*test.rowWidget(0), "btnDel"); }, "btnCancel")
-                                 .isEmpty());
+                    for (const char *change : {"btnDel", "btnDown"})
+                        QVERIFY(!askedBy([&] { press(*test.rowWidget(0), change); }, "btnCancel")
+                                     .isEmpty());
                     QCOMPARE(test.list()->count(), 2);
+                    QCOMPARE(test.text(0, "lblInputName"), QFileInfo(m_long).fileName());
                     QCOMPARE(task->state(), MediaTask::RUNNING);
                 }
                 if (running)

@@ -6,6 +6,7 @@
 #include "support/toolrun.h"
 
 #include <QLabel>
+#include <QLineEdit>
 #include <QSpinBox>
 #include <QStackedWidget>
 #include <QTimeEdit>
@@ -230,6 +231,23 @@ private slots:
         Desktop::order("windowactivate", *preview());
         Desktop::click(*child(*preview(), "btnClose"));
         QTRY_VERIFY(!preview());
+    }
+
+    // What is typed while a film is finished stays text.
+    void previewLeavesTheKeyboard()
+    {
+        const QWidget *row = addFilm("btnConverter");
+        QVERIFY(row);
+        auto *field = child<QLineEdit>(m_program.currentPage(), "ledtCustomPath");
+        const QString folder = field->text();
+        Desktop::click(*child(*row, "btnConvert"));
+        Desktop::click(*field);
+        QTRY_VERIFY(field->hasFocus());
+        QTRY_VERIFY_WITH_TIMEOUT((Desktop::type("a"_s), preview()), 4 * ProgramInUse::limitMs);
+        ProgramInUse::awaitFilm(*preview());
+        Desktop::type("bcd"_s);
+        QTRY_VERIFY2(field->text().contains("abcd"_s), qPrintable(field->text()));
+        field->setText(folder);
     }
 
     void questionComesBeforeThePreview()

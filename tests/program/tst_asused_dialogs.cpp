@@ -62,6 +62,26 @@ private slots:
     void cleanupTestCase() { m_program.leave(); }
     void cleanup() { m_program.tidy(); }
 
+    // The import that follows the choice gives the keyboard back.
+    void filesByTheKeyboardAlone()
+    {
+        QVERIFY(m_program.goTo("btnConverter"));
+        for (int count = 1; count <= 2; ++count) {
+            bool isChosen = false;
+            whenModal("QFileDialog", [&](QWidget &) {
+                Desktop::type(m_program.film());
+                Desktop::key("Return");
+                isChosen = true;
+            });
+            Desktop::key("ctrl+o");
+            QTRY_VERIFY_WITH_TIMEOUT(isChosen, ProgramInUse::limitMs);
+            const auto *rows = child<QAbstractItemView>(m_program.currentPage(), "convertList");
+            QTRY_COMPARE(rows->model()->rowCount(), count);
+            QTRY_VERIFY(!QApplication::activeModalWidget());
+            QTRY_VERIFY(m_program.window().isActiveWindow());
+        }
+    }
+
     // A row of the menu lies over a card, which the pointer is on once the row's dialog has gone.
     void cardLetsGoAfterADialog()
     {
@@ -243,7 +263,7 @@ private slots:
             Desktop::key("Escape");
             QTRY_VERIFY(!dialog.isVisible());
         });
-        QVERIFY(HistoryRecord().records().isEmpty());
+        QTRY_VERIFY(HistoryRecord().records().isEmpty());
     }
 
 private:

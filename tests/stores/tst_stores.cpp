@@ -307,6 +307,14 @@ void TestStores::damagedKeyLosesNothing()
     put("app.ini", claim);
     QCOMPARE(AppIni().value(AppIni::Key::ExitMode).toInt(), 0);
     QCOMPARE(content("app.ini.broken"), claim);
+    // A character that stands for a damaged one is in names of files, and a value may speak of one.
+    init();
+    put("HistoryRecord.json", "{\"history\":[{\"datetime\":\"\xef\xbf\xbd\"}]}");
+    put("app.ini", "[Preview]\nx=a @Variant(b)\n");
+    HistoryRecord().add({"x"_s, "y"_s, "z"_s});
+    AppIni().setValue(AppIni::Key::PreviewVolume, 20);
+    QVERIFY(!QFile::exists(dataDir() + "/HistoryRecord.json.broken"_s));
+    QVERIFY(!QFile::exists(dataDir() + "/app.ini.broken"_s));
     // A change, and not each one.
     init();
     put("UserInfo.json", R"({"userinfo":{"id":"","token":"t"},"more":{}})");

@@ -21,6 +21,7 @@
 #include <QCloseEvent>
 #include <QFileInfo>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QScreen>
 #include <QSignalBlocker>
 #include <QTimer>
@@ -194,8 +195,12 @@ void MediaPreviewWnd::open()
     if (!isVisible() && !testAttribute(Qt::WA_Moved) && owner)
         setGeometry(withinArea({owner->geometry().center() - rect().center(), size()},
                                owner->screen()->availableGeometry()));
+    // Keys that a user types into a field don't become orders to the player.
+    const bool isTyping = qobject_cast<QLineEdit *>(QApplication::focusWidget()) != nullptr;
+    setAttribute(Qt::WA_ShowWithoutActivating, isTyping);
     show();
-    QTimer::singleShot(0, this, [this] { activateWindow(); });
+    if (!isTyping)
+        QTimer::singleShot(0, this, [this] { activateWindow(); });
 }
 
 void MediaPreviewWnd::openAfter(QWidget *dialog)

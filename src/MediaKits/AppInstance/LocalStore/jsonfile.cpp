@@ -8,6 +8,7 @@
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QSaveFile>
+#include <QTextCodec>
 #include <QTextStream>
 
 namespace {
@@ -53,6 +54,14 @@ bool holds(const QJsonValue &taken, const QJsonValue &found)
            (found == taken && isWritable(found));
 }
 
+// Bytes that are no characters. Names of files may well hold the character that stands for those.
+bool hasDamagedText(const QByteArray &utf8)
+{
+    QTextCodec::ConverterState state;
+    QTextCodec::codecForName("UTF-8")->toUnicode(utf8.constData(), utf8.size(), &state);
+    return state.invalidChars > 0 || state.remainingChars > 0;
+}
+
 } // namespace
 
 JsonFile::JsonFile(const QString &path) : m_path(path) {}
@@ -89,8 +98,7 @@ QJsonObject JsonFile::read()
     m_hasObject = complete && document.isObject();
     if (m_hasObject) {
         m_object = document.object();
-        // A damaged byte of a text.
-        m_holdsMore = text.contains(QChar::ReplacementCharacter);
+        m_holdsMore = hasDamagedText(m_known);
         return m_object;
     }
     if (complete)

@@ -3,6 +3,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 
 namespace {
 
@@ -23,8 +24,8 @@ bool isReadableIni(const QString &path)
     constexpr qint64 largestBytes = 1024 * 1024;
     if (file.size() > largestBytes || !file.open(QIODevice::ReadOnly))
         return file.size() <= largestBytes;
-    const QByteArray text = file.readAll();
-    return !text.contains("@Variant(") && !text.contains("@DateTime(");
+    static const QRegularExpression binary(QStringLiteral("[=,]\\s*\"?@(Variant|DateTime)\\("));
+    return !QString::fromLatin1(file.readAll()).contains(binary);
 }
 
 } // namespace

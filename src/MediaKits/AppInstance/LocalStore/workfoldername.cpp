@@ -57,6 +57,8 @@ bool isInUseElsewhere(const QFileInfo &folder)
 {
     constexpr qint64 dayMs = 24 * 60 * 60 * 1000;
     const QString mark = markOf(folder.fileName());
-    return !mark.isEmpty() && mark != machineMark() &&
-           lastWriting(folder).msecsTo(QDateTime::currentDateTime()) < dayMs;
+    if (mark.isEmpty() || mark == machineMark())
+        return false;
+    // The other machine's clock may be ahead.
+    return qAbs(lastWriting(folder).msecsTo(QDateTime::currentDateTime())) < dayMs;
 }

@@ -244,7 +244,15 @@ void MediaMergeListWidget::addRow(QListWidgetItem *item)
         stop();
         deleteRow(alive);
     });
-    connect(row, &MediaMergeListItemWidget::itemOperateActive, this, &MediaMergeListWidget::move);
+    using Operate = MediaMergeListItemWidget::ItemOperate;
+    connect(row, &MediaMergeListItemWidget::itemOperateActive, this,
+            [this, alive](QListWidgetItem *moved, Operate operate) {
+                if (!mayStop(tr("移动文件会停止正在进行的合并，确定移动吗？")) || !alive)
+                    return;
+                if (isWorking())
+                    stop();
+                move(moved, operate);
+            });
     connect(row, &MediaMergeListItemWidget::selectionChanged, this,
             &MediaMergeListWidget::resultSizeChanged);
     m_list->showRow(row);
