@@ -1,15 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "browser/pageserver.h"
-#include "browser/qmbbrower.h"
-#include "browser/webviewloader.h"
+#include "browser/webviewtest.h"
 #include "support/casename.h"
-#include "support/desktop.h"
 #include "support/guisupport.h"
 #include "support/testfile.h"
 
 #include <QSignalSpy>
-#include <QtTest>
-#include <QWindow>
 
 namespace {
 
@@ -25,15 +20,12 @@ const QByteArray told =
 
 } // namespace
 
-/// The real view, with pages of a real server.
-class TestWebView : public QObject
+/// What a page can do in the real view, and what it can't.
+class TestWebView : public WebViewTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-    void cleanup() { m_browser.reset(); }
     void everyValue();
     void early();
     void otherOrigin();
@@ -41,58 +33,8 @@ private slots:
     void loads();
     void certificates();
     void storage();
-    void typing();
     void trialPage();
-    void listsAndDrags();
-
-private:
-    void make(const QUrl &origin);
-    void show();
-
-    WebViewLibrary *m_library = nullptr;
-    QTemporaryDir m_storage;
-    std::unique_ptr<QMBBrower> m_browser;
-    QStringList m_reports; // what pages say by external.Report()
-    QVariantList m_got;    // what they say by external.Echo()
-    QVector<LoadingResult> m_results;
-    QString m_reason;
 };
-
-void TestWebView::initTestCase()
-{
-    QVERIFY(!contentOf("/proc/self/maps"_s).contains("WebEngine"));
-    m_library = openWebViewLibrary();
-    QVERIFY(m_library != nullptr);
-    QVERIFY(contentOf("/proc/self/maps"_s).contains("WebEngine"));
-}
-
-void TestWebView::init()
-{
-    m_reports.clear();
-    m_results.clear();
-    m_got.clear();
-}
-
-void TestWebView::make(const QUrl &origin)
-{
-    m_browser = std::make_unique<QMBBrower>(*m_library);
-    m_browser->setScriptOrigin(origin);
-    m_browser->setLocalStorageFullPath(m_storage.path());
-    m_browser->registerEvent("Report"_s, [this](const QVariantList &arguments) {
-        m_reports += arguments.value(0).toString();
-        return QVariant();
-    });
-    m_browser->registerEvent("Echo"_s, [this](const QVariantList &arguments) {
-        m_got = arguments;
-        return QVariant(arguments);
-    });
-    connect(m_browser.get(), &QMiniblinkBrowser::loadingFinish, this,
-            [this](const QString &, LoadingResult result, const QString &reason) {
-                m_results += result;
-                m_reason = reason;
-            });
-    m_browser->resize(400, 300);
-}
 
 void TestWebView::everyValue()
 {
@@ -319,62 +261,6 @@ void TestWebView::storage()
     QCOMPARE(inHome, QStringList());
 }
 
-void TestWebView::show()
-{
-    m_browser->show();
-    QVERIFY(QTest::qWaitForWindowActive(m_browser.get()));
-    m_browser->setFocus();
-}
-
-// By mouse and keyboard, as a user would.
-void TestWebView::typing()
-{
-    const PageServer server(
-        {{"/"_s,
-          {"<body style='margin:0;background:#0000ff'><form onsubmit='external.Report(u.value); "
-           "return false'>"
-           "<input id=u style='position:absolute;left:20px;top:20px;width:200px;height:30px'"
-           " onselect='external.Report(\"selected\")'>"
-           "<a href='#' style='position:absolute;left:20px;top:100px;font-size:40px'>link</a>"
-           "<div style='height:2000px'></div></form>"
-           "<script>onkeydown = e => external.Report('down ' + e.key);"
-           "onscroll = () => external.Report('scrolled')</script>"}}});
-    make(QUrl(server.address()));
-    show();
-    // The engine has another process and another surface for each site.
-    m_browser->loadUrl(server.address("/"_s).replace("127.0.0.1"_s, "localhost"_s));
-    QTRY_COMPARE(m_results.size(), 1);
-    m_browser->loadUrl(server.address("/"_s));
-    QTRY_COMPARE(m_results.size(), 2);
-    QTRY_COMPARE(m_browser->grab().toImage().pixelColor(300, 250), QColor(Qt::blue));
-
-    QTest::mouseMove(m_browser.get(), QPoint(60, 120));
-    QTRY_COMPARE(m_browser->cursor().shape(), Qt::PointingHandCursor);
-    QTest::mouseMove(m_browser.get(), QPoint(60, 35));
-    QTest::mouseClick(m_browser.get(), Qt::LeftButton, {}, QPoint(60, 35));
-    QTRY_COMPARE(m_browser->cursor().shape(), Qt::IBeamCursor);
-    QTRY_VERIFY(m_browser->inputMethodQuery(Qt::ImCursorRectangle)
-                    .toRect()
-                    .intersects(QRect(20, 20, 200, 30)));
-    QTest::keyClicks(m_browser.get(), "ab"_s);
-    QInputMethodEvent committed;
-    committed.setCommitString("墨"_s);
-    QCoreApplication::sendEvent(m_browser.get(), &committed);
-    QTest::keyClick(m_browser.get(), Qt::Key_Left);
-    QTest::keyClick(m_browser.get(), Qt::Key_Backspace);
-    QTest::keyClick(m_browser.get(), Qt::Key_A, Qt::ControlModifier);
-    QTRY_VERIFY(m_reports.contains("selected"_s));
-    QTest::keyClick(m_browser.get(), Qt::Key_Home);
-    QTest::keyClick(m_browser.get(), Qt::Key_Enter);
-    QTRY_VERIFY2(m_reports.contains("a墨"_s), qPrintable(m_reports.join(u' ')));
-    QVERIFY(m_reports.contains("down Backspace"_s));
-    QWheelEvent wheel(QPointF(200, 200), QPointF(200, 200), {}, QPoint(0, -120), {}, {},
-                      Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(m_browser.get(), &wheel);
-    QTRY_VERIFY(m_reports.contains("scrolled"_s));
-    shoot(*m_browser, "webview");
-}
-
 // The page by which the bridge is tried by hand: a button for each call.
 void TestWebView::trialPage()
 {
@@ -396,56 +282,6 @@ void TestWebView::trialPage()
         numbers += control[0].toInt();
     QCOMPARE(numbers, QSet<int>({1, 2, 3, 4, 5, 6, 7, 8, 9}));
     QCOMPARE(controls.size(), 9);
-}
-
-// A list drops down where its field is seen, also in a modal window; and who drags a text has let
-// go of it afterwards.
-void TestWebView::listsAndDrags()
-{
-    const PageServer server(
-        {{"/"_s,
-          {"<body style='margin:0;background:#0000ff'><select id=list "
-           "style='position:absolute;left:20px;"
-           "top:20px;height:20px'><option>one<option>two</select><p style='position:absolute;"
-           "left:20px;top:150px' draggable=true>text</p><script>"
-           "list.onchange = () => external.Report(list.value);"
-           "let isLate = false;"
-           "onmouseup = () => { const end = Date.now() + 500; while (isLate && Date.now() < end);"
-           "external.Report('up'); if (isLate) alert('late'); isLate = list.value === 'two' }"
-           "</script>"}}});
-    make(QUrl(server.address()));
-    m_browser->setWindowModality(Qt::ApplicationModal);
-    m_browser->move(300, 200);
-    show();
-    m_browser->loadUrl(server.address("/"_s));
-    QTRY_COMPARE(m_results.size(), 1);
-    // Before it is seen, a page gets no input.
-    QTRY_COMPARE(screenPart(*m_browser).pixelColor(350, 250), QColor(Qt::blue));
-    const auto onScreen = [this](int x, int y) {
-        return m_browser->mapToGlobal(QPoint(x, y)) * m_browser->devicePixelRatioF();
-    };
-    Desktop::click(onScreen(40, 30));
-    // The second of its rows, each about as high as the field.
-    const QPoint second = m_browser->mapToGlobal(QPoint(40, 64));
-    const auto isDown = [this, second] {
-        const QWindowList windows = QGuiApplication::topLevelWindows();
-        return std::any_of(windows.begin(), windows.end(), [&](const QWindow *window) {
-            return window != m_browser->windowHandle() && window->isExposed() &&
-                   window->geometry().contains(second);
-        });
-    };
-    QTRY_VERIFY(isDown());
-    Desktop::click(onScreen(40, 64));
-    QTRY_VERIFY2(m_reports.contains("two"_s), qPrintable(m_reports.join(u' ')));
-    QTRY_VERIFY(!isDown());
-    m_reports.clear();
-    Desktop::drag(onScreen(30, 175), onScreen(120, 220));
-    QTRY_COMPARE(m_reports, QStringList("up"_s));
-    // A view may go while its list is down, and its page still calls then.
-    Desktop::click(onScreen(40, 30));
-    QTRY_VERIFY(isDown());
-    m_browser.reset();
-    QTRY_VERIFY(QGuiApplication::topLevelWindows().isEmpty());
 }
 
 QTEST_MAIN(TestWebView)
