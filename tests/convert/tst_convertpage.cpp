@@ -56,6 +56,7 @@ private slots:
         HistoryRecord::instance().clear();
         ConvertPage test(FunctionSection::converter, mp4AsSource);
         QVERIFY(test.shown && test.isEmptyShown());
+        QVERIFY(QMetaType::type("MediaConvertListWidget::TaskGrpState") != QMetaType::UnknownType);
         shoot(*test.page, "convert_empty");
         const QString second = media("-b.mp4"_s);
         QFile::copy(m_clip, second);
