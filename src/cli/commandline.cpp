@@ -10,6 +10,9 @@
 #include <QCommandLineParser>
 #include <QDir>
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
 struct CommandRow
@@ -114,7 +117,7 @@ private:
     QString m_error;
 };
 
-bool makesFiles(Command command)
+bool converts(Command command)
 {
     return command == Command::Convert || command == Command::Gif || command == Command::Merge;
 }
@@ -132,8 +135,8 @@ MediaFunction functionOf(Command command)
 
 void readFiles(CommandLine &line, const QStringList &words, ValueReader &values)
 {
-    const bool takesFiles = line.command == Command::Probe || line.command == Command::Shots ||
-                            makesFiles(line.command);
+    const bool takesFiles =
+        line.command == Command::Probe || line.command == Command::Shots || converts(line.command);
     if (takesFiles && words.isEmpty())
         values.refuse(tr("没有给出文件"));
     if (!takesFiles && !words.isEmpty())
@@ -158,15 +161,12 @@ void readCategory(CommandLine &line, ValueReader &values)
     values.refuse(tr("未知的格式分类：%1").arg(values.text("category")));
 }
 
-void readReader(CommandLine &line, ValueReader &values)
+std::optional<ProbeReader> parseReader(const QString &text)
 {
-    const QString word = values.isSet("reader") ? values.text("reader") : QStringLiteral("auto");
-    if (word == QLatin1String("ffprobe"))
-        line.reader = ProbeReader::FFProbe;
-    else if (word == QLatin1String("mediainfo"))
-        line.reader = ProbeReader::MediaInfo;
-    else if (word != QLatin1String("auto"))
-        values.refuse(tr("--reader 的值无效：%1").arg(word));
+    const QStringList words{QStringLiteral("auto"), QStringLiteral("ffprobe"),
+                            QStringLiteral("mediainfo")};
+    const int reader = words.indexOf(text);
+    return reader >= 0 ? std::make_optional(ProbeReader(reader)) : std::nullopt;
 }
 
 void readPreset(CommandLine &line, ValueReader &values)
@@ -264,22 +264,7 @@ void readRecord(CommandLine &line, ValueReader &values)
     if (wish.area && (wish.area->width < 2 || wish.area->height < 2))
         values.refuse(tr("--area 的值无效：%1").arg(values.text("area")));
     wish.sound = values.value<int>("sound", parseSound).value_or(wish.sound);
-    if (values.isSet("seconds"))
-        wish.seconds = values.number("seconds", 0, 1, longest);
-}
-
-std::optional<double> parseScale(const QString &text)
-{
-    constexpr double largest = 5.0;
-    bool isNumber = false;
-    const double scale = text.toDouble(&isNumber);
-    return isNumber && scale >= 0.0 && scale <= largest ? std::make_optional(scale) : std::nullopt;
-}
-
-std::optional<QString> parsePictureFormat(const QString &text)
-{
-    const QStringList known{QStringLiteral("png"), QStringLiteral("jpg"), QStringLiteral("bmp")};
-    return known.contains(text.toLower()) ? std::make_optional(text.toLower()) : std::nullopt;
+    wish.seconds = values.number("seconds", 0, 1, longest);
 }
 
 void readShots(CommandLine &line, ValueReader &values)
@@ -301,11 +286,32 @@ void readShots(CommandLine &line, ValueReader &values)
     wish.format = values.value<QString>("format", parsePictureFormat).value_or(wish.format);
     wish.scale = values.value<double>("scale", parseScale).value_or(wish.scale);
     wish.isLong = values.isSet("long");
-    if (values.isSet("sheet"))
-        wish.columns = values.number("sheet", 0, 1, mostColumns);
+    wish.columns = values.number("sheet", 0, 1, mostColumns);
     if (wish.isLong && values.isSet("sheet"))
         values.refuse(tr("--long 和 --sheet 不能同时使用"));
     readOutputDir(line, values);
+}
+
+void readOptions(CommandLine &line, ValueReader &values)
+{
+    if (line.command == Command::Presets)
+        readCategory(line, values);
+    if (line.command == Command::Probe)
+        line.reader = values.value<ProbeReader>("reader", parseReader).value_or(line.reader);
+    if (line.command == Command::Convert || line.command == Command::Merge)
+        readPreset(line, values);
+    if (converts(line.command))
+        readTarget(line, values);
+    if (line.command == Command::Convert || line.command == Command::Gif)
+        readRun(line, values);
+    if (line.command == Command::Convert)
+        readConversion(line, values);
+    if (line.command == Command::Gif)
+        readGif(line, values);
+    if (line.command == Command::Shots)
+        readShots(line, values);
+    if (line.command == Command::Record)
+        readRecord(line, values);
 }
 
 } // namespace
@@ -315,12 +321,10 @@ std::optional<CommandLine> parseCommandLine(const QStringList &words, QString &e
     const QString word = words.value(0);
     if (word.isEmpty() || word == QLatin1String("--help") || word == QLatin1String("-h"))
         return CommandLine();
-    const CommandRow *row = nullptr;
-    for (const CommandRow &candidate : commandRows) {
-        if (word == QLatin1String(candidate.word))
-            row = &candidate;
-    }
-    if (!row) {
+    const auto *row = std::find_if(
+        std::begin(commandRows), std::end(commandRows),
+        [&word](const CommandRow &known) { return word == QLatin1String(known.word); });
+    if (row == std::end(commandRows)) {
         error = tr("未知的命令：%1").arg(word);
         return std::nullopt;
     }
@@ -342,24 +346,7 @@ std::optional<CommandLine> parseCommandLine(const QStringList &words, QString &e
     line.json = parser.isSet(QStringLiteral("json"));
     ValueReader values(parser);
     readFiles(line, parser.positionalArguments(), values);
-    if (line.command == Command::Presets)
-        readCategory(line, values);
-    if (line.command == Command::Probe)
-        readReader(line, values);
-    if (line.command == Command::Convert || line.command == Command::Merge)
-        readPreset(line, values);
-    if (makesFiles(line.command))
-        readTarget(line, values);
-    if (line.command == Command::Convert || line.command == Command::Gif)
-        readRun(line, values);
-    if (line.command == Command::Convert)
-        readConversion(line, values);
-    if (line.command == Command::Gif)
-        readGif(line, values);
-    if (line.command == Command::Shots)
-        readShots(line, values);
-    if (line.command == Command::Record)
-        readRecord(line, values);
+    readOptions(line, values);
     error = values.error();
     return error.isEmpty() ? std::make_optional(line) : std::nullopt;
 }

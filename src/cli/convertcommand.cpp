@@ -4,6 +4,7 @@
 #include "catalogue/encparamcatalog.h"
 #include "cli/output.h"
 #include "cli/probecommand.h"
+#include "cli/textvalues.h"
 #include "MediaKits/AppInstance/LocalStore/tempmarker.h"
 #include "MediaKits/MediaTasksManager/complexconverttask.h"
 #include "MediaKits/MediaTasksManager/concattask.h"
@@ -19,30 +20,6 @@
 #include <QJsonObject>
 #include <QUuid>
 
-#include <limits>
-
-void probeSource(const QString &file, QObject *owner,
-                 const std::function<void(const QSharedPointer<MediaInfoData> &)> &ready)
-{
-    if (inputProblem(file).isEmpty())
-        probeFile(file, ProbeReader::Auto, owner, ready);
-    else
-        ready({});
-}
-
-int sourceDurationMs(const QSharedPointer<MediaInfoData> &info)
-{
-    return info ? int(std::min<qint64>(info->format->duration, std::numeric_limits<int>::max()))
-                : 0;
-}
-
-// A hidden file ".mp4" has no base name, and its result shouldn't be hidden as well.
-QString resultBaseName(const QFileInfo &source)
-{
-    const QString name = source.completeBaseName();
-    return name.isEmpty() ? source.suffix() : name;
-}
-
 namespace {
 
 using Info = QSharedPointer<MediaInfoData>;
@@ -53,9 +30,7 @@ QSharedPointer<TimeSpan> timeRange(const CommandLine &line, int sourceMs)
         return {};
     auto span = QSharedPointer<TimeSpan>::create();
     span->start = line.fromMs.value_or(0);
-    // Without an end the source's own counts; where that is unknown, ffmpeg stops at it anyway. In
-    // seconds, the command's six digits tell this one without an exponent.
-    constexpr int behindAnyEndMs = 999'999'000;
+    // Without an end the source's own counts; where that is unknown, ffmpeg stops at it anyway.
     span->end = line.toMs.value_or(sourceMs > 0 ? sourceMs : behindAnyEndMs);
     return span;
 }
@@ -183,6 +158,13 @@ void printDryLine(const CommandLine &line, const QString &file, const QString &c
 }
 
 } // namespace
+
+// A hidden file ".mp4" has no base name, and its result shouldn't be hidden as well.
+QString resultBaseName(const QFileInfo &source)
+{
+    const QString name = source.completeBaseName();
+    return name.isEmpty() ? source.suffix() : name;
+}
 
 std::vector<CliJob> convertJobs(const CommandLine &line, QObject *owner)
 {

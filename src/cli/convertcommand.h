@@ -4,15 +4,8 @@
 #include "cli/commandline.h"
 #include "cli/jobrunner.h"
 
-struct MediaInfoData;
 class QFileInfo;
 
-/// Probes a file that may be a source; of any other its task will say what is wrong.
-/// @param ready called with null when nothing is known
-void probeSource(const QString &file, QObject *owner,
-                 const std::function<void(const QSharedPointer<MediaInfoData> &)> &ready);
-/// 0 when it isn't known.
-int sourceDurationMs(const QSharedPointer<MediaInfoData> &info);
 /// What a result is called unless it gets a name.
 QString resultBaseName(const QFileInfo &source);
 
@@ -23,7 +16,7 @@ std::vector<CliJob> convertJobs(const CommandLine &line, QObject *owner);
 /// The one job that merges all files of the command line.
 std::vector<CliJob> mergeJobs(const CommandLine &line, QObject *owner);
 
-/// Prints, for each file, the argument text of the convert step, ahead of
-/// it that of the step that chooses its palette where there is one, and runs nothing.
+/// Prints, for each file, the argument text of the convert step, ahead of it that of the step that
+/// chooses its palette where there is one, and runs nothing.
 /// @param done called with the exit code, maybe before this returns
 void printDryRun(const CommandLine &line, QObject *owner, const std::function<void(int)> &done);

@@ -22,6 +22,15 @@ QString stateKey(MediaTask::State state)
     return QLatin1String(QMetaEnum::fromType<MediaTask::State>().valueToKey(state));
 }
 
+// All keys that a job's record has.
+QJsonObject jobRecord(const QJsonValue &input, MediaTask::State state)
+{
+    return {{QStringLiteral("input"), input},           {QStringLiteral("output"), QJsonValue()},
+            {QStringLiteral("state"), stateKey(state)}, {QStringLiteral("seconds"), 0},
+            {QStringLiteral("message"), QString()},     {QStringLiteral("warnings"), QJsonArray()},
+            {QStringLiteral("report"), QJsonArray()}};
+}
+
 } // namespace
 
 struct JobRunner::Run
@@ -108,29 +117,12 @@ void JobRunner::report(const Run &run)
 {
     m_progress.clear();
     const bool finished = run.task->state() == MediaTask::FINISHED;
-    const QString output = run.outputs.value(0);
     const TaskFailure &failure = run.task->failure();
     const TaskRemarks &remarks = run.task->remarks();
     if (!finished || (m_strict && !remarks.isEmpty()))
         m_failed = true;
     if (m_json) {
-        const MediaTask::State state = finished || run.task->state() == MediaTask::ERROR
-                                           ? run.task->state()
-                                           : MediaTask::STOPED;
-        const double seconds = run.clock.isValid() ? double(run.clock.elapsed()) / 1000.0 : 0.0;
-        QJsonObject record{
-            {QStringLiteral("input"), run.input},
-            {QStringLiteral("output"), finished ? QJsonValue(output) : QJsonValue()},
-            {QStringLiteral("state"), stateKey(state)},
-            {QStringLiteral("seconds"), seconds},
-            {QStringLiteral("message"), failure.cause},
-            {QStringLiteral("warnings"), QJsonArray::fromStringList(remarks.texts)},
-            {QStringLiteral("report"),
-             QJsonArray::fromStringList(finished ? remarks.report : failure.report)},
-        };
-        if (run.outputs.size() > 1)
-            record.insert(QStringLiteral("outputs"), QJsonArray::fromStringList(run.outputs));
-        printJsonLine(record);
+        printJsonLine(recordOf(run));
     } else if (finished) {
         for (const QString &path : run.outputs)
             printLine(path);
@@ -140,22 +132,36 @@ void JobRunner::report(const Run &run)
     const QString said = tellingLine(failure.report);
     if (!said.isEmpty())
         printMessage(said);
-    if (finished && !remarks.isEmpty()) {
-        printMessage(output + QStringLiteral("：") + remarks.texts.join(QStringLiteral("；")));
-    }
+    if (finished && !remarks.isEmpty())
+        printMessage(run.outputs.value(0) + QStringLiteral("：") +
+                     remarks.texts.join(QStringLiteral("；")));
+}
+
+QJsonObject JobRunner::recordOf(const Run &run)
+{
+    const MediaTask::State state = run.task->state();
+    const bool finished = state == MediaTask::FINISHED;
+    const TaskFailure &failure = run.task->failure();
+    const TaskRemarks &remarks = run.task->remarks();
+    QJsonObject record =
+        jobRecord(run.input, finished || state == MediaTask::ERROR ? state : MediaTask::STOPED);
+    if (finished)
+        record[QLatin1String("output")] = run.outputs.value(0);
+    if (run.clock.isValid())
+        record[QLatin1String("seconds")] = double(run.clock.elapsed()) / 1000.0;
+    record[QLatin1String("message")] = failure.cause;
+    record[QLatin1String("warnings")] = QJsonArray::fromStringList(remarks.texts);
+    record[QLatin1String("report")] =
+        QJsonArray::fromStringList(finished ? remarks.report : failure.report);
+    if (run.outputs.size() > 1)
+        record[QLatin1String("outputs")] = QJsonArray::fromStringList(run.outputs);
+    return record;
 }
 
 void JobRunner::reportUnbegun()
 {
-    for (; m_json && m_next < m_jobs.size(); ++m_next) {
-        printJsonLine({{QStringLiteral("input"), m_jobs[m_next].input},
-                       {QStringLiteral("output"), QJsonValue()},
-                       {QStringLiteral("state"), stateKey(MediaTask::STOPED)},
-                       {QStringLiteral("seconds"), 0},
-                       {QStringLiteral("message"), QString()},
-                       {QStringLiteral("warnings"), QJsonArray()},
-                       {QStringLiteral("report"), QJsonArray()}});
-    }
+    for (; m_json && m_next < m_jobs.size(); ++m_next)
+        printJsonLine(jobRecord(m_jobs[m_next].input, MediaTask::STOPED));
 }
 
 void JobRunner::interrupt()

@@ -55,6 +55,7 @@ private:
     void begin(size_t index, MediaTask *task);
     void end(Run *run);
     void report(const Run &run);
+    static QJsonObject recordOf(const Run &run);
     void reportUnbegun();
     void showProgress();
     void finishIfIdle();
@@ -63,9 +64,9 @@ private:
     MediaTasksManager m_manager;
     std::vector<std::unique_ptr<Run>> m_runs;
     ConsoleProgress m_progress;
-    size_t m_next = 0;
+    size_t m_next = 0; ///< the first job that isn't begun
     size_t m_ended = 0;
-    size_t m_open = 0;
+    size_t m_open = 0; ///< jobs that are begun and have not ended
     size_t m_openLimit;
     bool m_json;
     bool m_strict;

@@ -2,6 +2,7 @@
 #include "cli/markvalue.h"
 
 #include "cli/jsonfields.h"
+#include "cli/textvalues.h"
 #include "platform/lettering.h"
 
 #include <QDir>
@@ -31,7 +32,6 @@ constexpr int leastSize = 6;
 constexpr int mostSize = 720;
 
 constexpr double mostPixels = 1 << 20; // beyond any picture, on either side of it
-constexpr int behindAnyEndMs = 999'999'000;
 
 // @param needsSize whether the last two numbers must be there
 QRectF readRect(JsonFields &fields, bool needsSize)

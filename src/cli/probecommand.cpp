@@ -33,6 +33,12 @@ MediaInfoBase *createReader(const QString &path, ProbeReader reader, QObject *pa
     return createMediaInfo(QFileInfo(path).suffix().toUpper(), path, parent);
 }
 
+// A header may tell more ms than an int has room for.
+int clampedMs(qint64 ms)
+{
+    return int(std::min<qint64>(ms, std::numeric_limits<int>::max()));
+}
+
 QJsonValue formatJson(const MediaFormatInfo *format)
 {
     if (!format)
@@ -72,9 +78,7 @@ QString infoText(const QString &path, const MediaInfoData &info)
 {
     QStringList lines{path};
     lines += QStringLiteral("  %1  %2  %3")
-                 .arg(info.format->formatName,
-                      timeText(int(std::min<qint64>(info.format->duration,
-                                                    std::numeric_limits<int>::max()))),
+                 .arg(info.format->formatName, timeText(clampedMs(info.format->duration)),
                       sizeText(info.format->fileSize));
     if (info.video) {
         lines += QStringLiteral("  %1  %2x%3  %4 fps  %5 kbit/s")
@@ -92,6 +96,23 @@ QString infoText(const QString &path, const MediaInfoData &info)
                      .arg(audio->bitrate);
     }
     return lines.join(QLatin1Char('\n'));
+}
+
+// @param ready called once, maybe before this returns, with the result or null
+void probeFile(const QString &path, ProbeReader reader, QObject *parent,
+               const std::function<void(const QSharedPointer<MediaInfoData> &)> &ready)
+{
+    MediaInfoBase *info = createReader(path, reader, parent);
+    QObject::connect(info, &MediaInfoBase::got, info, [info, ready] {
+        const auto data = info->mediaInfo();
+        info->deleteLater();
+        ready(data && data->format ? data : QSharedPointer<MediaInfoData>());
+    });
+    QObject::connect(info, &MediaInfoBase::error, info, [info, ready] {
+        info->deleteLater();
+        ready({});
+    });
+    info->start();
 }
 
 QSharedPointer<MediaInfoData> probeAndWait(const QString &path, ProbeReader reader)
@@ -112,20 +133,18 @@ QSharedPointer<MediaInfoData> probeAndWait(const QString &path, ProbeReader read
 
 } // namespace
 
-void probeFile(const QString &path, ProbeReader reader, QObject *parent,
-               const std::function<void(const QSharedPointer<MediaInfoData> &)> &ready)
+void probeSource(const QString &file, QObject *owner,
+                 const std::function<void(const QSharedPointer<MediaInfoData> &)> &ready)
 {
-    MediaInfoBase *info = createReader(path, reader, parent);
-    QObject::connect(info, &MediaInfoBase::got, info, [info, ready] {
-        const auto data = info->mediaInfo();
-        info->deleteLater();
-        ready(data && data->format ? data : QSharedPointer<MediaInfoData>());
-    });
-    QObject::connect(info, &MediaInfoBase::error, info, [info, ready] {
-        info->deleteLater();
+    if (inputProblem(file).isEmpty())
+        probeFile(file, ProbeReader::Auto, owner, ready);
+    else
         ready({});
-    });
-    info->start();
+}
+
+int sourceDurationMs(const QSharedPointer<MediaInfoData> &info)
+{
+    return info ? clampedMs(info->format->duration) : 0;
 }
 
 int probeFiles(const CommandLine &line)

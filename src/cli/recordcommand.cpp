@@ -52,7 +52,18 @@ void setUp(Screencap &screencap, const CommandLine &line)
         screencap.setCapture(Screencap::WindowMode, *wish.window);
     else
         screencap.setCapture(Screencap::FullMode, {});
+}
+
+void printWarnings(Screencap &screencap)
+{
     screencap.setWarner([](const QString &warning) { printMessage(warning); });
+    QObject::connect(&screencap, &Screencap::spaceLow, &screencap,
+                     [] { printMessage(tr("磁盘空间即将不足")); });
+    QObject::connect(&screencap, &Screencap::recordingsRepaired, &screencap,
+                     [](const QStringList &files) {
+                         for (const QString &file : files)
+                             printMessage(tr("已恢复上次中断的录像：%1").arg(file));
+                     });
 }
 
 void report(const Screencap &screencap, bool isFinished, bool json)
@@ -106,13 +117,7 @@ int recordScreen(const CommandLine &line)
         if (seconds > 0 && now == uint(seconds))
             screencap.stop();
     });
-    QObject::connect(&screencap, &Screencap::spaceLow, &screencap,
-                     [] { printMessage(tr("磁盘空间即将不足")); });
-    QObject::connect(&screencap, &Screencap::recordingsRepaired, &screencap,
-                     [](const QStringList &files) {
-                         for (const QString &file : files)
-                             printMessage(tr("已恢复上次中断的录像：%1").arg(file));
-                     });
+    printWarnings(screencap);
     QObject::connect(&screencap, &Screencap::stateChanged, &screencap,
                      [&](Screencap::CapStateEnum state) {
                          const bool isFinished = state == Screencap::CapFinished;

@@ -2,9 +2,11 @@
 #include "cli/shotscommand.h"
 
 #include "cli/convertcommand.h"
+#include "cli/probecommand.h"
 #include "MediaKits/MediaTasksManager/grouptaskfactory.h"
 #include "MediaKits/MediaTasksManager/inputcheck.h"
 #include "MediaKits/MediaTasksManager/mutiimagetask.h"
+#include "MediaKits/MediaTasksManager/shotseries.h"
 #include "MediaKits/MediaTasksManager/shottask.h"
 
 #include <QFileInfo>
@@ -13,19 +15,15 @@
 
 namespace {
 
-// A series up to the end of a video stops short of it, where there is a frame for sure.
-constexpr int endToleranceMs = 9;
-constexpr int endGapMs = 100;
-
 QVector<int> momentsOf(const ShotWish &wish, int sourceMs)
 {
     if (wish.everyMs == 0)
         return wish.atMs;
     const int end = std::min(wish.toMs.value_or(sourceMs), sourceMs);
-    const int last = end < sourceMs - endToleranceMs ? end : sourceMs - endGapMs;
+    const ShotSeries series{wish.fromMs, ShotSeries::lastBefore(end, sourceMs), wish.everyMs};
     QVector<int> moments;
-    for (qint64 ms = wish.fromMs; ms <= last; ms += wish.everyMs)
-        moments += int(ms);
+    for (int i = 0; i < series.count(); ++i)
+        moments += series.moment(i);
     // Shorter than that, a video still has a frame there.
     return moments.isEmpty() ? QVector<int>{wish.fromMs} : moments;
 }

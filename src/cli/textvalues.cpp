@@ -146,6 +146,20 @@ std::optional<QSize> parseGifSize(const QString &text)
     return match.hasMatch() && fits ? std::make_optional(size) : std::nullopt;
 }
 
+std::optional<double> parseScale(const QString &text)
+{
+    constexpr double largest = 5.0;
+    bool isNumber = false;
+    const double scale = text.toDouble(&isNumber);
+    return isNumber && scale >= 0.0 && scale <= largest ? std::make_optional(scale) : std::nullopt;
+}
+
+std::optional<QString> parsePictureFormat(const QString &text)
+{
+    const QStringList known{QStringLiteral("png"), QStringLiteral("jpg"), QStringLiteral("bmp")};
+    return known.contains(text.toLower()) ? std::make_optional(text.toLower()) : std::nullopt;
+}
+
 std::optional<VideoBeautyParam> parseBeauty(const QString &text)
 {
     VideoBeautyParam beauty;

@@ -9,6 +9,9 @@
 
 #include <optional>
 
+/// An end that no film reaches. In seconds, the command's six digits tell it without an exponent.
+constexpr int behindAnyEndMs = 999'999'000;
+
 // Values that a user types on the command line; nothing comes back for text that isn't one.
 
 /// Seconds ("12", "12.5") or "hh:mm:ss" with up to three decimals.
@@ -23,6 +26,12 @@ std::optional<CropBox> parseCropBox(const QString &text);
 
 /// "WxH" in pixels, each side as a GIF's on its page.
 std::optional<QSize> parseGifSize(const QString &text);
+
+/// A factor on the picture's size, from 0 to 5; 0 leaves the size.
+std::optional<double> parseScale(const QString &text);
+
+/// "png", "jpg" or "bmp", in lower case.
+std::optional<QString> parsePictureFormat(const QString &text);
 
 /// "key=value,…" over a neutral record. Keys: contrast, brightness, saturation, red, green, blue,
 /// rotate, volume, speed, reverse, vflip, hflip; the last three take 0 or 1.

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "controls/complexedit.h"
 #include "controls/elidedlabel.h"
 #include "MediaKits/AppInstance/LocalStore/historyrecord.h"
 #include "MediaKits/FunctionPage/VideoConvert/mediaconvertfunctionpage.h"
 #include "MediaKits/Player/csvideoplayer.h"
 #include "support/casename.h"
+#include "support/mediatest.h"
 #include "support/pagetest.h"
 
 #include <QClipboard>
@@ -19,8 +19,6 @@ using ConvertPage = PageTest<MediaConvertFunctionPage>;
 constexpr quint32 noPreset = 0;
 constexpr quint32 mp4AsSource = 1003001;
 constexpr quint32 mp4Small = 1003005;
-// Upscaling to it takes long enough to act meanwhile.
-constexpr quint32 mp4Huge = 1031001;
 constexpr quint32 mp3Preset = 1200001;
 constexpr int endLimitMs = 60000;
 
@@ -41,7 +39,7 @@ QString causeBehind(const QWidget &row, const char *button)
 } // namespace
 
 // The page as its user meets it: real intake, real dialogs, real tools.
-class TestConvertPage : public QObject
+class TestConvertPage : public MediaTest
 {
     Q_OBJECT
 
@@ -50,17 +48,15 @@ private slots:
     {
         preparePages();
         makeClip(m_clip);
-        makeClip(m_long, {20});
         makeClip(m_sound, {1, 0});
     }
-
-    void cleanup() { QTRY_VERIFY(processesWith(m_media.path()).isEmpty()); }
 
     void convertsThreeFilesFromIntakeToHistory()
     {
         HistoryRecord::instance().clear();
         ConvertPage test(FunctionSection::converter, mp4AsSource);
         QVERIFY(test.shown && test.isEmptyShown());
+        QVERIFY(QMetaType::type("MediaConvertListWidget::TaskGrpState") != QMetaType::UnknownType);
         shoot(*test.page, "convert_empty");
         const QString second = media("-b.mp4"_s);
         QFile::copy(m_clip, second);
@@ -107,7 +103,7 @@ private slots:
     void tellsOfUndecodableNames()
     {
         ConvertPage test(FunctionSection::converter, mp4AsSource);
-        const QString lost = m_media.filePath("t\uFFFD.mp4"_s);
+        const QString lost = media("t\uFFFD.mp4"_s);
         const QString said = askedBy([&] { test.add({lost, m_clip}); }, "btnOK");
         QVERIFY2(said.contains("UTF-8"_s) && said.contains("t\uFFFD.mp4"_s), qPrintable(said));
         QCOMPARE(test.list()->count(), 1);
@@ -170,43 +166,6 @@ private slots:
         check("nothing", "  "_s, QFileInfo(m_clip).fileName());
     }
 
-    void choicesReachOnlyIdleRows()
-    {
-        ConvertPage test(FunctionSection::converter, mp4Huge);
-        test.addRows({m_long, m_clip, m_clip});
-        press(*test.row(0), "btnConvert");
-        QTRY_COMPARE_WITH_TIMEOUT(test.state(0), MediaTask::RUNNING, endLimitMs);
-        // One that waits has its choices, too.
-        press(*test.row(2), "btnConvert");
-        QVERIFY(!child(*test.row(0), "btnCut")->isEnabled());
-        QVERIFY(child<ComplexEdit>(*test.row(0), "cedtOutputName")->isReadOnly());
-
-        press(*child(*test.page, "wdtChoices"), "btnFormatSet");
-        // The popup opens on the category of the present preset.
-        pickPreset(mp4Small);
-        const QString other = test.folder.filePath("other"_s);
-        FileChooser::setNextAnswer({other});
-        press(*test.page, "btnChangePath");
-        QCOMPARE(child<QLineEdit>(*test.page, "ledtCustomPath")->text(), other);
-        QCOMPARE(test.row(0)->encParamInfoID(), mp4Huge);
-        QCOMPARE(test.row(1)->encParamInfoID(), mp4Small);
-        QCOMPARE(test.row(2)->encParamInfoID(), mp4Huge);
-        QVERIFY(test.row(2)->outputPath().startsWith(test.out()));
-        QVERIFY(test.row(0)->outputPath().startsWith(test.out()));
-        QVERIFY(test.row(1)->outputPath().startsWith(other));
-        const FunctionSettings &settings = FunctionSettings::instance();
-        const QLatin1String section = FunctionSection::converter;
-        QCOMPARE(settings.value(section, FunctionKey::outPath), QVariant(other));
-        QCOMPARE(settings.value(section, FunctionKey::encParamID), QVariant(mp4Small));
-
-        press(*test.row(2), "btnStop");
-        press(*test.row(0), "btnStop");
-        QTRY_COMPARE_WITH_TIMEOUT(test.state(0), MediaTask::STOPED, endLimitMs);
-        QCOMPARE(test.statePage(0), 0);
-        QVERIFY(child(*test.row(0), "btnCut")->isEnabled());
-        QVERIFY(test.results().isEmpty());
-    }
-
     void speedMenu()
     {
         ConvertPage test(FunctionSection::converter, mp4Small);
@@ -220,90 +179,6 @@ private slots:
         }
         QCOMPARE(child<QPushButton>(*test.row(0), "btnConvert")->text(), "转换(原速)"_s);
         QCOMPARE(test.param(0).speed, 0);
-    }
-
-    void pausedBatchEndsAndResumes()
-    {
-        ConvertPage test(FunctionSection::converter, mp4Huge);
-        test.addRows({m_long});
-        press(*test.page, "btnConvertAll");
-        QTRY_VERIFY_WITH_TIMEOUT(isGoing(test.text(0, "lblProgress")), endLimitMs);
-        shoot(*test.page, "convert_working");
-        press(*test.row(0), "btnPause");
-        QTRY_COMPARE(test.state(0), MediaTask::PAUSED);
-        QCOMPARE(test.startAllText(), "全部转换"_s);
-        QCOMPARE(test.statePage(0), 1);
-        // What is held tells no progress; what takes the row's picture may yet be at work.
-        QTRY_VERIFY(areHeld(processesWith(m_long)));
-        const QString progress = test.text(0, "lblProgress");
-
-        press(*test.row(0), "btnPause");
-        QTRY_COMPARE(test.state(0), MediaTask::RESUMED);
-        QTRY_VERIFY_WITH_TIMEOUT(test.text(0, "lblProgress") != progress, endLimitMs);
-        QVERIFY(test.text(0, "lblTimeRemained").startsWith("00:"_s));
-
-        // Paused again, a new batch takes it up.
-        press(*test.row(0), "btnPause");
-        QTRY_COMPARE(test.state(0), MediaTask::PAUSED);
-        press(*test.page, "btnConvertAll");
-        QTRY_COMPARE(test.state(0), MediaTask::RESUMED);
-        QVERIFY(!child<QPushButton>(*test.row(0), "btnPause")->isChecked());
-        press(*test.row(0), "btnPause");
-        QTRY_COMPARE(test.state(0), MediaTask::PAUSED);
-        press(*test.row(0), "btnStop");
-        QTRY_COMPARE(test.state(0), MediaTask::STOPED);
-        QCOMPARE(test.startAllText(), "全部转换"_s);
-        QCOMPARE(test.text(0, "lblTimeRemained"), "正在计算"_s);
-
-        // Stopped in a pause, it doesn't begin with one.
-        press(*test.page, "btnConvertAll");
-        QTRY_COMPARE_WITH_TIMEOUT(test.state(0), MediaTask::RUNNING, endLimitMs);
-        QVERIFY(!child<QPushButton>(*test.row(0), "btnPause")->isChecked());
-    }
-
-    void stopOfOneLetsTheNextRun()
-    {
-        ConvertPage test(FunctionSection::converter, mp4Huge);
-        test.addRows({m_long, m_clip, m_long});
-        press(*test.page, "btnConvertAll");
-        QTRY_COMPARE_WITH_TIMEOUT(test.state(0), MediaTask::RUNNING, endLimitMs);
-        // One that waits leaves at once.
-        press(*test.row(2), "btnStop");
-        QCOMPARE(test.statePage(2), 0);
-        QCOMPARE(test.state(1), MediaTask::UNSTARTED);
-        press(*test.row(0), "btnStop");
-        QCOMPARE(test.startAllText(), "正在转换"_s);
-        QTRY_COMPARE_WITH_TIMEOUT(test.statePage(1), 2, endLimitMs);
-        QCOMPARE(test.startAllText(), "全部转换"_s);
-        QCOMPARE(test.results().size(), 1);
-        // Done rows are left out of the next batch.
-        press(*test.page, "btnConvertAll");
-        QCOMPARE(test.statePage(1), 2);
-        QCOMPARE(test.statePage(0), 1);
-        QVERIFY(!askedBy([&] { press(*test.page, "btnClear"); }, "btnOK").isEmpty());
-        QTRY_VERIFY(test.isEmptyShown());
-        QTRY_VERIFY(processesWith(m_media.path()).isEmpty());
-    }
-
-    void deleteWhileRunning()
-    {
-        ConvertPage test(FunctionSection::converter, mp4Huge);
-        test.addRows({m_long, m_long});
-        press(*test.page, "btnConvertAll");
-        QTRY_COMPARE_WITH_TIMEOUT(test.state(0), MediaTask::RUNNING, endLimitMs);
-        QVERIFY(!askedBy([&] { press(*test.row(0), "btnDel"); }, "btnOK").isEmpty());
-        QCOMPARE(test.list()->count(), 1);
-        QVERIFY(!test.isEmptyShown());
-        QTRY_COMPARE_WITH_TIMEOUT(test.state(0), MediaTask::RUNNING, endLimitMs);
-        // By the keyboard this time.
-        test.row(0)->setFocus();
-        QTest::keyClick(test.row(0), Qt::Key_Tab);
-        QVERIFY(test.row(0)->isAncestorOf(QApplication::focusWidget()));
-        askedBy([] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Delete); }, "btnOK");
-        QTRY_VERIFY(test.isEmptyShown());
-        QTRY_COMPARE(test.startAllText(), "全部转换"_s);
-        QTRY_VERIFY(processesWith(m_media.path()).isEmpty());
-        QVERIFY(test.results().isEmpty());
     }
 
     void failureIsExplained()
@@ -382,25 +257,10 @@ private slots:
         QDesktopServices::unsetUrlHandler("file"_s);
     }
 
-    void destroyedWhileWorking()
-    {
-        ConvertPage test(FunctionSection::converter, mp4Huge);
-        test.addRows({m_long, m_clip});
-        press(*test.page, "btnConvertAll");
-        QTRY_COMPARE_WITH_TIMEOUT(test.state(0), MediaTask::RUNNING, endLimitMs);
-        test.page.reset();
-        QTRY_VERIFY(processesWith(m_media.path()).isEmpty());
-        QVERIFY(test.results().isEmpty());
-    }
-
     void openUrl(const QUrl &url) { m_opened = url; }
 
 private:
-    QString media(const QString &name) const { return m_media.filePath(name); }
-
-    QTemporaryDir m_media;
     QString m_clip = media("假期 100% \"x\" 'y'.2024.mp4"_s);
-    QString m_long = media("long.mp4"_s);
     QString m_sound = media("song.mp3"_s);
     QUrl m_opened;
 };

@@ -4,6 +4,7 @@
 #include "MediaKits/AppInstance/LocalStore/mediafunction.h"
 #include "MediaKits/FunctionPage/VideoConvert/mediaconvertfunctionpage.h"
 #include "support/casename.h"
+#include "support/mediatest.h"
 #include "support/pagetest.h"
 
 #include <QLineEdit>
@@ -43,7 +44,7 @@ struct RowsTest : PageTest<MediaConvertFunctionPage>
 } // namespace
 
 // What rows, their list and the bar below say and do while things change.
-class TestConvertRows : public QObject
+class TestConvertRows : public MediaTest
 {
     Q_OBJECT
 
@@ -54,8 +55,6 @@ private slots:
         makeClip(m_clip, {3});
         makeClip(m_long, {20});
     }
-
-    void cleanup() { QTRY_VERIFY(processesWith(m_media.path()).isEmpty()); }
 
     void cutSavedAfterTheRun()
     {
@@ -93,39 +92,6 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(test.statePage(0), 2, endLimitMs);
         QCOMPARE(test.results().size(), 1);
         QVERIFY(std::abs(probeMedia(test.row(0)->outputPath()).seconds - 0.5) < 0.2);
-    }
-
-    void waitingRows()
-    {
-        RowsTest test(mp4Huge);
-        test.addRows({m_long, m_clip, m_clip});
-        press(*test.page, "btnConvertAll");
-        QTRY_COMPARE_WITH_TIMEOUT(test.state(0), MediaTask::RUNNING, endLimitMs);
-        for (const int row : {1, 2})
-            QCOMPARE(test.text(row, "lblProgress"), "等待中"_s);
-        QVERIFY(test.text(0, "lblProgress").endsWith(u'%'));
-        shoot(*test.page, "rows_waiting");
-
-        // Paused, it lets its turn pass; stopped, it is idle.
-        press(*test.row(1), "btnPause");
-        QVERIFY(child<QPushButton>(*test.row(1), "btnPause")->isChecked());
-        QCOMPARE(test.statePage(1), 1);
-        press(*test.row(2), "btnPause");
-        press(*test.row(2), "btnStop");
-        QCOMPARE(test.statePage(2), 0);
-        press(*test.row(0), "btnStop");
-        QTRY_COMPARE_WITH_TIMEOUT(test.state(0), MediaTask::STOPED, endLimitMs);
-        QTRY_COMPARE(test.startAllText(), "全部转换"_s);
-        press(*test.row(2), "btnConvert");
-        QTRY_COMPARE_WITH_TIMEOUT(test.state(2), MediaTask::RUNNING, endLimitMs);
-        QCOMPARE(test.state(1), MediaTask::UNSTARTED);
-        press(*test.row(2), "btnStop");
-        QTRY_COMPARE_WITH_TIMEOUT(test.state(2), MediaTask::STOPED, endLimitMs);
-        press(*test.row(1), "btnPause");
-        QCOMPARE(test.text(1, "lblProgress"), "等待中"_s);
-        QTRY_COMPARE_WITH_TIMEOUT(test.state(1), MediaTask::RUNNING, endLimitMs);
-        press(*test.row(1), "btnStop");
-        QTRY_COMPARE_WITH_TIMEOUT(test.state(1), MediaTask::STOPED, endLimitMs);
     }
 
     void asksBeforeWorkIsLost()
@@ -238,10 +204,8 @@ private slots:
             QTest::keyClick(field, Qt::Key_Return);
             QCOMPARE(field->text(), typed.isEmpty() ? QString() : folder);
             test.addRows({m_clip});
-            press(*test.row(0), "btnConvert");
-            QTRY_COMPARE_WITH_TIMEOUT(test.statePage(0), 2, endLimitMs);
-            QCOMPARE(test.row(0)->outputPath(), folder + "/clip.mp4"_s);
-            QVERIFY(QFile::exists(test.row(0)->outputPath()));
+            QCOMPARE(test.convert(0), folder + "/clip.mp4"_s);
+            QVERIFY(QFile::exists(folder + "/clip.mp4"_s));
         };
         const QString home = QDir::homePath();
         check("home", "~/my films"_s, home + "/my films"_s);
@@ -261,9 +225,6 @@ private slots:
     }
 
 private:
-    QString media(const QString &name) const { return m_media.filePath(name); }
-
-    QTemporaryDir m_media;
     QString m_clip = media("clip.mp4"_s);
     QString m_long = media("long.mp4"_s);
 };

@@ -5,6 +5,7 @@
 #include "MediaKits/FunctionPage/Framework/Rows/taskrowform.h"
 #include "MediaKits/FunctionPage/VideoCut/mediacutfunctionpage.h"
 #include "support/casename.h"
+#include "support/mediatest.h"
 #include "support/treepagetest.h"
 
 #include <QDialog>
@@ -75,7 +76,7 @@ bool isNear(const QColor &one, const QColor &other)
 
 } // namespace
 
-class TestCutPage : public QObject
+class TestCutPage : public MediaTest
 {
     Q_OBJECT
 
@@ -95,8 +96,6 @@ private slots:
         makeClip(m_long, {20});
         makeClip(media("song.mp3"_s), {4, 0});
     }
-
-    void cleanup() { QTRY_VERIFY(processesWith(m_media.path()).isEmpty()); }
 
     void twoPartsOfOneFile()
     {
@@ -152,9 +151,7 @@ private slots:
             CutPage test;
             test.addSources({media(file)});
             test.mark(0, {{1000, 2500, box}});
-            press(*test.fragment(0, 0), "btnConvert");
-            QTRY_COMPARE_WITH_TIMEOUT(test.state(0, 0), MediaTask::FINISHED, endLimitMs);
-            const ProbedFile result = probeMedia(test.fragment(0, 0)->outputPath());
+            const ProbedFile result = probeMedia(test.convert(0, 0));
             QVERIFY(std::abs(result.seconds - 1.5) < closeEnough);
             QCOMPARE(result.size(), box.isEmpty() ? QSize(0, 0) : box.size());
             QVERIFY(!colour.isValid() ||
@@ -254,7 +251,7 @@ private slots:
         QCOMPARE(test.text(1, 0, "lblOutRes"), "100x100"_s);
         // The page goes while it works.
         test.page.reset();
-        QTRY_VERIFY(processesWith(m_media.path()).isEmpty());
+        QTRY_VERIFY(!isAnyToolAtWork());
         QVERIFY(test.results().isEmpty());
     }
 
@@ -308,9 +305,6 @@ private slots:
     }
 
 private:
-    QString media(const QString &name) const { return m_media.filePath(name); }
-
-    QTemporaryDir m_media;
     QString m_film = media("假期 100% 'y'.mp4"_s);
     QString m_long = media("long.mp4"_s);
 };

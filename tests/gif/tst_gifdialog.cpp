@@ -7,6 +7,7 @@
 #include "MediaKits/MediaInfo/Facts/mediainfodata.h"
 #include "MediaKits/Player/csvideoplayer.h"
 #include "support/casename.h"
+#include "support/mediatest.h"
 #include "support/pagetest.h"
 
 #include <QComboBox>
@@ -58,7 +59,7 @@ QStringList sampleFolders()
 
 } // namespace
 
-class TestGifDialog : public QObject
+class TestGifDialog : public MediaTest
 {
     Q_OBJECT
 
@@ -75,7 +76,7 @@ private slots:
 
     void cleanup()
     {
-        QTRY_VERIFY(processesWith(m_media.path()).isEmpty());
+        QTRY_VERIFY(!isAnyToolAtWork());
         QTRY_COMPARE(sampleFolders(), QStringList());
     }
 
@@ -271,9 +272,8 @@ private slots:
     }
 
 private:
-    QTemporaryDir m_media;
-    QString m_film = m_media.filePath("film.v1.mp4"_s);
-    QString m_large = m_media.filePath("large.avi"_s);
+    QString m_film = media("film.v1.mp4"_s);
+    QString m_large = media("large.avi"_s);
 };
 
 QTEST_MAIN(TestGifDialog)

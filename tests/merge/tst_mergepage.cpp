@@ -2,6 +2,7 @@
 #include "MediaKits/AppInstance/LocalStore/historyrecord.h"
 #include "merge/mergepage.h"
 #include "support/casename.h"
+#include "support/mediatest.h"
 
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -34,7 +35,7 @@ bool hasSilence(const QString &path, double from)
 
 } // namespace
 
-class TestMergePage : public QObject
+class TestMergePage : public MediaTest
 {
     Q_OBJECT
 
@@ -48,8 +49,6 @@ private slots:
         makeClip(m_silent, {2, 200, 400, 15, 0});
         makeClip(m_long, {20});
     }
-
-    void cleanup() { QTRY_VERIFY(processesWith(m_media.path()).isEmpty()); }
 
     void mergesUnlikeInputs()
     {
@@ -236,7 +235,7 @@ private slots:
                 QVERIFY(!task->manager());
                 QVERIFY(test.list()->count() == 0 || test.statePage(0) == 0);
             }
-            QTRY_VERIFY(processesWith(m_media.path()).isEmpty());
+            QTRY_VERIFY(!isAnyToolAtWork());
             QVERIFY(test.results().isEmpty());
         };
         check("pressed again", true, "btnMerge"_s);
@@ -294,7 +293,7 @@ private slots:
         writeTestProgram(media("dbus-send"_s),
                          "case \"$*\" in *.mp4*) touch " + QFile::encodeName(asked) + ";; esac\n");
         const QByteArray path = qgetenv("PATH");
-        qputenv("PATH", QFile::encodeName(m_media.path()) + ':' + path);
+        qputenv("PATH", QFile::encodeName(media("."_s)) + ':' + path);
         press(*test.rowWidget(1), "btnDel");
         test.add({m_clip});
         QVERIFY(test.merge("MediaMergeFinishTipsDialog", "btnOpen"));
@@ -352,9 +351,6 @@ private slots:
     }
 
 private:
-    QString media(const QString &name) const { return m_media.filePath(name); }
-
-    QTemporaryDir m_media;
     QString m_clip = media("假期 'y'.mp4"_s);
     QString m_web = media("small.webm"_s);
     QString m_old = media("old.avi"_s);

@@ -290,7 +290,9 @@ private slots:
             QProcess killed;
             killed.setProcessEnvironment(environmentWith({"MORVANE_TEST_ROLE=killed"_s}));
             killed.start(program, words);
-            QTRY_VERIFY_WITH_TIMEOUT(!temporaryPictures().isEmpty(), endLimitMs);
+            // The picture of the row lies beside the marker.
+            QTRY_VERIFY_WITH_TIMEOUT(!temporaryPictures().filter(tempMarkerName()).isEmpty(),
+                                     2 * endLimitMs);
             killed.kill();
             QVERIFY(killed.waitForFinished());
             QVERIFY(!entriesOf(tempMarkerPath(tempDir())).isEmpty());

@@ -54,6 +54,8 @@ template<class Page>
 class PageTest
 {
 public:
+    static constexpr int endLimitMs = 60000;
+
     /// @param preset stored in the page's settings, as if chosen earlier
     PageTest(QLatin1String section, quint32 preset)
     {
@@ -105,6 +107,8 @@ public:
     {
         return child<QStackedWidget>(*rowWidget(index), "swdtState")->currentIndex();
     }
+    /// Path of the result of a row that is started by its own button; empty when it fails.
+    QString convert(int index) const { return converted(*row(index)); }
     QString startAllText() const { return child<QPushButton>(*page, "btnConvertAll")->text(); }
     bool isEmptyShown() const
     {
@@ -116,6 +120,15 @@ public:
     QTemporaryDir folder;
     std::unique_ptr<Page> page;
     bool shown = false;
+
+protected:
+    static QString converted(TaskRowWidget &row)
+    {
+        press(row, "btnConvert");
+        const auto state = [&row] { return row.task()->state(); };
+        const bool ended = QTest::qWaitFor([&] { return MediaTask::isFinal(state()); }, endLimitMs);
+        return ended && state() == MediaTask::FINISHED ? row.outputPath() : QString();
+    }
 };
 
 /// The same of a page whose rows have an editor.
@@ -123,8 +136,6 @@ template<class Page>
 class EditorPageTest : public PageTest<Page>
 {
 public:
-    static constexpr int endLimitMs = 60000;
-
     /// @param editor class of the dialog
     /// @param button of a row, opens it
     EditorPageTest(QLatin1String section, quint32 preset, const char *editor, const char *button)
@@ -146,15 +157,6 @@ public:
         });
         press(*this->rowWidget(row), m_button);
         QVERIFY(opened);
-    }
-    /// Path of the result of a row that is started by its own button; empty when it fails.
-    QString convert(int row)
-    {
-        press(*this->rowWidget(row), "btnConvert");
-        const bool ended =
-            QTest::qWaitFor([&] { return MediaTask::isFinal(this->state(row)); }, endLimitMs);
-        return ended && this->state(row) == MediaTask::FINISHED ? this->row(row)->outputPath()
-                                                                : QString();
     }
 
 private:

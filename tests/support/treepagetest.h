@@ -27,6 +27,7 @@ public:
     {
         return fragment(index, part)->task()->state();
     }
+    QString convert(int index, int part) const { return this->converted(*fragment(index, part)); }
     QString text(int index, int part, const char *label) const
     {
         return child<QLabel>(*fragment(index, part), label)->text();

@@ -14,20 +14,11 @@
 #include <QTextDocument>
 #include <QTimeEdit>
 
-class TestMarkEditing : public QObject
+class TestMarkEditing : public WatermarkTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        preparePages();
-        makeMedia("-f lavfi -i color=0x206080:s=640x360:r=10:d=4 @"_s, {m_film});
-        QImage logo(120, 60, QImage::Format_ARGB32);
-        logo.fill(Qt::red);
-        QVERIFY(logo.save(m_logo));
-    }
-
     // Before anything has asked for the templates.
     void brokenTemplatesAreKept()
     {
@@ -53,7 +44,7 @@ private slots:
     // Where a box of the usual size or a text has no room, it shrinks.
     void inASmallFilm()
     {
-        const QString film = m_folder.filePath("small.mp4"_s);
+        const QString film = media("small.mp4"_s);
         makeMedia("-f lavfi -i color=0x206080:s=100x80:r=10:d=2 @"_s, {film});
         WatermarkPage test({film});
         test.edit(0, [this](QWidget &dialog) {
@@ -311,10 +302,6 @@ private:
         find(*menu)->trigger();
         menu->close();
     }
-
-    QTemporaryDir m_folder;
-    const QString m_film = m_folder.filePath("film.mp4"_s);
-    const QString m_logo = m_folder.filePath("logo.png"_s);
 };
 
 QTEST_MAIN(TestMarkEditing)

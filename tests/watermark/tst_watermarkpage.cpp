@@ -51,20 +51,11 @@ double apart(const QImage &one, const QImage &other)
 
 } // namespace
 
-class TestWatermarkPage : public QObject
+class TestWatermarkPage : public WatermarkTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        preparePages();
-        makeMedia("-f lavfi -i color=0x206080:s=640x360:r=10:d=4 @"_s, {m_film});
-        QImage logo(120, 60, QImage::Format_ARGB32);
-        logo.fill(Qt::red);
-        QVERIFY(logo.save(m_logo));
-    }
-
     void startsWithoutMarks()
     {
         WatermarkPage test({m_film});
@@ -121,9 +112,9 @@ private slots:
 
     void forAllByShare()
     {
-        const QString wide = m_folder.filePath("wide.mp4"_s);
+        const QString wide = media("wide.mp4"_s);
         makeMedia("-f lavfi -i color=0x206080:s=1280x400:r=10:d=2 @"_s, {wide});
-        const QString late = m_folder.filePath("late.mp4"_s);
+        const QString late = media("late.mp4"_s);
         QVERIFY(QFile::copy(wide, late));
         WatermarkPage test({m_film, wide});
         test.edit(0, [&](QWidget &dialog) {
@@ -164,8 +155,8 @@ private slots:
     // A picture that has gone between the editor and the run is named; the rest of the row works.
     void missingAndBrokenPictures()
     {
-        const QString gone = m_folder.filePath("gone.png"_s);
-        const QString broken = m_folder.filePath("broken.png"_s);
+        const QString gone = media("gone.png"_s);
+        const QString broken = media("broken.png"_s);
         QVERIFY(QFile::copy(m_logo, gone));
         writeTestFile(broken, "no picture");
         WatermarkPage test({m_film});
@@ -191,12 +182,12 @@ private slots:
     void picturesOfAllKinds()
     {
         WatermarkPage test({m_film});
-        const QString drawing = m_folder.filePath("drawing.svg"_s);
+        const QString drawing = media("drawing.svg"_s);
         writeTestFile(drawing, "<svg xmlns='http://www.w3.org/2000/svg' width='60' height='40'>"
                                "<rect width='60' height='40' fill='red'/></svg>");
         QStringList files{m_logo, drawing};
         for (const char *suffix : {"jpg", "bmp", "webp"}) {
-            files += m_folder.filePath("k."_s + QLatin1String(suffix));
+            files += media("k."_s + QLatin1String(suffix));
             QVERIFY(QImage(m_logo).save(files.last()));
         }
         test.edit(0, [&files](QWidget &dialog) {
@@ -217,7 +208,7 @@ private slots:
     // Larger than ffmpeg takes any picture for.
     void aHugePicture()
     {
-        const QString huge = m_folder.filePath("huge.png"_s);
+        const QString huge = media("huge.png"_s);
         QImage white(20000, 20000, QImage::Format_Mono);
         white.fill(1);
         QVERIFY(white.save(huge));
@@ -283,11 +274,6 @@ private slots:
         QVERIFY(brightest(made.copy(490, 147, 40, 40)) > 100);
         QVERIFY(brightest(made.copy(540, 0, 100, 90)) < 90);
     }
-
-private:
-    QTemporaryDir m_folder;
-    const QString m_film = m_folder.filePath("片 a.mp4"_s);
-    const QString m_logo = m_folder.filePath("标 = 'a' [b];%d.png"_s);
 };
 
 QTEST_MAIN(TestWatermarkPage)

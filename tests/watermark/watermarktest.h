@@ -2,6 +2,7 @@
 #pragma once
 
 #include "MediaKits/FunctionPage/VideoWatermark/mediawatermarkfunctionpage.h"
+#include "support/mediatest.h"
 #include "support/pagetest.h"
 
 #include <QComboBox>
@@ -65,3 +66,23 @@ inline QWidget *selectedBox(QWidget &dialog)
     };
     return QTest::qWaitFor([&] { return find() != nullptr; }) ? find() : nullptr;
 }
+
+/// A test with a film of one colour and a logo, whose names have all that filters misread.
+class WatermarkTest : public MediaTest
+{
+    Q_OBJECT
+
+protected:
+    const QString m_film = media("片 a.mp4"_s);
+    const QString m_logo = media("标 = 'a' [b];%d.png"_s);
+
+private slots:
+    void initTestCase()
+    {
+        preparePages();
+        makeMedia("-f lavfi -i color=0x206080:s=640x360:r=10:d=4 @"_s, {m_film});
+        QImage logo(120, 60, QImage::Format_ARGB32);
+        logo.fill(Qt::red);
+        QVERIFY(logo.save(m_logo));
+    }
+};

@@ -10,62 +10,53 @@ namespace {
 
 QString beside(const char *tail)
 {
-    return QFileInfo(executablePath()).path() + QLatin1String(tail);
+    static const QString folder = QFileInfo(executablePath()).path();
+    return folder + QLatin1String(tail);
 }
 
 } // namespace
 
 QString ffmpegPath()
 {
-    static const QString path =
-        beside(isWideSystem() ? "/module/ffmpeg/ffmpeg" : "/module/ffmpeg/x86/ffmpeg");
-    return path;
+    return beside(isWideSystem() ? "/module/ffmpeg/ffmpeg" : "/module/ffmpeg/x86/ffmpeg");
 }
 
 QString ffprobePath()
 {
-    static const QString path = beside("/module/ffmpeg/ffprobe");
-    return path;
+    return beside("/module/ffmpeg/ffprobe");
 }
 
 QString kuxFfmpegPath()
 {
-    static const QString path = beside("/module/kux/ffmpeg");
-    return path;
+    return beside("/module/kux/ffmpeg");
 }
 
 QString macPath()
 {
-    static const QString path = beside("/module/mac/mac");
-    return path;
+    return beside("/module/mac/mac");
 }
 
 QString mediaReaderPath()
 {
-    static const QString path = beside("/module/mediainfo/mediareader");
-    return path;
+    return beside("/module/mediainfo/mediareader");
 }
 
 QString mplayerPath()
 {
-    static const QString path = beside("/module/mplayer/mplayer");
-    return path;
+    return beside("/module/mplayer/mplayer");
 }
 
 QString playerPath()
 {
-    static const QString path = beside("/module/morplayer/morplayer");
-    return path;
+    return beside("/module/morplayer/morplayer");
 }
 
 QString toolPath()
 {
-    static const QString path = beside("/module/ffmpeg/tool");
-    return path;
+    return beside("/module/ffmpeg/tool");
 }
 
 QString tool2Path()
 {
-    static const QString path = beside("/module/ffmpeg/tool2");
-    return path;
+    return beside("/module/ffmpeg/tool2");
 }

@@ -38,8 +38,9 @@ void ChainTask::run()
     QString cause = problem();
     std::unique_ptr<GroupMediaTask> group;
     if (cause.isEmpty()) {
+        m_aliases.clear();
         group.reset(buildGroup());
-        cause = builtProblem();
+        cause = m_aliases.problem();
     }
     if (!cause.isEmpty()) {
         if (enter(START))

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "MediaKits/MediaTasksManager/filealiases.h"
 #include "MediaKits/MediaTasksManager/groupmediatask.h"
 #include "MediaKits/MediaTasksManager/mediamovetask.h"
 
@@ -24,13 +25,14 @@ protected:
     void run();
     /// Why the chain need not begin, in words for the user; empty when it may.
     virtual QString problem() const = 0;
-    /// The same, known only when the chain has been built.
-    virtual QString builtProblem() const { return {}; }
     /// The chain for the present parameter, without a parent.
     virtual GroupMediaTask *buildGroup() = 0;
     /// The name that a failure is told with.
     virtual QString subject() const = 0;
 
+    /// Plain names for files whose own a tool would misread; for `buildGroup`, which begins with
+    /// none. They last until the next start.
+    FileAliases &aliases() { return m_aliases; }
     /// A path for a new work folder inside the marker directory of an output folder. The folder
     /// itself is made by the chain's first step.
     QString newWorkDir(const QString &outputDir);
@@ -51,6 +53,7 @@ private:
     TaskFailure groupFailure() const;
     void failAbout(const TaskFailure &failure);
 
+    FileAliases m_aliases;
     QString m_marker;                  ///< path of the directory around the work folder
     GroupMediaTask *m_group = nullptr; ///< owned, goes by `deleteLater`
 };

@@ -109,12 +109,12 @@ ConvertTaskParam ComplexConvertTask::convertStep(const ConvertTaskParam &param,
 
 void ComplexConvertTask::replaceOddNames(ConvertTaskParam &step)
 {
-    step.inputFile = m_aliases.forInput(step.inputFile);
+    step.inputFile = aliases().forInput(step.inputFile);
     if (!step.paletteFile.isEmpty()) {
         const QFileInfo palette(step.paletteFile);
-        step.paletteFile = QDir(m_aliases.forFilter(palette.path())).filePath(palette.fileName());
+        step.paletteFile = QDir(aliases().forFilter(palette.path())).filePath(palette.fileName());
     }
-    step.videoFilters = overlayPictures(step.videoFilters, m_aliases);
+    step.videoFilters = overlayPictures(step.videoFilters, aliases());
     const QString musicsKey = QStringLiteral("musics");
     const QString pathKey = QStringLiteral("filePath");
     for (QVariant &entry : step.audioFilters) {
@@ -122,7 +122,7 @@ void ComplexConvertTask::replaceOddNames(ConvertTaskParam &step)
         QVariantList musics = dubbing.value(musicsKey).toList();
         for (QVariant &musicEntry : musics) {
             QVariantMap music = musicEntry.toMap();
-            music[pathKey] = m_aliases.forFilter(music.value(pathKey).toString());
+            music[pathKey] = aliases().forFilter(music.value(pathKey).toString());
             musicEntry = music;
         }
         dubbing[musicsKey] = musics;
@@ -154,8 +154,8 @@ QString ComplexConvertTask::addSourceSteps(QVector<TaskItem> &items, const QStri
     }
     if (format != QLatin1String("QLV") && format != QLatin1String("QSV"))
         return m_param->inputFile;
-    const QDir dir(m_aliases.forFields(workDir));
-    const QString source = m_aliases.forFields(m_param->inputFile);
+    const QDir dir(aliases().forFields(workDir));
+    const QString source = aliases().forFields(m_param->inputFile);
     if (format == QLatin1String("QLV")) {
         const QString rewrapped = dir.absoluteFilePath(QStringLiteral("qlv.mp4"));
         auto *qlv = new QlvTask(QStringLiteral("QlvTask"), QString());
@@ -181,7 +181,6 @@ ConvertTask *ComplexConvertTask::addConversion(QVector<TaskItem> &items, const Q
 
 GroupMediaTask *ComplexConvertTask::buildGroup()
 {
-    m_aliases.clear();
     const QString workDir = newWorkDir(m_param->outputDir);
     const QDir dir(workDir);
     QVector<TaskItem> items;

@@ -3,7 +3,6 @@
 
 #include "MediaKits/MediaTasksManager/chaintask.h"
 #include "MediaKits/MediaTasksManager/converttaskparam.h"
-#include "MediaKits/MediaTasksManager/filealiases.h"
 #include "MediaKits/MediaTasksManager/paramtask.h"
 
 class ConvertTask;
@@ -26,7 +25,6 @@ public:
 
 protected:
     QString problem() const override;
-    QString builtProblem() const override { return m_aliases.problem(); }
     GroupMediaTask *buildGroup() override;
     QString subject() const override;
 
@@ -39,6 +37,4 @@ private:
                                       const ConvertTaskParam &step);
     void replaceOddNames(ConvertTaskParam &step);
     QString finalPath() const;
-
-    FileAliases m_aliases;
 };

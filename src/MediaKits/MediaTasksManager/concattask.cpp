@@ -86,7 +86,7 @@ QString ConcatTask::problem() const
 ConvertTaskParam ConcatTask::partStep(const InputFileMediaParam &input, ConvertTaskParam step)
 {
     step.sourceInfo = input.sourceInfo;
-    step.inputFile = m_aliases.forInput(input.file);
+    step.inputFile = aliases().forInput(input.file);
     step.durationMs = input.durationMs;
     step.inputFormat = input.format;
     step.cropRect = input.cropRect;
@@ -153,7 +153,6 @@ QString ConcatTask::addClosingStep(QVector<TaskItem> &items, const QString &join
 
 GroupMediaTask *ConcatTask::buildGroup()
 {
-    m_aliases.clear();
     m_failedInput.clear();
     const QString workDir = newWorkDir(m_param->outputDir);
     const QDir dir(workDir);

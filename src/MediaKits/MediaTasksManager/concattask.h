@@ -3,7 +3,6 @@
 
 #include "MediaKits/MediaTasksManager/chaintask.h"
 #include "MediaKits/MediaTasksManager/converttaskparam.h"
-#include "MediaKits/MediaTasksManager/filealiases.h"
 #include "MediaKits/MediaTasksManager/paramtask.h"
 
 /// One input of a merge.
@@ -48,7 +47,6 @@ public:
 
 protected:
     QString problem() const override;
-    QString builtProblem() const override { return m_aliases.problem(); }
     GroupMediaTask *buildGroup() override;
     QString subject() const override;
 
@@ -61,6 +59,5 @@ private:
                          QVector<MergePart> &made);
     QString addClosingStep(QVector<TaskItem> &items, const QString &joined, double weight);
 
-    FileAliases m_aliases;
     QString m_failedInput; ///< the input that ended the last run; empty for none
 };

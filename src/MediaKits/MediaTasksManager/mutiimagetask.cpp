@@ -170,8 +170,8 @@ void MutiImageTask::addShots(QVector<TaskItem> &items, const QString &pictureDir
 {
     const QString format = text("format");
     const bool isOne = isOnePicture();
-    QVariantMap common{{inputUrlKey, m_aliases.forInput(text("inputUrl"))},
-                       {QStringLiteral("watermark"), m_aliases.forFilter(text("watermark"))}};
+    QVariantMap common{{inputUrlKey, aliases().forInput(text("inputUrl"))},
+                       {QStringLiteral("watermark"), aliases().forFilter(text("watermark"))}};
     if (isOne)
         common.insert(QStringLiteral("scale"), onePictureScale());
     if (columns() > 0)
@@ -216,12 +216,11 @@ void MutiImageTask::addStitch(QVector<TaskItem> &items, const QString &pictureDi
 
 GroupMediaTask *MutiImageTask::buildGroup()
 {
-    m_aliases.clear();
     m_source = m_param->map.value(QStringLiteral("sourceInfo")).value<Info>();
     const QString tempDir = newWorkDir(text("outputDir"));
     QVector<TaskItem> items;
     items.append({createStep(tempDir), stepWeight});
-    const QString pictureDir = m_aliases.forPictures(tempDir);
+    const QString pictureDir = aliases().forPictures(tempDir);
     addShots(items, pictureDir);
     if (isOnePicture())
         addStitch(items, pictureDir);

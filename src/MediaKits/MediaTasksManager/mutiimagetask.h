@@ -2,7 +2,6 @@
 #pragma once
 
 #include "MediaKits/MediaTasksManager/chaintask.h"
-#include "MediaKits/MediaTasksManager/filealiases.h"
 #include "MediaKits/MediaTasksManager/paramtask.h"
 
 #include <QVariantMap>
@@ -46,7 +45,6 @@ public:
 
 protected:
     QString problem() const override;
-    QString builtProblem() const override { return m_aliases.problem(); }
     GroupMediaTask *buildGroup() override;
     QString subject() const override;
 
@@ -60,6 +58,5 @@ private:
     void addShots(QVector<TaskItem> &items, const QString &pictureDir);
     void addStitch(QVector<TaskItem> &items, const QString &pictureDir) const;
 
-    FileAliases m_aliases;
     QSharedPointer<MediaInfoData> m_source; ///< of the present run; null when it can't be read
 };

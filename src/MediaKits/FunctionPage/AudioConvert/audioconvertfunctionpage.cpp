@@ -7,14 +7,10 @@
 
 AudioConvertFunctionPage::AudioConvertFunctionPage(QWidget *parent)
     : PresetListPage({MediaFunction::AudioConvert, VideoFormatClass | AudioFormatClass,
-                      videoAndAudioFormats, AudioFormatClass},
+                      videoAndAudioFormats, createRowsView<AudioConvertListWidget>,
+                      AudioFormatClass},
                      parent)
 {
-}
-
-TaskRowsView *AudioConvertFunctionPage::createRows(QWidget *parent)
-{
-    return new AudioConvertListWidget(parent);
 }
 
 void AudioConvertFunctionPage::setUpFormatDialog(MediaFormatDialog &dialog)

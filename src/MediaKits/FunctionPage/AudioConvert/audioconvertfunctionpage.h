@@ -12,6 +12,5 @@ public:
     explicit AudioConvertFunctionPage(QWidget *parent = nullptr);
 
 protected:
-    TaskRowsView *createRows(QWidget *parent) override;
     void setUpFormatDialog(MediaFormatDialog &dialog) override;
 };

@@ -31,6 +31,8 @@ TaskRowWidget::Kind audioRows()
     kind.function = MediaFunction::AudioConvert;
     kind.reportsFailures = true;
     kind.form.detail = QLatin1String("Bitrate");
+    kind.openEditor =
+        static_cast<TaskRowWidget::Slot>(&AudioConvertListItemWidget::on_btnCut_clicked);
     kind.form.editorButton = QLatin1String("btnCut");
     kind.form.editorToolTip = AudioConvertListItemWidget::tr("剪裁");
     return kind;
@@ -56,13 +58,6 @@ void AudioConvertListItemWidget::offerAudioOnly(MediaFormatDialog &dialog)
 void AudioConvertListItemWidget::setUpFormatDialog(MediaFormatDialog &dialog)
 {
     offerAudioOnly(dialog);
-}
-
-void AudioConvertListItemWidget::connectForm(TaskRowForm &form)
-{
-    PresetRowWidget::connectForm(form);
-    connect(&form, &TaskRowForm::editorPressed, this,
-            &AudioConvertListItemWidget::on_btnCut_clicked);
 }
 
 void AudioConvertListItemWidget::onSourceProbed(const MediaInfoData &info)

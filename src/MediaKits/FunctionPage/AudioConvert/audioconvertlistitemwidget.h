@@ -21,6 +21,5 @@ protected:
     void onSourceProbed(const MediaInfoData &info) override;
     void onResultProbed(const MediaInfoData &info) override;
     void applyPreset(const EncParam *preset) override;
-    void connectForm(TaskRowForm &form) override;
     void setUpFormatDialog(MediaFormatDialog &dialog) override;
 };

@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/Rows/tasklistwidget.h"
+#include "MediaKits/FunctionPage/AudioConvert/audioconvertlistitemwidget.h"
+#include "MediaKits/FunctionPage/Framework/Rows/listof.h"
 
-class AudioConvertListWidget : public TaskListWidget
+class AudioConvertListWidget
+    : public ListOf<AudioConvertListItemWidget, MediaFunction::AudioConvert>
 {
     Q_OBJECT
 
 public:
-    using TaskListWidget::TaskListWidget;
-
-protected:
-    MediaFunction function() const override { return MediaFunction::AudioConvert; }
-    TaskRowWidget *createRow(QListWidgetItem *item) override;
+    using ListOf::ListOf;
 };

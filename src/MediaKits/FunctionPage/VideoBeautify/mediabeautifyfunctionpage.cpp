@@ -5,11 +5,8 @@
 #include "MediaKits/MediaFormats/mediaformats.h"
 
 MediaBeautifyFunctionPage::MediaBeautifyFunctionPage(QWidget *parent)
-    : PresetListPage({MediaFunction::Beautify, VideoFormatClass, videoFormats}, parent)
+    : PresetListPage({MediaFunction::Beautify, VideoFormatClass, videoFormats,
+                      createRowsView<MediaBeautifyListWidget>},
+                     parent)
 {
-}
-
-TaskRowsView *MediaBeautifyFunctionPage::createRows(QWidget *parent)
-{
-    return new MediaBeautifyListWidget(parent);
 }

@@ -10,7 +10,4 @@ class MediaBeautifyFunctionPage : public PresetListPage
 
 public:
     explicit MediaBeautifyFunctionPage(QWidget *parent = nullptr);
-
-protected:
-    TaskRowsView *createRows(QWidget *parent) override;
 };

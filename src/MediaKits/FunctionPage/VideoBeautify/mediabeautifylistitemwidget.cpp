@@ -14,6 +14,8 @@ TaskRowWidget::Kind beautyRows()
     kind.reportsFailures = true;
     kind.needsPicture = true;
     kind.form.ownPreset = false;
+    kind.openEditor =
+        static_cast<TaskRowWidget::Slot>(&MediaBeautifyListItemWidget::on_btnBeautySet_clicked);
     kind.form.editorButton = QLatin1String("btnBeautySet");
     kind.form.editorText = MediaBeautifyListItemWidget::tr("美化设置");
     kind.form.editorIcon = QStringLiteral(":/drawable/row_beauty.png");
@@ -27,13 +29,6 @@ MediaBeautifyListItemWidget::MediaBeautifyListItemWidget(QListWidgetItem *item, 
     : VideoRowWidget(RowItem(item), beautyRows(), parent)
 {
     probeSource();
-}
-
-void MediaBeautifyListItemWidget::connectForm(TaskRowForm &form)
-{
-    VideoRowWidget::connectForm(form);
-    connect(&form, &TaskRowForm::editorPressed, this,
-            &MediaBeautifyListItemWidget::on_btnBeautySet_clicked);
 }
 
 void MediaBeautifyListItemWidget::on_btnBeautySet_clicked()

@@ -16,9 +16,6 @@ public:
 public slots:
     void on_btnBeautySet_clicked();
 
-protected:
-    void connectForm(TaskRowForm &form) override;
-
 private:
     void setBeauty(const QSharedPointer<VideoBeautyParam> &beauty);
 };

@@ -1,18 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/Rows/tasklistwidget.h"
+#include "MediaKits/FunctionPage/Framework/Rows/listof.h"
+#include "MediaKits/FunctionPage/VideoBeautify/mediabeautifylistitemwidget.h"
 
-class MediaBeautifyListWidget : public TaskListWidget
+class MediaBeautifyListWidget : public ListOf<MediaBeautifyListItemWidget, MediaFunction::Beautify>
 {
     Q_OBJECT
 
 public:
-    explicit MediaBeautifyListWidget(QWidget *parent = nullptr);
-
-protected:
-    MediaFunction function() const override { return MediaFunction::Beautify; }
-    TaskRowWidget *createRow(QListWidgetItem *item) override;
+    using ListOf::ListOf;
 };
-
-Q_DECLARE_METATYPE(MediaBeautifyListWidget::TaskGrpState)

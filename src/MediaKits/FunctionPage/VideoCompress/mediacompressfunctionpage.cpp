@@ -14,18 +14,15 @@
 #include <algorithm>
 
 MediaCompressFunctionPage::MediaCompressFunctionPage(QWidget *parent)
-    : ListPage({MediaFunction::Compress, VideoFormatClass, videoFormats}, parent)
+    : ListPage({MediaFunction::Compress, VideoFormatClass, videoFormats,
+                createRowsView<MediaCompressListWidget>},
+               parent)
 {
-}
-
-TaskRowsView *MediaCompressFunctionPage::createRows(QWidget *parent)
-{
-    m_list = new MediaCompressListWidget(parent);
-    return m_list;
 }
 
 void MediaCompressFunctionPage::setUpChoices(QWidget *choices)
 {
+    m_list = static_cast<MediaCompressListWidget *>(&rows());
     raiseChoices();
     auto *row = new QHBoxLayout(choices);
     row->setContentsMargins(16, 8, 16, 8);

@@ -16,7 +16,6 @@ public:
     void on_compressSlider_valueChanged(int value);
 
 protected:
-    TaskRowsView *createRows(QWidget *parent) override;
     void setUpChoices(QWidget *choices) override;
 
 private:

@@ -6,12 +6,8 @@
 
 MediaConvertFunctionPage::MediaConvertFunctionPage(QWidget *parent)
     : PresetListPage({MediaFunction::Convert,
-                      VideoFormatClass | SpecialVideoFormatClass | AudioFormatClass, allFormats},
+                      VideoFormatClass | SpecialVideoFormatClass | AudioFormatClass, allFormats,
+                      createRowsView<MediaConvertListWidget>},
                      parent)
 {
-}
-
-TaskRowsView *MediaConvertFunctionPage::createRows(QWidget *parent)
-{
-    return new MediaConvertListWidget(parent);
 }

@@ -10,7 +10,4 @@ class MediaConvertFunctionPage : public PresetListPage
 
 public:
     explicit MediaConvertFunctionPage(QWidget *parent = nullptr);
-
-protected:
-    TaskRowsView *createRows(QWidget *parent) override;
 };

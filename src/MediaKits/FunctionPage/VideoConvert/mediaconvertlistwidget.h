@@ -1,18 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/Rows/tasklistwidget.h"
+#include "MediaKits/FunctionPage/Framework/Rows/listof.h"
+#include "MediaKits/FunctionPage/VideoConvert/mediaconvertlistitemwidget.h"
 
-class MediaConvertListWidget : public TaskListWidget
+class MediaConvertListWidget : public ListOf<MediaConvertListItemWidget, MediaFunction::Convert>
 {
     Q_OBJECT
 
 public:
-    explicit MediaConvertListWidget(QWidget *parent = nullptr);
-
-protected:
-    MediaFunction function() const override { return MediaFunction::Convert; }
-    TaskRowWidget *createRow(QListWidgetItem *item) override;
+    using ListOf::ListOf;
 };
-
-Q_DECLARE_METATYPE(MediaConvertListWidget::TaskGrpState)

@@ -6,12 +6,8 @@
 
 MediaCutFunctionPage::MediaCutFunctionPage(QWidget *parent)
     : PresetListPage({MediaFunction::Cut,
-                      VideoFormatClass | SpecialVideoFormatClass | AudioFormatClass, allFormats},
+                      VideoFormatClass | SpecialVideoFormatClass | AudioFormatClass, allFormats,
+                      createRowsView<MediaCutTreeWidget>},
                      parent)
 {
-}
-
-TaskRowsView *MediaCutFunctionPage::createRows(QWidget *parent)
-{
-    return new MediaCutTreeWidget(parent);
 }

@@ -10,7 +10,4 @@ class MediaCutFunctionPage : public PresetListPage
 
 public:
     explicit MediaCutFunctionPage(QWidget *parent = nullptr);
-
-protected:
-    TaskRowsView *createRows(QWidget *parent) override;
 };

@@ -5,11 +5,6 @@
 #include "MediaKits/FunctionPage/VideoCut/mediacutchildtreeitemwidget.h"
 #include "MediaKits/FunctionPage/VideoCut/mediacuttoptreeitemwidget.h"
 
-MediaCutTreeWidget::MediaCutTreeWidget(QWidget *parent) : TaskTreeWidget(parent)
-{
-    qRegisterMetaType<TaskGrpState>("MediaCutTreeWidget::TaskGrpState");
-}
-
 SourceRowWidget *MediaCutTreeWidget::createSourceRow(QTreeWidgetItem *item)
 {
     return new MediaCutTopTreeItemWidget(item, this);

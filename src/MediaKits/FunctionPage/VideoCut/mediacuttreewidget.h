@@ -8,7 +8,7 @@ class MediaCutTreeWidget : public TaskTreeWidget
     Q_OBJECT
 
 public:
-    explicit MediaCutTreeWidget(QWidget *parent = nullptr);
+    using TaskTreeWidget::TaskTreeWidget;
 
 protected:
     MediaFunction function() const override { return MediaFunction::Cut; }

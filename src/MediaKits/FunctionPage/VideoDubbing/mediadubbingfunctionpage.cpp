@@ -5,11 +5,8 @@
 #include "MediaKits/MediaFormats/mediaformats.h"
 
 MediaDubbingFunctionPage::MediaDubbingFunctionPage(QWidget *parent)
-    : PresetListPage({MediaFunction::Dubbing, VideoFormatClass, videoFormats}, parent)
+    : PresetListPage({MediaFunction::Dubbing, VideoFormatClass, videoFormats,
+                      createRowsView<MediaDubbingListWidget>},
+                     parent)
 {
-}
-
-TaskRowsView *MediaDubbingFunctionPage::createRows(QWidget *parent)
-{
-    return new MediaDubbingListWidget(parent);
 }

@@ -10,7 +10,4 @@ class MediaDubbingFunctionPage : public PresetListPage
 
 public:
     explicit MediaDubbingFunctionPage(QWidget *parent = nullptr);
-
-protected:
-    TaskRowsView *createRows(QWidget *parent) override;
 };

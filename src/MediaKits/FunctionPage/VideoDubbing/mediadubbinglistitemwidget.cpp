@@ -14,6 +14,8 @@ TaskRowWidget::Kind dubbingRows()
     kind.function = MediaFunction::Dubbing;
     kind.reportsFailures = true;
     kind.needsPicture = true;
+    kind.openEditor =
+        static_cast<TaskRowWidget::Slot>(&MediaDubbingListItemWidget::on_btnDubbingSet_clicked);
     kind.form.editorButton = QLatin1String("btnDubbingSet");
     kind.form.editorText = MediaDubbingListItemWidget::tr("配乐设置");
     kind.form.editorIcon = QStringLiteral(":/drawable/row_dubbing.png");
@@ -27,13 +29,6 @@ MediaDubbingListItemWidget::MediaDubbingListItemWidget(QListWidgetItem *item, QW
     : VideoRowWidget(RowItem(item), dubbingRows(), parent)
 {
     probeSource();
-}
-
-void MediaDubbingListItemWidget::connectForm(TaskRowForm &form)
-{
-    VideoRowWidget::connectForm(form);
-    connect(&form, &TaskRowForm::editorPressed, this,
-            &MediaDubbingListItemWidget::on_btnDubbingSet_clicked);
 }
 
 void MediaDubbingListItemWidget::on_btnDubbingSet_clicked()

@@ -16,9 +16,6 @@ public:
 public slots:
     void on_btnDubbingSet_clicked();
 
-protected:
-    void connectForm(TaskRowForm &form) override;
-
 private:
     void setDubbing(const QVariantMap &settings, const QVariantList &audioFilters);
 };

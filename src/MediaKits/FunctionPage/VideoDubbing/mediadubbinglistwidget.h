@@ -1,18 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/Rows/tasklistwidget.h"
+#include "MediaKits/FunctionPage/Framework/Rows/listof.h"
+#include "MediaKits/FunctionPage/VideoDubbing/mediadubbinglistitemwidget.h"
 
-class MediaDubbingListWidget : public TaskListWidget
+class MediaDubbingListWidget : public ListOf<MediaDubbingListItemWidget, MediaFunction::Dubbing>
 {
     Q_OBJECT
 
 public:
-    explicit MediaDubbingListWidget(QWidget *parent = nullptr);
-
-protected:
-    MediaFunction function() const override { return MediaFunction::Dubbing; }
-    TaskRowWidget *createRow(QListWidgetItem *item) override;
+    using ListOf::ListOf;
 };
-
-Q_DECLARE_METATYPE(MediaDubbingListWidget::TaskGrpState)

@@ -10,13 +10,10 @@
 #include <QVariant>
 
 MediaGifFunctionPage::MediaGifFunctionPage(QWidget *parent)
-    : ListPage({MediaFunction::Gif, VideoFormatClass, videoFormats}, parent)
+    : ListPage(
+          {MediaFunction::Gif, VideoFormatClass, videoFormats, createRowsView<MediaGifTreeWidget>},
+          parent)
 {
-}
-
-TaskRowsView *MediaGifFunctionPage::createRows(QWidget *parent)
-{
-    return new MediaGifTreeWidget(parent);
 }
 
 void MediaGifFunctionPage::setUpChoices(QWidget *choices)

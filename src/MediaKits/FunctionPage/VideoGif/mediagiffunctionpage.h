@@ -14,6 +14,5 @@ public:
     void on_chkHighQuality_toggled(bool checked);
 
 protected:
-    TaskRowsView *createRows(QWidget *parent) override;
     void setUpChoices(QWidget *choices) override;
 };

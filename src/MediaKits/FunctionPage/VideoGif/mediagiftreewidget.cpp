@@ -8,7 +8,6 @@
 
 MediaGifTreeWidget::MediaGifTreeWidget(QWidget *parent) : TaskTreeWidget(parent)
 {
-    qRegisterMetaType<TaskGrpState>("MediaGifTreeWidget::TaskGrpState");
     setEncParamInfoID(EncParamCatalog::defaultGifId);
 }
 

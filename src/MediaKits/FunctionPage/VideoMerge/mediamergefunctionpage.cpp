@@ -16,18 +16,15 @@ constexpr QSize nameSize(240, 32);
 }
 
 MediaMergeFunctionPage::MediaMergeFunctionPage(QWidget *parent)
-    : PresetListPage({MediaFunction::Merge, VideoFormatClass, videoFormats}, parent)
+    : PresetListPage({MediaFunction::Merge, VideoFormatClass, videoFormats,
+                      createRowsView<MediaMergeListWidget>},
+                     parent)
 {
-}
-
-RowsView *MediaMergeFunctionPage::createRows(QWidget *parent)
-{
-    m_list = new MediaMergeListWidget(parent);
-    return m_list;
 }
 
 void MediaMergeFunctionPage::setUpChoices(QWidget *choices)
 {
+    m_list = static_cast<MediaMergeListWidget *>(&rows());
     PresetListPage::setUpChoices(choices);
     raiseChoices();
     nameStart(QStringLiteral("btnMerge"), tr("开始合并"), tr("正在合并"));

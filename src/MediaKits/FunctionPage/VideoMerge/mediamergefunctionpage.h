@@ -21,7 +21,6 @@ public:
     void on_ledtOutName_textChanged(const QString &arg1);
 
 protected:
-    RowsView *createRows(QWidget *parent) override;
     void setUpChoices(QWidget *choices) override;
     void setUpFormatDialog(MediaFormatDialog &dialog) override;
     /// The parts have to become alike.

@@ -33,10 +33,6 @@ constexpr int tabGap = 8;
 // All controls are to have room on a screen of 540 pixels.
 constexpr int leastPreviewHeight = 150;
 
-// A series up to the end of the video stops short of it, where there is a frame for sure.
-constexpr int endToleranceMs = 9;
-constexpr int endGapMs = 100;
-
 // Rows that are added without a look at the user's events, in ms of work.
 constexpr int addingSliceMs = 8;
 
@@ -198,10 +194,9 @@ void FrameShotDialog::showKind(bool isSeries)
     scrubBar().setRangeVisible(isSeries, isSeries);
 }
 
-FrameShotDialog::Series FrameShotDialog::series() const
+ShotSeries FrameShotDialog::series() const
 {
-    const int end = span().end();
-    return {span().start(), end < duration() - endToleranceMs ? end : duration() - endGapMs,
+    return {span().start(), ShotSeries::lastBefore(span().end(), duration()),
             m_interval->intervalMs()};
 }
 
@@ -238,9 +233,9 @@ void FrameShotDialog::on_btnFragmentAdd_clicked()
     while (!m_waiting.isEmpty())
         m_moments->add(m_waiting.takeFirst().toMap(), false, false);
     m_byButton = true;
-    const Series wanted = series();
+    const ShotSeries wanted = series();
     for (int i = 0; i < wanted.count(); ++i)
-        m_waiting += moment(wanted.start + i * wanted.step);
+        m_waiting += moment(wanted.moment(i));
     addWaiting();
 }
 

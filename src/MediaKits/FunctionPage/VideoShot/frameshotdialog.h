@@ -2,6 +2,7 @@
 #pragma once
 
 #include "MediaKits/FunctionPage/Framework/Editors/timespaneditor.h"
+#include "MediaKits/MediaTasksManager/shotseries.h"
 
 #include <QSharedPointer>
 #include <QTimer>
@@ -45,19 +46,11 @@ private slots:
     void on_cbIsPiiic_toggled(bool checked);
 
 private:
-    struct Series
-    {
-        int start;
-        int end;
-        int step;
-        int count() const { return end < start ? 0 : (end - start) / step + 1; }
-    };
-
     QWidget *makeTabs();
     void setUpTimeSection();
     void setUpList();
     QListWidget *list() const;
-    Series series() const;
+    ShotSeries series() const;
     void showKind(bool isSeries);
     void showCount();
     QVariantMap moment(int ms) const;

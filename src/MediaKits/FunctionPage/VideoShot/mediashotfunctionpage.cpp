@@ -5,13 +5,10 @@
 #include "MediaKits/MediaFormats/mediaformats.h"
 
 MediaShotFunctionPage::MediaShotFunctionPage(QWidget *parent)
-    : ListPage({MediaFunction::Shot, VideoFormatClass, videoFormats}, parent)
+    : ListPage({MediaFunction::Shot, VideoFormatClass, videoFormats,
+                createRowsView<MediaShotListWidget>},
+               parent)
 {
-}
-
-RowsView *MediaShotFunctionPage::createRows(QWidget *parent)
-{
-    return new MediaShotListWidget(parent);
 }
 
 // Each video has choices of its own.

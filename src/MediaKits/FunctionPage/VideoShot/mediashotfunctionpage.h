@@ -12,6 +12,5 @@ public:
     explicit MediaShotFunctionPage(QWidget *parent = nullptr);
 
 protected:
-    RowsView *createRows(QWidget *parent) override;
     void setUpChoices(QWidget *choices) override;
 };

@@ -22,6 +22,8 @@ TaskRowWidget::Kind shotRows()
     kind.reportsFailures = false;
     kind.needsPicture = true;
     kind.form.detail = QLatin1String("Res");
+    kind.openEditor =
+        static_cast<TaskRowWidget::Slot>(&MediaShotListItemWidget::on_btnShotSet_clicked);
     kind.form.editorButton = QLatin1String("btnShotSet");
     kind.form.editorText = MediaShotListItemWidget::tr(" 截图设置");
     kind.form.editorIcon = QStringLiteral(":/drawable/row_shot.png");
@@ -123,12 +125,6 @@ void MediaShotListItemWidget::onSourceProbed(const MediaInfoData &info)
 bool MediaShotListItemWidget::editorAllowed() const
 {
     return TaskRowWidget::editorAllowed() && !isSpecialFormat(sourceSuffix());
-}
-
-void MediaShotListItemWidget::connectForm(TaskRowForm &form)
-{
-    connect(&form, &TaskRowForm::editorPressed, this,
-            &MediaShotListItemWidget::on_btnShotSet_clicked);
 }
 
 void MediaShotListItemWidget::on_btnShotSet_clicked()

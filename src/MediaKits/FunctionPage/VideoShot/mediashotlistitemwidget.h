@@ -28,7 +28,6 @@ protected:
     void keepSource(const QSharedPointer<MediaInfoData> &info) override;
     void onSourceProbed(const MediaInfoData &info) override;
     bool editorAllowed() const override;
-    void connectForm(TaskRowForm &form) override;
 
 private:
     QVariantMap &map() const;

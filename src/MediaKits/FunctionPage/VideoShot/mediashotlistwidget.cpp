@@ -5,11 +5,6 @@
 #include "MediaKits/MediaTasksManager/grouptaskfactory.h"
 #include "MediaKits/MediaTasksManager/mutiimagetask.h"
 
-MediaShotListWidget::MediaShotListWidget(QWidget *parent) : TaskListWidget(parent)
-{
-    qRegisterMetaType<TaskGrpState>("MediaShotListWidget::TaskGrpState");
-}
-
 QSharedPointer<MediaTask> MediaShotListWidget::createTask(const QString &)
 {
     QSharedPointer<MediaTask> task(createGroupTask(MutiImageKind));

@@ -8,7 +8,7 @@ class MediaShotListWidget : public TaskListWidget
     Q_OBJECT
 
 public:
-    explicit MediaShotListWidget(QWidget *parent = nullptr);
+    using TaskListWidget::TaskListWidget;
 
     QString startHindrance() const override;
 
@@ -18,5 +18,3 @@ protected:
     QSharedPointer<MediaTask> createTask(const QString &path) override;
     TaskRowWidget *createRow(QListWidgetItem *item) override;
 };
-
-Q_DECLARE_METATYPE(MediaShotListWidget::TaskGrpState)

@@ -5,11 +5,8 @@
 #include "MediaKits/MediaFormats/mediaformats.h"
 
 MediaWatermarkFunctionPage::MediaWatermarkFunctionPage(QWidget *parent)
-    : PresetListPage({MediaFunction::Watermark, VideoFormatClass, videoFormats}, parent)
+    : PresetListPage({MediaFunction::Watermark, VideoFormatClass, videoFormats,
+                      createRowsView<MediaWatermarkListWidget>},
+                     parent)
 {
-}
-
-TaskRowsView *MediaWatermarkFunctionPage::createRows(QWidget *parent)
-{
-    return new MediaWatermarkListWidget(parent);
 }

@@ -10,7 +10,4 @@ class MediaWatermarkFunctionPage : public PresetListPage
 
 public:
     explicit MediaWatermarkFunctionPage(QWidget *parent = nullptr);
-
-protected:
-    TaskRowsView *createRows(QWidget *parent) override;
 };

@@ -31,6 +31,8 @@ TaskRowWidget::Kind watermarkRows()
     kind.function = MediaFunction::Watermark;
     kind.reportsFailures = true;
     kind.needsPicture = true;
+    kind.openEditor =
+        static_cast<TaskRowWidget::Slot>(&MediaWatermarkListItemWidget::on_btnWatermarkSet_clicked);
     kind.form.editorButton = QLatin1String("btnWatermarkSet");
     kind.form.editorText = MediaWatermarkListItemWidget::tr("水印设置");
     kind.form.editorIcon = QStringLiteral(":/drawable/row_watermark.png");
@@ -44,13 +46,6 @@ MediaWatermarkListItemWidget::MediaWatermarkListItemWidget(QListWidgetItem *item
     : VideoRowWidget(RowItem(item), watermarkRows(), parent)
 {
     probeSource();
-}
-
-void MediaWatermarkListItemWidget::connectForm(TaskRowForm &form)
-{
-    VideoRowWidget::connectForm(form);
-    connect(&form, &TaskRowForm::editorPressed, this,
-            &MediaWatermarkListItemWidget::on_btnWatermarkSet_clicked);
 }
 
 void MediaWatermarkListItemWidget::on_btnWatermarkSet_clicked()

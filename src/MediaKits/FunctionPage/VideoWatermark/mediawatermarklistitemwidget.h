@@ -17,7 +17,6 @@ public slots:
     void on_btnWatermarkSet_clicked();
 
 protected:
-    void connectForm(TaskRowForm &form) override;
     void keepSource(const QSharedPointer<MediaInfoData> &info) override;
 
 private:

@@ -1,18 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "MediaKits/FunctionPage/Framework/Rows/tasklistwidget.h"
+#include "MediaKits/FunctionPage/Framework/Rows/listof.h"
+#include "MediaKits/FunctionPage/VideoWatermark/mediawatermarklistitemwidget.h"
 
-class MediaWatermarkListWidget : public TaskListWidget
+class MediaWatermarkListWidget
+    : public ListOf<MediaWatermarkListItemWidget, MediaFunction::Watermark>
 {
     Q_OBJECT
 
 public:
-    explicit MediaWatermarkListWidget(QWidget *parent = nullptr);
-
-protected:
-    MediaFunction function() const override { return MediaFunction::Watermark; }
-    TaskRowWidget *createRow(QListWidgetItem *item) override;
+    using ListOf::ListOf;
 };
-
-Q_DECLARE_METATYPE(MediaWatermarkListWidget::TaskGrpState)

@@ -20,7 +20,6 @@ public:
     const QString &filter() const { return m_filter; }
     /// File name patterns ("*.mp4") of what is taken from a folder. Empty takes every file.
     void setAllowedPatterns(const QStringList &patterns) { m_allowedPatterns = patterns; }
-    const QStringList &allowedPatterns() const { return m_allowedPatterns; }
 
 signals:
     /// Absolute paths; none when the user picked a folder without a file that is allowed.

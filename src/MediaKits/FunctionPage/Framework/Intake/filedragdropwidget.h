@@ -18,7 +18,6 @@ public:
 
     /// Lower case, without a dot. Empty until set: nothing is taken.
     void setAllowedSuffixes(const QStringList &suffixes) { m_allowedSuffixes = suffixes; }
-    const QStringList &allowedSuffixes() const { return m_allowedSuffixes; }
 
 signals:
     /// Absolute paths, at least one.

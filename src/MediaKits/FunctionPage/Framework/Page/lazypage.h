@@ -22,7 +22,6 @@ public:
 
 protected:
     void ensureBuilt();
-    bool isBuilt() const { return m_isBuilt; }
     /// Makes the page's widgets; once.
     virtual void build() = 0;
 

@@ -56,7 +56,10 @@ void ListPage::build()
 {
     m_ui = std::make_unique<Ui::ListPage>();
     m_ui->setupUi(this);
-    m_rows = createRows(m_ui->fileDragDropWidget);
+    m_rows = m_kind.createRows(m_ui->fileDragDropWidget);
+    // Each list tells its state under a name of its own.
+    const QByteArray stateName = m_rows->metaObject()->className() + QByteArray("::TaskGrpState");
+    qRegisterMetaType<RowsView::TaskGrpState>(stateName.constData());
     auto *layout = new QVBoxLayout(m_ui->fileDragDropWidget);
     layout->setContentsMargins(16, 0, 8, 0);
     layout->addWidget(m_rows);

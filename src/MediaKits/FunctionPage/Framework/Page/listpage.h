@@ -26,6 +26,8 @@ public:
         int formatClasses;
         /// Suffixes of what may be dropped.
         const QStringList &(*dropSuffixes)();
+        /// Makes the list or the tree: `createRowsView` of its class.
+        RowsView *(*createRows)(QWidget *parent);
         /// The class that its dialogs show at first; 0 for the first of those that they offer.
         int firstClass = 0;
     };
@@ -41,7 +43,12 @@ public slots:
     virtual void on_btnConvertAll_clicked();
 
 protected:
-    virtual RowsView *createRows(QWidget *parent) = 0;
+    template<class Rows>
+    static RowsView *createRowsView(QWidget *parent)
+    {
+        return new Rows(parent);
+    }
+
     /// Fills the left of the bottom bar and reads the page's own settings.
     virtual void setUpChoices(QWidget *choices) = 0;
 

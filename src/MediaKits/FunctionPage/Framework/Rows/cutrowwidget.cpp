@@ -7,6 +7,7 @@ namespace {
 
 TaskRowWidget::Kind withEditor(TaskRowWidget::Kind kind)
 {
+    kind.openEditor = static_cast<TaskRowWidget::Slot>(&CutRowWidget::on_btnCut_clicked);
     kind.form.editorButton = QLatin1String("btnCut");
     kind.form.editorToolTip = CutRowWidget::tr("剪裁");
     return kind;
@@ -17,12 +18,6 @@ TaskRowWidget::Kind withEditor(TaskRowWidget::Kind kind)
 CutRowWidget::CutRowWidget(const RowItem &item, const Kind &kind, QWidget *parent)
     : VideoRowWidget(item, withEditor(kind), parent)
 {
-}
-
-void CutRowWidget::connectForm(TaskRowForm &form)
-{
-    VideoRowWidget::connectForm(form);
-    connect(&form, &TaskRowForm::editorPressed, this, &CutRowWidget::on_btnCut_clicked);
 }
 
 void CutRowWidget::on_btnCut_clicked()

@@ -18,6 +18,4 @@ public slots:
 protected:
     /// The row's time or picture was cut anew.
     virtual void onCut() {}
-
-    void connectForm(TaskRowForm &form) override;
 };

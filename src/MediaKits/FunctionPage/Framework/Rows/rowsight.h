@@ -10,8 +10,9 @@
 class MediaRowWidget;
 class QAbstractItemView;
 
-/// Lets the rows of a view make their widgets when they come in sight, a few at a time, so that a
-/// thousand of them are no load. Sets the view up for rows, which is the same for lists and trees.
+/// Lets the rows of a view make their widgets when they come in sight, one after the other, so that
+/// a thousand of them are no load. Sets the view up for rows, which is the same for lists and
+/// trees.
 class RowSight : public QObject
 {
     Q_OBJECT

@@ -6,8 +6,8 @@
 #include "MediaKits/FunctionPage/Framework/Formats/mediaformatsettipsdialog.h"
 #include "MediaKits/FunctionPage/Framework/Intake/mediaimportdialog.h"
 #include "MediaKits/FunctionPage/Framework/Rows/mediarowwidget.h"
+#include "MediaKits/FunctionPage/Framework/Rows/rowsight.h"
 
-#include <QApplication>
 #include <QDateTime>
 #include <QPointer>
 #include <QShortcut>
@@ -45,11 +45,6 @@ void RowsView::addHistory(const QString &source, const QString &result)
 
 void RowsView::deleteFocusedRow()
 {
-    for (QWidget *widget = QApplication::focusWidget(); widget && widget != this;
-         widget = widget->parentWidget()) {
-        if (auto *row = qobject_cast<MediaRowWidget *>(widget)) {
-            row->on_btnDel_clicked();
-            return;
-        }
-    }
+    if (MediaRowWidget *row = RowSight::focusedRow())
+        row->on_btnDel_clicked();
 }

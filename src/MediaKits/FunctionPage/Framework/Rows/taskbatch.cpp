@@ -49,7 +49,7 @@ void TaskBatch::watch(MediaTask *task)
             state == MediaTask::DESTORIED)
             leave(task);
         if (MediaTask::isFinal(state) && m_restarting.contains(task))
-            onFinal(task);
+            restartSoon(task);
         else if (state == MediaTask::DESTORIED)
             m_restarting.remove(task);
     });
@@ -105,7 +105,7 @@ void TaskBatch::restart(MediaTask *task)
 }
 
 // The manager has yet to hear of the end.
-void TaskBatch::onFinal(MediaTask *task)
+void TaskBatch::restartSoon(MediaTask *task)
 {
     m_restarting.remove(task);
     const QPointer<MediaTask> alive(task);

@@ -49,7 +49,7 @@ signals:
 
 private:
     void leave(MediaTask *task);
-    void onFinal(MediaTask *task);
+    void restartSoon(MediaTask *task);
 
     MediaTasksManager m_manager;
     bool m_ticks = false;

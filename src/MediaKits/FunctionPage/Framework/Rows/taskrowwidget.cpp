@@ -61,6 +61,8 @@ RowForm *TaskRowWidget::createForm()
         if (task())
             renameResult(outputNameFrom(typed, outputName()));
     });
+    if (m_kind.openEditor)
+        connect(form, &TaskRowForm::editorPressed, this, m_kind.openEditor);
     connectForm(*form);
     return form;
 }

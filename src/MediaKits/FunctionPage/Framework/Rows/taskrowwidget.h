@@ -16,6 +16,8 @@ class TaskRowWidget : public MediaRowWidget
     Q_OBJECT
 
 public:
+    using Slot = void (TaskRowWidget::*)();
+
     struct Kind
     {
         MediaFunction function = MediaFunction::Home;
@@ -24,6 +26,8 @@ public:
         TaskRowForm::Kind form;
         /// Whether a source without a picture is refused.
         bool needsPicture = false;
+        /// Opens the row's editor: a slot of the subclass; null for none.
+        Slot openEditor = nullptr;
     };
 
     /// @param item holds path and task already

@@ -61,13 +61,6 @@ void FragmentPane::setTexts(const QString &title, const QString &empty)
     list()->setAccessibleName(title);
 }
 
-void FragmentPane::setRowHeight(int pixels)
-{
-    m_kind.rowHeight = pixels;
-    for (int i = 0; i < list()->count(); ++i)
-        list()->item(i)->setSizeHint({0, pixels});
-}
-
 bool FragmentPane::isEmpty() const
 {
     return list()->count() == 0;

@@ -45,7 +45,6 @@ public:
     /// For what an editor does with the current row.
     QListWidget *list() const;
     void setTexts(const QString &title, const QString &empty);
-    void setRowHeight(int pixels);
 
     /// Appends a fragment.
     /// @tparam Row made from the item and a parent
@@ -88,7 +87,7 @@ private:
     void showRow(QListWidgetItem *item, QWidget *row);
     void showCount();
 
-    Kind m_kind;
+    const Kind m_kind;
     const std::unique_ptr<Ui::FragmentPane> m_ui;
     QPushButton *m_addButton;
 };

@@ -17,30 +17,22 @@ ChopMaskAdapter::ChopMaskAdapter(QWidget *target, QObject *parent)
 
 void ChopMaskAdapter::setChopX(int x)
 {
-    QRect rect = m_chopRect;
-    rect.moveLeft(x);
-    setChopRect(rect);
+    setChopRect({QPoint(x, m_chopRect.y()), m_chopRect.size()});
 }
 
 void ChopMaskAdapter::setChopY(int y)
 {
-    QRect rect = m_chopRect;
-    rect.moveTop(y);
-    setChopRect(rect);
+    setChopRect({QPoint(m_chopRect.x(), y), m_chopRect.size()});
 }
 
 void ChopMaskAdapter::setChopW(int w)
 {
-    QRect rect = m_chopRect;
-    rect.setWidth(w);
-    setChopRect(rect);
+    setChopRect({m_chopRect.topLeft(), QSize(w, m_chopRect.height())});
 }
 
 void ChopMaskAdapter::setChopH(int h)
 {
-    QRect rect = m_chopRect;
-    rect.setHeight(h);
-    setChopRect(rect);
+    setChopRect({m_chopRect.topLeft(), QSize(m_chopRect.width(), h)});
 }
 
 void ChopMaskAdapter::setChopRect(QRect rt)

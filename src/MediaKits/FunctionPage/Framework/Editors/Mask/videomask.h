@@ -24,7 +24,6 @@ public:
     QWidget *content() const { return m_content; }
     /// Whether the mask is to be shown whenever its target is.
     void setMaskEnabled(bool enabled);
-    bool isMaskEnabled() const { return m_maskEnabled; }
 
     /// What the content draws, in its own pixels. Where no compositor runs, nothing else of the
     /// window is there, since it would be black; the target then passes on what the pointer does.
