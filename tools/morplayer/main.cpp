@@ -37,7 +37,8 @@ std::vector<std::string> ownOptions()
         "--ytdl=no",
         "--load-unsafe-playlists=no",
         "--access-references=no",
-        "--demuxer-lavf-o=protocol_whitelist=file",
+        // None: what is played is opened by mpv itself.
+        "--demuxer-lavf-o=protocol_whitelist=none",
     };
 }
 
