@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "cage/cage.h"
-#include "cage/installedtool.h"
+#include "cage/playercage.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -42,20 +41,6 @@ std::vector<std::string> ownOptions()
     };
 }
 
-// A display or a sound server on another machine is reached over the network.
-void confine()
-{
-    const std::string display = cage::environmentText("DISPLAY");
-    const std::string sound = cage::environmentText("PULSE_SERVER");
-    const bool isSoundHere = sound.empty() || sound[0] == '/' || sound.rfind("unix:", 0) == 0;
-    if ((!display.empty() && display[0] != ':') || !isSoundHere)
-        return;
-    cage::Needs needs;
-    needs.anyFile = true;
-    needs.localSockets = true;
-    cage::confine(needs);
-}
-
 } // namespace
 
 // Becomes the installed mpv, as one that only plays into a given window.
@@ -70,7 +55,7 @@ int main(int argc, char *argv[])
     for (std::string &word : words)
         arguments.push_back(word.data());
     arguments.push_back(nullptr);
-    confine();
+    cage::confinePlayer();
     ::execv(realPlayer.c_str(), arguments.data());
     std::fprintf(stderr, "%s: %s\n", realPlayer.c_str(), std::strerror(errno));
     return 127;
