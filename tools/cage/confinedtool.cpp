@@ -52,7 +52,7 @@ bool confineToArguments(const std::string &program, int argc, char *argv[])
 int main(int argc, char *argv[])
 {
     const std::string program = cage::findTool(MORVANE_REAL_TOOL_PATH);
-    if constexpr (kind == Plays)
+    if (kind == Plays)
         cage::confinePlayer();
     else if (!confineToArguments(program, argc, argv))
         return 1;
