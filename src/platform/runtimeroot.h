@@ -8,7 +8,7 @@
 /// temporaryRoot(). Should the path be too long for the sockets in it, it is a folder in "/tmp".
 QString runtimeRoot();
 
-/// Removes the sockets in runtimeRoot() that nobody listens to any more, as those of processes that
-/// were killed.
+/// Removes this user's sockets that nobody listens to any more, as those of processes that were
+/// killed, from runtimeRoot() and from the temporary folder, where earlier versions had them.
 /// @param pattern of their names, as "player-*"
 void removeDeadSockets(const QString &pattern);

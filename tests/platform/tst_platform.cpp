@@ -10,6 +10,7 @@
 #include "platform/temporaryroot.h"
 #include "platform/utf8locale.h"
 #include "support/testfile.h"
+#include "support/testmedia.h"
 #include "support/toolrun.h"
 
 #include <QtTest>
@@ -205,7 +206,17 @@ private slots:
         writeTestFile(login.filePath("player-note"_s));
         for (const char *name : {"player-dead", "other-dead"})
             ::close(boundSocket(login.filePath(QLatin1String(name))));
+        // Where earlier versions had them, and another user's.
+        const QTemporaryDir temporary;
+        const QByteArray temporaryBefore = qgetenv("TMPDIR");
+        qputenv("TMPDIR", QFile::encodeName(temporary.path()));
+        for (const char *name : {"player-old", "player-theirs"})
+            ::close(boundSocket(temporary.filePath(QLatin1String(name))));
+        const bool isRoot = ::chown(qPrintable(temporary.filePath("player-theirs"_s)), 1, 1) == 0;
         removeDeadSockets("player-*"_s);
+        temporaryBefore.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", temporaryBefore);
+        QCOMPARE(entriesOf(temporary.path()),
+                 isRoot ? QStringList("player-theirs"_s) : QStringList());
         QCOMPARE(QDir(login.path()).entryList(QDir::Files | QDir::System, QDir::Name),
                  QStringList({"other-dead"_s, "player-alive"_s, "player-note"_s}));
         ::close(alive);

@@ -219,19 +219,33 @@ private slots:
     {
         Convert convert(m_folder->convertParam(media("long.mp4"), "mkv"_s));
         const QString moved = m_folder->path("moved"_s);
-        const auto isBeingWritten = [this] {
-            const QDir::Filters all = QDir::Files | QDir::Hidden;
-            QDirIterator files(m_folder->out, {"*.mkv"_s}, all, QDirIterator::Subdirectories);
-            return files.hasNext();
-        };
-        convert.task->start();
-        QTRY_VERIFY_WITH_TIMEOUT(isBeingWritten(), endLimitMs);
-        QVERIFY(QDir().rename(m_folder->out, moved));
-        QVERIFY(waitForEnd(*convert.task));
+        endWithMovedFolder(*convert.task, "*.mkv"_s, moved);
         QVERIFY2(convert.task->state() == MediaTask::FINISHED, qPrintable(convert.cause()));
         QVERIFY(!QFileInfo::exists(m_folder->out));
         QCOMPARE(entriesOf(moved), QStringList{"b.mkv"_s});
         QVERIFY(probeMedia(moved + "/b.mkv"_s).isMedia());
+    }
+
+    // The steps of a chain know the folder that was told to them.
+    void movedFolderBetweenSteps()
+    {
+        ConcatTaskParam *param = mergeParam();
+        param->files = {mergeInput(media("long.mp4"), 10000), mergeInput(media("long.mp4"), 10000)};
+        Merge merge(param);
+        ConvertTaskParam *gif = m_folder->convertParam(media("long.mp4"), "gif"_s);
+        gif->palette = GifPalette::Own;
+        Convert picture(gif);
+        for (MediaTask *task : {static_cast<MediaTask *>(merge.task.get()),
+                                static_cast<MediaTask *>(picture.task.get())}) {
+            const QString moved = m_folder->path("moved"_s);
+            endWithMovedFolder(*task, "{*"_s, moved);
+            QCOMPARE(task->state(), MediaTask::ERROR);
+            const QString cause = task->failure().cause;
+            QVERIFY2(cause.contains("移走"_s) && cause.contains(m_folder->out), qPrintable(cause));
+            QVERIFY(!QFileInfo::exists(m_folder->out));
+            QCOMPARE(entriesOf(moved), QStringList());
+            QVERIFY(QDir().rmdir(moved));
+        }
     }
 
     void mergeFails()
@@ -254,6 +268,20 @@ private slots:
     }
 
 private:
+    // Moves the output folder as soon as there is something of that name in it.
+    void endWithMovedFolder(MediaTask &task, const QString &name, const QString &moved) const
+    {
+        const auto isBeingWritten = [&] {
+            const QDir::Filters all = QDir::Files | QDir::Dirs | QDir::Hidden;
+            QDirIterator files(m_folder->out, {name}, all, QDirIterator::Subdirectories);
+            return files.hasNext();
+        };
+        task.start();
+        QTRY_VERIFY_WITH_TIMEOUT(isBeingWritten(), endLimitMs);
+        QVERIFY(QDir().rename(m_folder->out, moved));
+        QVERIFY(waitForEnd(task));
+    }
+
     // Takes minutes when nothing ends it.
     ConvertTaskParam *slowParam() const
     {

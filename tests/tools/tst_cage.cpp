@@ -120,6 +120,38 @@ private slots:
         }
     }
 
+    void playerOfAddresses()
+    {
+        for (const QString &tool :
+             {"/usr/bin/mplayer"_s, builtProgram("module/mplayer/mplayer"_s)}) {
+            Listener listener;
+            const int visitors =
+                listener.visitorsOf(tool, {"-vo"_s, "null"_s, "-ao"_s, "null"_s,
+                                           QString::fromLatin1(listener.address()) + "/a.mp3"_s});
+            QVERIFY(visitors >= 0);
+            QCOMPARE(visitors > 0, tool.startsWith("/usr"_s));
+        }
+    }
+
+    // The library that encodes Monkey's Audio runs in a machine that can be told to write a log.
+    void encoderWritesItsResultAlone()
+    {
+        const QString log = m_other.filePath("log"_s);
+        const QStringList logging{"JAVA_TOOL_OPTIONS=-Xlog:gc:file="_s + log};
+        const QString sound = path("sound.wav"_s);
+        makeMedia("-f lavfi -i sine=d=1 @"_s, {sound});
+        const QStringList words{sound, m_other.filePath("made.ape"_s), "-c1000"_s};
+        QCOMPARE(runTool(builtProgram("module/mac/mac"_s), words).exitCode, 0);
+        QVERIFY(QFile::remove(words[1]));
+        QVERIFY(runTool("/usr/bin/java"_s, {"-version"_s}, logging).exitCode == 0);
+        QVERIFY(QFile::remove(log));
+        // Not even beside the result's folder.
+        QVERIFY(QDir(m_other.path()).mkdir("result"_s));
+        runTool(builtProgram("module/mac/mac"_s),
+                {sound, m_other.filePath("result/made.ape"_s), "-c1000"_s}, logging);
+        QVERIFY(!QFile::exists(log));
+    }
+
     // Written is only beside the outputs.
     void nothingElsewhere()
     {

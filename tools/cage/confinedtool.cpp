@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Becomes an installed tool that may read the files which its arguments name and, if it is one that
-// writes, write where they name files that don't exist yet.
+// writes, write where they name files that don't exist yet; or a player.
 #include "cage/cage.h"
 #include "cage/heldplaces.h"
 #include "cage/installedtool.h"
+#include "cage/playercage.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -14,7 +15,8 @@
 
 namespace {
 
-constexpr bool writes = MORVANE_TOOL_WRITES;
+enum Kind { Reads, Writes, Plays };
+constexpr Kind kind = MORVANE_TOOL_KIND;
 
 bool exists(const std::string &path)
 {
@@ -24,26 +26,37 @@ bool exists(const std::string &path)
     return stat(path.c_str(), &facts) == 0;
 }
 
-} // namespace
-
-int main(int argc, char *argv[])
+// False when a place to write in isn't this user's alone.
+bool confineToArguments(const std::string &program, int argc, char *argv[])
 {
     cage::Needs needs;
-    needs.program = cage::findTool(MORVANE_REAL_TOOL_PATH);
+    needs.program = program;
     for (int i = 1; i < argc; ++i) {
         const std::string word = argv[i];
         if (exists(word))
             needs.readable.push_back(word);
-        else if (writes && word.find('/') != std::string::npos)
+        else if (kind == Writes && word.find('/') != std::string::npos)
             needs.writable.push_back(word.substr(0, word.rfind('/') + 1));
     }
     const std::string refused = cage::holdPlaces(&needs.writable);
     if (!refused.empty()) {
         std::fprintf(stderr, "%s: no folder of this user alone\n", refused.c_str());
-        return 1;
+        return false;
     }
     cage::confine(needs);
-    execv(needs.program.c_str(), argv);
+    return true;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const std::string program = cage::findTool(MORVANE_REAL_TOOL_PATH);
+    if (kind == Plays)
+        cage::confinePlayer();
+    else if (!confineToArguments(program, argc, argv))
+        return 1;
+    execv(program.c_str(), argv);
     std::fprintf(stderr, "%s: %s\n", MORVANE_REAL_TOOL_PATH, std::strerror(errno));
     return 127;
 }

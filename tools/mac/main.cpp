@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // mac IN.wav OUT.ape -cN000: encodes with level N (1 fast, 2 normal, 3 high). Exit code 0 means
 // that OUT is there and complete.
+#include "cage/cage.h"
+#include "cage/installedtool.h"
 #include "MediaKits/MediaProcessor/reporttail.h"
 #include "platform/childprocess.h"
 #include "platform/openfolder.h"
@@ -61,6 +63,18 @@ bool isComplete(const QString &path)
     return false;
 }
 
+// This tool and the one that it starts.
+// @return path of the latter
+std::string confineEncoder(const QString &input, const OpenFolder &output)
+{
+    cage::Needs needs;
+    needs.program = cage::findTool("/usr/bin/java");
+    needs.readable = {QFile::encodeName(input).toStdString(), MORVANE_JMAC_JAR};
+    needs.writable = {output.path().toStdString()};
+    cage::confine(needs);
+    return needs.program;
+}
+
 int encode(const QString &input, const QString &output, const QString &level)
 {
     // Frozen and woken together with this tool.
@@ -73,10 +87,11 @@ int encode(const QString &input, const QString &output, const QString &level)
         return 1;
     }
     child.setWorkingDirectory(folder.path());
-    child.start(QStringLiteral("java"),
-                {QStringLiteral("-cp"), QStringLiteral(MORVANE_JMAC_JAR),
-                 QStringLiteral("davaguine.jmac.core.jmacu"), level, input,
-                 QLatin1String("./") + wanted.fileName()},
+    const std::string java = confineEncoder(input, folder);
+    child.start(QString::fromStdString(java),
+                {QStringLiteral("-XX:-UsePerfData"), QStringLiteral("-cp"),
+                 QStringLiteral(MORVANE_JMAC_JAR), QStringLiteral("davaguine.jmac.core.jmacu"),
+                 level, input, QLatin1String("./") + wanted.fileName()},
                 QIODevice::ReadOnly);
     child.waitForFinished(-1);
     ReportTail report;

@@ -14,6 +14,7 @@
 #include <optional>
 
 #include <poll.h>
+#include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -105,6 +106,19 @@ QByteArray answerTo(const ReadRequest &request)
     return message.value_or(packed(ReadAnswer()));
 }
 
+// What the library sets up with its first file is there for all forks then, which takes half of
+// their time from them. It is a sound of four samples in memory; no file of the user's is read in
+// this process.
+void warmUp()
+{
+    constexpr char sound[] = "RIFF\x2c\0\0\0WAVEfmt \x10\0\0\0\1\0\1\0\x44\xac\0\0\x88\x58\1\0"
+                             "\2\0\x10\0data\x8\0\0\0\0\0\0\0\0\0\0";
+    const int file = memfd_create("sound", MFD_CLOEXEC);
+    if (write(file, sound, sizeof sound) == ssize_t(sizeof sound))
+        readWithLibrary(QStringLiteral("/proc/self/fd/%1").arg(file), ReadDepth::Streams);
+    close(file);
+}
+
 } // namespace
 
 int main()
@@ -113,8 +127,7 @@ int main()
     // The system clears away what has ended, and nobody waits for a disk that no longer answers.
     std::signal(SIGCHLD, SIG_IGN);
     std::signal(SIGPIPE, SIG_DFL);
-    // What the library sets up once is there for all then.
-    readWithLibrary(QString(), ReadDepth::Headers);
+    warmUp();
     // Without a buffer it takes no more than what is there.
     QFile input;
     QFile output;

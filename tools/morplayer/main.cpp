@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "cage/cage.h"
-#include "cage/installedtool.h"
+#include "cage/playercage.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -37,22 +36,9 @@ std::vector<std::string> ownOptions()
         "--ytdl=no",
         "--load-unsafe-playlists=no",
         "--access-references=no",
-        "--demuxer-lavf-o=protocol_whitelist=file",
+        // None: what is played is opened by mpv itself.
+        "--demuxer-lavf-o=protocol_whitelist=none",
     };
-}
-
-// A display or a sound server on another machine is reached over the network.
-void confine()
-{
-    const std::string display = cage::environmentText("DISPLAY");
-    const std::string sound = cage::environmentText("PULSE_SERVER");
-    const bool isSoundHere = sound.empty() || sound[0] == '/' || sound.rfind("unix:", 0) == 0;
-    if ((!display.empty() && display[0] != ':') || !isSoundHere)
-        return;
-    cage::Needs needs;
-    needs.anyFile = true;
-    needs.localSockets = true;
-    cage::confine(needs);
 }
 
 } // namespace
@@ -69,7 +55,7 @@ int main(int argc, char *argv[])
     for (std::string &word : words)
         arguments.push_back(word.data());
     arguments.push_back(nullptr);
-    confine();
+    cage::confinePlayer();
     ::execv(realPlayer.c_str(), arguments.data());
     std::fprintf(stderr, "%s: %s\n", realPlayer.c_str(), std::strerror(errno));
     return 127;

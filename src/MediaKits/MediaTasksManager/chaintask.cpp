@@ -87,13 +87,24 @@ void ChainTask::onGroupState(State groupState)
         setState(groupState);
 }
 
-// Where somebody has taken the marker away, tools only say that they may not write.
+bool ChainTask::isOutputGone() const
+{
+    return !m_marker.isEmpty() && !QFileInfo(m_marker).dir().exists();
+}
+
+// Where somebody has taken the marker away, or the folder around it, tools only say that they find
+// nothing or may not write.
 TaskFailure ChainTask::groupFailure() const
 {
-    if (m_marker.isEmpty() || !isMarkerTaken(m_marker))
-        return m_group->failure();
-    return {tr("输出目录中的文件夹被他人占用：%1").arg(QDir::toNativeSeparators(m_marker)),
-            m_group->failure().report};
+    const QStringList report = m_group->failure().report;
+    if (isOutputGone())
+        return {tr("输出目录已被移走或删除：%1")
+                    .arg(QDir::toNativeSeparators(QFileInfo(m_marker).path())),
+                report};
+    if (!m_marker.isEmpty() && isMarkerTaken(m_marker))
+        return {tr("输出目录中的文件夹被他人占用：%1").arg(QDir::toNativeSeparators(m_marker)),
+                report};
+    return m_group->failure();
 }
 
 void ChainTask::failAbout(const TaskFailure &failure)

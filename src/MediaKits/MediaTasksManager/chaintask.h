@@ -45,6 +45,8 @@ protected:
                                const MediaMoveTask::Check &check, const QStringList &parts = {});
     static MediaTask *deleteStep(const QString &workDir);
 
+    /// Whether somebody has moved or removed the output folder since the chain was built.
+    bool isOutputGone() const;
     /// Why nothing can be put at this path, in words for the user; empty when nothing is known.
     static QString outputProblem(const QString &path);
 

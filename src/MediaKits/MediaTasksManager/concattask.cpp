@@ -66,7 +66,7 @@ QString ConcatTask::finalPath() const
 QString ConcatTask::subject() const
 {
     const QString result = m_param->outputName + QLatin1Char('.') + m_param->format;
-    return m_failedInput.isEmpty()
+    return m_failedInput.isEmpty() || isOutputGone()
                ? result
                : tr("%1：%2").arg(result, QDir::toNativeSeparators(m_failedInput));
 }

@@ -2,6 +2,7 @@
 #include "MediaKits/MediaTasksManager/overlaypictures.h"
 
 #include "MediaKits/MediaTasksManager/filealiases.h"
+#include "MediaKits/MediaTasksManager/picturefile.h"
 #include "MediaKits/MediaTasksManager/stepmapping.h"
 #include "platform/fontfile.h"
 #include "platform/lettering.h"
@@ -10,7 +11,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QGuiApplication>
-#include <QImageReader>
 #include <QPainter>
 #include <QRectF>
 
@@ -135,9 +135,8 @@ bool isForFilter(const QByteArray &format)
 QVariantMap withReadablePicture(QVariantMap overlay, FileAliases &aliases)
 {
     const QString path = overlay.value(imageKey).toString();
-    QImageReader reader(path);
-    reader.setDecideFormatFromContent(true);
-    reader.setAutoTransform(true);
+    PictureFile picture(path);
+    QImageReader &reader = picture.reader();
     QString file;
     const bool isTurned = reader.transformation() != QImageIOHandler::TransformationNone;
     const bool isHuge = isTooLarge(reader.size());
@@ -145,7 +144,7 @@ QVariantMap withReadablePicture(QVariantMap overlay, FileAliases &aliases)
         QSize size = boundedSize(overlay.value(rectKey).toRectF().size());
         if (reader.transformation().testFlag(QImageIOHandler::TransformationRotate90))
             size.transpose();
-        if (isHuge || reader.format().startsWith("svg"))
+        if (isHuge || picture.isDrawing())
             reader.setScaledSize(size);
         file = aliases.forImage(reader.read());
     }
@@ -181,9 +180,7 @@ QString overlayProblem(const QVariantList &overlays)
         const QString shown = QDir::toNativeSeparators(path);
         if (!QFileInfo(path).isFile())
             return QCoreApplication::translate("overlay", "找不到水印图片：%1").arg(shown);
-        QImageReader reader(path);
-        reader.setDecideFormatFromContent(true);
-        if (!reader.canRead())
+        if (!PictureFile(path).reader().canRead())
             return QCoreApplication::translate("overlay", "无法读取水印图片：%1").arg(shown);
     }
     return {};

@@ -36,6 +36,9 @@ bool isOursAlone(const QString &path)
 
 bool isDeadSocket(const QByteArray &path)
 {
+    struct stat facts = {};
+    if (::lstat(path.constData(), &facts) != 0 || facts.st_uid != ::geteuid())
+        return false;
     sockaddr_un address = {};
     address.sun_family = AF_UNIX;
     if (path.size() >= int(sizeof address.sun_path))
@@ -66,9 +69,11 @@ QString runtimeRoot()
 
 void removeDeadSockets(const QString &pattern)
 {
-    for (const QFileInfo &file : QDir(runtimeRoot()).entryInfoList({pattern}, QDir::System)) {
-        const QByteArray path = QFile::encodeName(file.filePath());
-        if (isDeadSocket(path))
-            ::unlink(path.constData());
+    for (const QString &folder : {runtimeRoot(), QDir::tempPath()}) {
+        for (const QFileInfo &file : QDir(folder).entryInfoList({pattern}, QDir::System)) {
+            const QByteArray path = QFile::encodeName(file.filePath());
+            if (isDeadSocket(path))
+                ::unlink(path.constData());
+        }
     }
 }

@@ -8,11 +8,15 @@
 #include <QJsonArray>
 #include <QRectF>
 
+#include <algorithm>
+
 namespace {
 
 const QLatin1String sizeKey("size");
 constexpr int leastSize = 6;
 constexpr int mostSize = 720;
+// In picture pixels, beyond any picture.
+constexpr double farthest = 65536.0;
 
 QVariantMap textFromJson(const QJsonObject &json)
 {
@@ -51,14 +55,18 @@ QVariantMap markFromJson(const QJsonObject &json)
 {
     const QString filter = json[MarkKey::filter].toString();
     const QJsonArray sides = json[MarkKey::rect].toArray();
-    const QRectF rect(sides.at(0).toDouble(), sides.at(1).toDouble(), sides.at(2).toDouble(),
-                      sides.at(3).toDouble());
-    if (filter.isEmpty() || rect.isEmpty())
+    const auto side = [&sides](int index) {
+        return qBound(-farthest, sides.at(index).toDouble(), farthest);
+    };
+    const QRectF rect(side(0), side(1), side(2), side(3));
+    const bool isKnown =
+        filter == MarkFilter::text || filter == MarkFilter::image || filter == MarkFilter::delogo;
+    if (!isKnown || rect.width() < 1 || rect.height() < 1)
         return {};
     QVariantMap mark{{MarkKey::filter, filter},
                      {MarkKey::text, json[MarkKey::text].toString()},
-                     {MarkKey::startTime, json[MarkKey::startTime].toInt()},
-                     {MarkKey::endTime, json[MarkKey::endTime].toInt()},
+                     {MarkKey::startTime, std::max(0, json[MarkKey::startTime].toInt())},
+                     {MarkKey::endTime, std::max(0, json[MarkKey::endTime].toInt())},
                      {MarkKey::rect, rect}};
     if (json.contains(MarkKey::opacity))
         mark[MarkKey::opacity] = qBound(0.0, json[MarkKey::opacity].toDouble(), 1.0);

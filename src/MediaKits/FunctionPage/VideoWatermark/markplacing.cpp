@@ -15,6 +15,7 @@
 namespace {
 
 constexpr int leastFont = 6;
+constexpr double mostFont = 4096.0; // as high as a picture may be
 
 double placeAlong(double place, double size, double whole, double newSize, double newWhole)
 {
@@ -35,7 +36,7 @@ double growth(const QRectF &rect, const MarkedPicture &from, const MarkedPicture
 QSizeF resizedText(QVariantMap &mark, double factor, const MarkedPicture &to)
 {
     QFont font = mark.value(MarkKey::font).value<QFont>();
-    font.setPixelSize(std::max(leastFont, qRound(font.pixelSize() * factor)));
+    font.setPixelSize(std::max(leastFont, qRound(std::min(font.pixelSize() * factor, mostFont))));
     mark[MarkKey::font] = font;
     const Lettering lettering{
         mark.value(MarkKey::text).toString(), font, {}, Lettering::roomyInset(font)};

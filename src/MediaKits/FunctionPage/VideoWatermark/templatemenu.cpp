@@ -11,6 +11,8 @@
 #include <QJsonArray>
 #include <QJsonObject>
 
+#include <algorithm>
+
 namespace {
 
 const QLatin1String marksKey("marks");
@@ -18,6 +20,9 @@ const QLatin1String widthKey("width");
 const QLatin1String heightKey("height");
 const QLatin1String aspectKey("pixelAspect");
 const QLatin1String durationKey("duration");
+// Beyond what any picture has: the file may be damaged.
+constexpr int mostPixels = 65536;
+constexpr double mostAspect = 100.0;
 
 // In a menu an ampersand stands for a key.
 QString menuText(QString name)
@@ -97,9 +102,10 @@ QVariantList templateFor(const QString &name, const MarkedPicture &picture)
 {
     const QJsonObject stored = WatermarkTemplates::instance().value(name);
     MarkedPicture from;
-    from.size = {stored[widthKey].toInt(), stored[heightKey].toInt()};
-    from.pixelAspect = stored[aspectKey].toDouble(1.0);
-    from.durationMs = stored[durationKey].toInt();
+    from.size = {qBound(0, stored[widthKey].toInt(), mostPixels),
+                 qBound(0, stored[heightKey].toInt(), mostPixels)};
+    from.pixelAspect = qBound(1.0 / mostAspect, stored[aspectKey].toDouble(1.0), mostAspect);
+    from.durationMs = std::max(0, stored[durationKey].toInt());
     QVariantList marks;
     const QJsonArray entries = stored[marksKey].toArray();
     for (const QJsonValue &entry : entries) {

@@ -8,10 +8,10 @@
 #include "MediaKits/FunctionPage/Framework/Editors/Mask/edgedrag.h"
 #include "MediaKits/FunctionPage/Framework/Editors/Mask/watermarkmaskadapteritem.h"
 #include "MediaKits/FunctionPage/Framework/Editors/Mask/watermarkmaskwidget.h"
+#include "MediaKits/MediaTasksManager/picturefile.h"
 
 #include <QApplication>
 #include <QEventLoop>
-#include <QImageReader>
 #include <QThread>
 #include <QTimer>
 
@@ -57,9 +57,8 @@ TextMaskAdapterItem *WatermarkMaskAdapter::addTextItem()
 
 QPixmap WatermarkMaskAdapter::uprightPicture(const QString &path)
 {
-    QImageReader reader(path);
-    reader.setDecideFormatFromContent(true);
-    reader.setAutoTransform(true);
+    PictureFile picture(path);
+    QImageReader &reader = picture.reader();
     const QSize size = reader.size();
     if (std::max(size.width(), size.height()) <= longestSide)
         return QPixmap::fromImageReader(&reader);
