@@ -30,8 +30,6 @@ constexpr int momentRole = 257;
 constexpr int thumbnailWidth = FrameFragmentItemWidget::imageWidth;
 constexpr QSize usualSize(1036, 660);
 constexpr int tabGap = 8;
-// All controls are to have room on a screen of 540 pixels.
-constexpr int leastPreviewHeight = 150;
 
 // A series up to the end of the video stops short of it, where there is a frame for sure.
 constexpr int endToleranceMs = 9;
@@ -68,7 +66,6 @@ FrameShotDialog::FrameShotDialog(QWidget *parent)
     setObjectName(QStringLiteral("FrameShotDialog"));
     setTitle(tr("截图设置"));
     countFrames();
-    player().setMinimumHeight(leastPreviewHeight);
     addButtonRow(makeTabs());
     setUpTimeSection();
     addSection(m_picture);
