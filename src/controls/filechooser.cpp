@@ -61,7 +61,8 @@ QStringList chooseFiles(QWidget *parent, const Request &request)
     if (const auto answer = takeNextAnswer())
         return *answer;
     const QStringList files = QFileDialog::getOpenFileNames(
-        parent, request.title, startFolder(request), cleanFilter(request.filter));
+        parent, request.title, startFolder(request), cleanFilter(request.filter), nullptr,
+        QFileDialog::HideNameFilterDetails);
     rememberFolderOf(files.value(0));
     return files;
 }
@@ -71,7 +72,8 @@ QString chooseFile(QWidget *parent, const Request &request)
     if (const auto answer = takeNextAnswer())
         return answer->value(0);
     const QString file = QFileDialog::getOpenFileName(parent, request.title, startFolder(request),
-                                                      cleanFilter(request.filter));
+                                                      cleanFilter(request.filter), nullptr,
+                                                      QFileDialog::HideNameFilterDetails);
     rememberFolderOf(file);
     return file;
 }

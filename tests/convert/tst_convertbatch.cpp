@@ -116,12 +116,15 @@ private slots:
         QCOMPARE(test.statePage(0), 1);
         // What is held tells no progress; what takes the row's picture may yet be at work.
         QTRY_VERIFY(areHeld(processesWith(m_long)));
+        QCOMPARE(test.text(0, "lblTimeName"), "已暂停"_s);
+        QVERIFY(child(*test.row(0), "lblTimeRemained")->isHidden());
         const QString progress = test.text(0, "lblProgress");
 
         press(*test.row(0), "btnPause");
         QTRY_COMPARE(test.state(0), MediaTask::RESUMED);
         QTRY_VERIFY_WITH_TIMEOUT(test.text(0, "lblProgress") != progress, endLimitMs);
-        QVERIFY(test.text(0, "lblTimeRemained").startsWith("00:"_s));
+        QCOMPARE(test.text(0, "lblTimeName"), "剩余时间："_s);
+        QTRY_VERIFY_WITH_TIMEOUT(test.text(0, "lblTimeRemained").startsWith("00:"_s), endLimitMs);
 
         // Paused again, a new batch takes it up.
         press(*test.row(0), "btnPause");

@@ -187,6 +187,36 @@ private slots:
         QCOMPARE(test.mark(0, 0).value("rect"_s).toRectF(), QRectF(10, 0, 160, 120));
     }
 
+    // Where the preview stood there would be nothing to be grasped, nor would a change be seen.
+    void previewGoesToTheMark()
+    {
+        WatermarkPage test({m_film});
+        test.edit(0, [](QWidget &dialog) {
+            const auto position = [&dialog] { return child<QLabel>(dialog, "lblPos")->text(); };
+            const auto leave = [&] {
+                emit child<QSlider>(dialog, "scrubBar")->sliderMoved(3000);
+                QCOMPARE(position(), "00:00:03"_s);
+            };
+            press(dialog, "btnPlay");
+            child<QTimeEdit>(dialog, "tedtEnd")->setTime(QTime(0, 0, 1));
+            leave();
+            press(dialog, "btnAddDelogo");
+            QCOMPARE(position(), "00:00:00"_s);
+            QVERIFY(selectedBox(dialog));
+            leave();
+            addText(dialog, "墨泉"_s);
+            QCOMPARE(position(), "00:00:00"_s);
+            leave();
+            child<QSlider>(dialog, "sliderOpacity")->setValue(40);
+            QCOMPARE(position(), "00:00:00"_s);
+            leave();
+            markList(dialog)->setCurrentRow(0);
+            QCOMPARE(position(), "00:00:00"_s);
+            press(dialog, "btnOk");
+        });
+        QCOMPARE(test.mark(0, 0).value("endTime"_s).toInt(), 1000);
+    }
+
     void timesInAnotherFilm()
     {
         const auto moved = [](int start, int end, int from, int to) {

@@ -9,6 +9,7 @@
 #include "MediaKits/FunctionPage/ScreenRecord/camerapreviewmanager.h"
 #include "MediaKits/FunctionPage/ScreenRecord/recordkeys.h"
 #include "MediaKits/Player/mediapreviewwnd.h"
+#include "platform/screensize.h"
 #include "ui_screencapfuncionpage.h"
 
 #include <QApplication>
@@ -213,12 +214,12 @@ void ScreencapFuncionPage::pauseOrResume()
 
 void ScreencapFuncionPage::on_wbnCapStartPause_clicked()
 {
+    showPhase(); // the click has toggled the button
     const QPointer<ScreencapFuncionPage> alive(this);
     if (m_run->phase() == RecordingRun::Ready)
         start();
     else
         m_run->pauseOrResume();
-    // The click has toggled the button.
     if (alive)
         showPhase();
 }
@@ -370,8 +371,12 @@ void ScreencapFuncionPage::showHints()
     const QString modes[] = {tr("录制整个桌面"), tr("开始后拖动选择区域"),
                              tr("开始后单击选择窗口")};
     m_ui->lblModeHint->setText(modes[mode() - Screencap::FullMode]);
-    const QString sizes[] = {QStringLiteral("1280 × 720"), QStringLiteral("1920 × 1080"),
-                             tr("与屏幕相同")};
+    const QSize screen = screenSizeInPixels();
+    const auto sized = [&screen](int width, int height) {
+        const bool fits = QRect(QPoint(), screen).contains(width - 1, height - 1);
+        return (fits ? tr("%1 × %2") : tr("放大到 %1 × %2")).arg(width).arg(height);
+    };
+    const QString sizes[] = {sized(1280, 720), sized(1920, 1080), tr("与屏幕相同")};
     m_ui->lblDefinitionHint->setText(mode() == Screencap::FullMode
                                          ? sizes[engine().definition()]
                                          : tr("区域和窗口按原始尺寸录制"));

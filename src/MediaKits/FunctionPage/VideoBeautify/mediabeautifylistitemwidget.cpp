@@ -38,6 +38,7 @@ void MediaBeautifyListItemWidget::on_btnBeautySet_clicked()
         return;
     auto *dialog = new VideoBeautyDialog(this);
     dialog->showMedium(sourcePath(), *info);
+    dialog->setHasSound(!info->audios.isEmpty());
     dialog->setParam(param().beauty);
     edit(
         dialog, [](const VideoBeautyDialog &edited) { return edited.param(); },

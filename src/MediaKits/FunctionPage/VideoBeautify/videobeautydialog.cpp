@@ -232,6 +232,15 @@ void VideoBeautyDialog::on_btnReset_clicked()
     preview();
 }
 
+void VideoBeautyDialog::setHasSound(bool hasSound)
+{
+    m_ui->lblVolume->setText(hasSound ? tr("播放音量：") : tr("没有声音："));
+    for (QWidget *part :
+         {static_cast<QWidget *>(m_ui->lblVolume), static_cast<QWidget *>(m_ui->sliderVolume),
+          static_cast<QWidget *>(m_ui->sbVolume)})
+        part->setEnabled(hasSound);
+}
+
 void VideoBeautyDialog::setParam(const QSharedPointer<VideoBeautyParam> &param)
 {
     m_param = param;

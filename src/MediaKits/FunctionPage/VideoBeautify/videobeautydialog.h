@@ -26,6 +26,8 @@ public:
     explicit VideoBeautyDialog(QWidget *parent = nullptr);
     ~VideoBeautyDialog() override;
 
+    /// Without sound there is no loudness to set.
+    void setHasSound(bool hasSound);
     /// Shows an earlier result; null leaves what is shown.
     void setParam(const QSharedPointer<VideoBeautyParam> &param);
     /// The result, once the dialog was accepted: a record of its own.

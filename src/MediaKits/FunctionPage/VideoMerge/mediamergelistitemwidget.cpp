@@ -4,6 +4,7 @@
 #include "MediaKits/FunctionPage/Framework/Editors/Cut/videocutdialog.h"
 #include "MediaKits/FunctionPage/Framework/Rows/taskbatch.h"
 #include "MediaKits/FunctionPage/VideoMerge/mergerowform.h"
+#include "MediaKits/MediaFormats/mediaformats.h"
 #include "MediaKits/MediaFormats/mediatexts.h"
 
 MediaMergeListItemWidget::MediaMergeListItemWidget(QListWidgetItem *item, QWidget *parent)
@@ -49,7 +50,7 @@ QWidget *MediaMergeListItemWidget::moveButton(ItemOperate operate) const
 
 RowForm *MediaMergeListItemWidget::createForm()
 {
-    m_form = new MergeRowForm(this);
+    m_form = new MergeRowForm(isAudioFormat(sourceSuffix()), this);
     m_form->setPosition(m_position);
     connect(m_form, &MergeRowForm::upPressed, this, &MediaMergeListItemWidget::on_btnUp_clicked);
     connect(m_form, &MergeRowForm::downPressed, this,

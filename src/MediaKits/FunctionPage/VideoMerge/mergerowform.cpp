@@ -12,7 +12,7 @@ constexpr QSize arrowSize(24, 24);
 
 } // namespace
 
-MergeRowForm::MergeRowForm(QWidget *parent)
+MergeRowForm::MergeRowForm(bool audio, QWidget *parent)
     : RowForm(parent), m_ui(std::make_unique<Ui::MergeRowForm>())
 {
     m_ui->setupUi(this);
@@ -21,7 +21,7 @@ MergeRowForm::MergeRowForm(QWidget *parent)
     // One task fills all rows alike.
     m_ui->lstItemwdtTask->setFlat(true);
     m_ui->lblTo->setPixmap(iconPixmap(QStringLiteral(":/drawable/row_to.png"), arrowSize));
-    m_ui->wdtVideo->showPlaceholder(false);
+    m_ui->wdtVideo->showPlaceholder(audio);
     setUpButtons(m_ui->btnDel, *m_ui->wdtVideo);
     connect(m_ui->btnUp, &QPushButton::clicked, this, &MergeRowForm::upPressed);
     connect(m_ui->btnDown, &QPushButton::clicked, this, &MergeRowForm::downPressed);

@@ -15,7 +15,8 @@ class MergeRowForm : public RowForm
     Q_OBJECT
 
 public:
-    explicit MergeRowForm(QWidget *parent);
+    /// @param audio whether the file is one of sound alone
+    MergeRowForm(bool audio, QWidget *parent);
     ~MergeRowForm() override;
 
     /// `out` tells what the input is cut to: the picture's size and the time.

@@ -30,8 +30,6 @@ constexpr int momentRole = 257;
 constexpr int thumbnailWidth = FrameFragmentItemWidget::imageWidth;
 constexpr QSize usualSize(1036, 660);
 constexpr int tabGap = 8;
-// All controls are to have room on a screen of 540 pixels.
-constexpr int leastPreviewHeight = 150;
 
 // Rows that are added without a look at the user's events, in ms of work.
 constexpr int addingSliceMs = 8;
@@ -64,7 +62,6 @@ FrameShotDialog::FrameShotDialog(QWidget *parent)
     setObjectName(QStringLiteral("FrameShotDialog"));
     setTitle(tr("截图设置"));
     countFrames();
-    player().setMinimumHeight(leastPreviewHeight);
     addButtonRow(makeTabs());
     setUpTimeSection();
     addSection(m_picture);

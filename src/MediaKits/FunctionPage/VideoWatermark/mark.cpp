@@ -1,6 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "MediaKits/FunctionPage/VideoWatermark/mark.h"
 
+bool isSeenAt(const QVariantMap &mark, int ms)
+{
+    const int end = mark.value(MarkKey::endTime).toInt();
+    return end <= 0 || (mark.value(MarkKey::startTime).toInt() <= ms && ms <= end);
+}
+
 QVariantList plainMarks(const QVariantList &marks)
 {
     QVariantList maps;

@@ -27,6 +27,9 @@ inline const QString image = QStringLiteral("watermark");
 inline const QString delogo = QStringLiteral("delogo");
 } // namespace MarkFilter
 
+/// Whether a mark is in the picture at that time. Without an end it lasts for the whole film, as it
+/// does in the file.
+bool isSeenAt(const QVariantMap &mark, int ms);
 /// Copies of the maps, which nobody shares.
 QVariantList plainMarks(const QVariantList &marks);
 /// Shared maps of plain ones, each with a map of its own.

@@ -272,10 +272,7 @@ void MarkSet::showAt(int ms)
         const Mark mark = markOf(item);
         if (!mark || !boxOf(item))
             continue;
-        const int start = mark->value(MarkKey::startTime).toInt();
-        const int end = mark->value(MarkKey::endTime).toInt();
-        // Without an end it lasts for the whole film, as it does in the file.
-        m_mask->setItemVisible(boxOf(item), end <= 0 || (start <= ms && ms <= end));
+        m_mask->setItemVisible(boxOf(item), isSeenAt(*mark, ms));
     }
 }
 
@@ -304,6 +301,8 @@ void MarkSet::onCurrentChanged()
 {
     m_mask->selectItem(currentBox());
     emit currentChanged();
+    if (!m_isLoading)
+        emit chosen();
 }
 
 void MarkSet::select(const WatermarkMaskAdapterItem *box)

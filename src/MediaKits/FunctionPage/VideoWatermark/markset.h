@@ -53,6 +53,8 @@ public:
 signals:
     /// Another mark is the current one, or none is.
     void currentChanged();
+    /// The user has made another mark the current one.
+    void chosen();
     /// A mark was added, changed or removed.
     /// @param step what goes with the step before it when that has the same name; empty for none
     void edited(const QString &step);

@@ -97,13 +97,9 @@ void VideoWatermarkDialog::setUpPanes()
     addButtonRow(m_ui->wdtAddWM);
     addSection(m_ui->wdtPosition);
     addSection(m_ui->wdtOpacity);
-    QWidget *panel = editorArea();
-    panel->setObjectName(QStringLiteral("scrollArea"));
-    panel->setFixedHeight(panelHeight);
-    QSizePolicy policy = panel->sizePolicy();
-    // The picture keeps its size while the panel isn't there.
-    policy.setRetainSizeWhenHidden(true);
-    panel->setSizePolicy(policy);
+    editorArea()->setObjectName(QStringLiteral("scrollArea"));
+    // The picture keeps its size while the other sections aren't there.
+    timeSection().setMinimumHeight(panelHeight);
     timeSection().setObjectName(QStringLiteral("wdtTimeQuantum"));
     timeSection().title()->setText(tr("水印时间段"));
     timeSection().setDisplayFormat(QStringLiteral("hh:mm:ss"));
@@ -140,8 +136,10 @@ void VideoWatermarkDialog::connectControls()
     });
     connect(&span(), &TimeSpanBinding::pointChanged, this, &VideoWatermarkDialog::applyTime);
     connect(m_marks, &MarkSet::currentChanged, this, &VideoWatermarkDialog::showPanel);
+    connect(m_marks, &MarkSet::chosen, this, &VideoWatermarkDialog::goToMark);
     connect(m_marks, &MarkSet::textEditWanted, this, &VideoWatermarkDialog::editText);
     connect(m_marks, &MarkSet::edited, this, [this](const QString &step) {
+        goToMark();
         m_marks->showAt(position());
         m_history.note(plainList(), step);
     });
@@ -270,6 +268,13 @@ void VideoWatermarkDialog::showPanel()
     m_ui->sliderOpacity->setValue(opacity);
     m_ui->sbOpacity->setValue(opacity);
     m_ui->cbAspectKeep->setChecked(mark->value(MarkKey::aspectKeep, true).toBool());
+}
+
+void VideoWatermarkDialog::goToMark()
+{
+    const Mark mark = m_marks->current();
+    if (mark && !isSeenAt(*mark, position()))
+        seek(mark->value(MarkKey::startTime).toInt());
 }
 
 void VideoWatermarkDialog::applyTime()

@@ -59,6 +59,8 @@ private:
     void editText();
     void showInPlayer();
     void showPanel();
+    /// Takes the preview to where the current mark is seen.
+    void goToMark();
     void applyTime();
     void applyOpacity(int percent);
     bool handleMarkKey(const QKeyEvent &event);

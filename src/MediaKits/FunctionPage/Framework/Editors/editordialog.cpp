@@ -2,6 +2,7 @@
 #include "MediaKits/FunctionPage/Framework/Editors/editordialog.h"
 
 #include "controls/edgeresizer.h"
+#include "controls/scrollpanel.h"
 #include "controls/titlebar.h"
 #include "MediaKits/FunctionPage/Framework/Dialogs/mediamessagebox.h"
 #include "MediaKits/MediaFormats/mediatexts.h"
@@ -79,6 +80,7 @@ EditorDialog::EditorDialog(QWidget *parent)
     setUpForm(*m_ui);
     findChild<TitleBar *>()->setObjectName(QStringLiteral("wdtTiltle"));
     body()->setProperty("cls", QStringLiteral("editor"));
+    m_ui->wdtEditor->setAutoFillBackground(false); // the cards lie on the dialog's own grey
     m_ui->wdtSide->hide();
     connectPlayer();
     new EdgeResizer(this, resizeBorder);
@@ -105,6 +107,11 @@ QWidget *EditorDialog::editorArea() const
     return m_ui->wdtEditor;
 }
 
+void EditorDialog::setColumns(QBoxLayout *columns)
+{
+    m_ui->scpEditor->setColumns(columns);
+}
+
 QPushButton *EditorDialog::confirmButton() const
 {
     return m_ui->btnSave;
@@ -112,7 +119,7 @@ QPushButton *EditorDialog::confirmButton() const
 
 void EditorDialog::addButtonRow(QWidget *row)
 {
-    m_ui->layoutMain->insertWidget(m_ui->layoutMain->indexOf(editorArea()), row);
+    m_ui->layoutMain->insertWidget(m_ui->layoutMain->indexOf(m_ui->scpEditor), row);
 }
 
 void EditorDialog::offerForAll()

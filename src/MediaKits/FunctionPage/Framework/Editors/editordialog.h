@@ -9,6 +9,7 @@
 
 class CSVideoPlayer;
 class InterceptSlider;
+class QBoxLayout;
 class QCheckBox;
 class QPushButton;
 struct MediaInfoData;
@@ -79,8 +80,10 @@ protected:
     /// Tells at the foot why something isn't as it was asked for; empty for nothing.
     void showHint(const QString &hint);
 
-    /// Where the subclass lays out its controls, below the preview.
+    /// Where the subclass lays out its controls, below the preview. Scrolled in a small window.
     QWidget *editorArea() const;
+    /// Lets the parts of a layout in there stand one below the other where the width is too small.
+    void setColumns(QBoxLayout *columns);
     /// The button that takes the result, "btnSave" unless it is named otherwise.
     QPushButton *confirmButton() const;
     /// Adds a row of buttons between the preview's controls and the editor's.

@@ -20,6 +20,7 @@ TimeSpanEditor::TimeSpanEditor(QWidget *parent, Points points)
 {
     m_sections->setContentsMargins(0, 0, 0, 0);
     m_sections->setSpacing(sectionGap);
+    setColumns(m_sections);
     addSection(m_edit);
     const bool hasEnd = points == StartAndEnd;
     m_edit->endRow()->setVisible(hasEnd);

@@ -15,7 +15,7 @@
 namespace {
 
 constexpr int fieldHeight = 32;
-constexpr int leastFieldWidth = 220;
+constexpr int leastFieldWidth = 160;
 constexpr int mostFieldWidth = 360;
 constexpr int leastButtonWidth = 64;
 
@@ -47,6 +47,8 @@ OutputFolderEdit::OutputFolderEdit(QWidget *parent)
     connect(m_field, &QLineEdit::textChanged, this,
             &OutputFolderEdit::on_ledtCustomPath_textChanged);
     connect(m_field, &QLineEdit::editingFinished, this, &OutputFolderEdit::showMeantFolder);
+    // Of a long one the beginning is to be seen, unless it is being typed.
+    connect(m_field, &QLineEdit::textChanged, this, &OutputFolderEdit::showBeginning);
 }
 
 void OutputFolderEdit::setCaptions(const QString &field, const QString &change)
@@ -98,6 +100,12 @@ void OutputFolderEdit::on_ledtCustomPath_textChanged(const QString &arg1)
     emit folderChanged(folder());
     if (!m_field->isModified())
         emit folderChosen(folder());
+}
+
+void OutputFolderEdit::showBeginning()
+{
+    if (!m_field->hasFocus())
+        m_field->setCursorPosition(0);
 }
 
 void OutputFolderEdit::showMeantFolder()

@@ -41,6 +41,7 @@ signals:
 
 private:
     void showMeantFolder();
+    void showBeginning();
 
     MediaFunction m_function;
     QHBoxLayout *m_layout;

@@ -162,7 +162,9 @@ void TaskRowForm::showContent(const RowContent &content)
     m_ui->swdtState->setCurrentIndex(content.page);
     m_ui->lstItemwdtTask->setValue(content.progress);
     m_ui->lblProgress->setText(content.progressText);
+    m_ui->lblTimeName->setText(content.paused ? tr("已暂停") : tr("剩余时间："));
     m_ui->lblTimeRemained->setText(content.remainingText);
+    m_ui->lblTimeRemained->setHidden(content.paused);
     m_ui->wdtTime->setHidden(content.waiting);
     showPaused(content.paused);
 

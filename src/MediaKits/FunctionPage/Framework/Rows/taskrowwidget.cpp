@@ -17,14 +17,10 @@
 #include <QPointer>
 #include <QTimer>
 
-#include <cmath>
-
 namespace {
 
 constexpr int fullBarShownMs = 100;
 constexpr int fullBar = 100;
-// A progress below this is none.
-constexpr double smallestProgress = 1e-12;
 constexpr int failedConversionEvent = 50;
 
 } // namespace
@@ -160,8 +156,9 @@ void TaskRowWidget::onTaskState(MediaTask::State state)
 void TaskRowWidget::onTaskProgress(double progress)
 {
     m_progress = progress;
-    if (std::abs(progress) > smallestProgress)
-        setShown(&RowContent::remainingText, m_workTimer.remainingText(progress));
+    const QString remaining = m_workTimer.remainingText(progress);
+    if (!remaining.isEmpty())
+        setShown(&RowContent::remainingText, remaining);
     showProgress(progress);
 }
 

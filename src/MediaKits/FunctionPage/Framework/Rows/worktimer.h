@@ -14,9 +14,12 @@ public:
 
     /// ms of work so far
     int elapsedMs() const;
-    /// The expected rest as "hh:mm:ss", a second rounded up; for a progress above 0.
+    /// The expected rest as "hh:mm:ss", a second rounded up; empty while the work has been too
+    /// short for one to mean anything.
     /// @param progress up to 1
-    QString remainingText(double progress) const;
+    QString remainingText(double progress) const { return remainingText(progress, elapsedMs()); }
+    /// The same after that much work.
+    static QString remainingText(double progress, int elapsedMs);
 
 private:
     QElapsedTimer m_clock; ///< invalid while paused
