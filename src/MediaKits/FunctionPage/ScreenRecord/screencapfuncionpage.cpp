@@ -7,9 +7,9 @@
 #include "MediaKits/FunctionPage/Framework/Dialogs/mediamessagebox.h"
 #include "MediaKits/FunctionPage/Framework/Rows/mediarowwidget.h"
 #include "MediaKits/FunctionPage/ScreenRecord/camerapreviewmanager.h"
+#include "MediaKits/FunctionPage/ScreenRecord/definitionhint.h"
 #include "MediaKits/FunctionPage/ScreenRecord/recordkeys.h"
 #include "MediaKits/Player/mediapreviewwnd.h"
-#include "platform/screensize.h"
 #include "ui_screencapfuncionpage.h"
 
 #include <QApplication>
@@ -371,14 +371,8 @@ void ScreencapFuncionPage::showHints()
     const QString modes[] = {tr("录制整个桌面"), tr("开始后拖动选择区域"),
                              tr("开始后单击选择窗口")};
     m_ui->lblModeHint->setText(modes[mode() - Screencap::FullMode]);
-    const QSize screen = screenSizeInPixels();
-    const auto sized = [&screen](int width, int height) {
-        const bool fits = QRect(QPoint(), screen).contains(width - 1, height - 1);
-        return (fits ? tr("%1 × %2") : tr("放大到 %1 × %2")).arg(width).arg(height);
-    };
-    const QString sizes[] = {sized(1280, 720), sized(1920, 1080), tr("与屏幕相同")};
     m_ui->lblDefinitionHint->setText(mode() == Screencap::FullMode
-                                         ? sizes[engine().definition()]
+                                         ? definitionHint(engine().definition())
                                          : tr("区域和窗口按原始尺寸录制"));
 }
 
