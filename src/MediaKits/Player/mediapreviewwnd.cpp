@@ -64,6 +64,12 @@ void reportClick(const QString &button)
                                       {{QStringLiteral("button_click"), button}});
 }
 
+// Keys that a user types into a field don't become orders to the player.
+bool isTextTyped()
+{
+    return qobject_cast<QLineEdit *>(QApplication::focusWidget()) != nullptr;
+}
+
 } // namespace
 
 MediaPreviewWnd &MediaPreviewWnd::instance()
@@ -195,11 +201,9 @@ void MediaPreviewWnd::open()
     if (!isVisible() && !testAttribute(Qt::WA_Moved) && owner)
         setGeometry(withinArea({owner->geometry().center() - rect().center(), size()},
                                owner->screen()->availableGeometry()));
-    // Keys that a user types into a field don't become orders to the player.
-    const bool isTyping = qobject_cast<QLineEdit *>(QApplication::focusWidget()) != nullptr;
-    setAttribute(Qt::WA_ShowWithoutActivating, isTyping);
+    setAttribute(Qt::WA_ShowWithoutActivating, isTextTyped());
     show();
-    if (!isTyping)
+    if (!isTextTyped())
         QTimer::singleShot(0, this, [this] { activateWindow(); });
 }
 
@@ -271,7 +275,9 @@ void MediaPreviewWnd::playLast()
     if (!isVisible() || m_ui->lwIconPlaylist->count() == 0 || m_ui->lwIconPlaylist->currentItem())
         return;
     m_ui->lwIconPlaylist->setCurrentRow(m_ui->lwIconPlaylist->count() - 1);
-    toast(tr("当前音量:%1").arg(m_ui->csPlayer->volume()), volumeMessageMs);
+    // A popup would take the keys.
+    if (!isTextTyped())
+        toast(tr("当前音量:%1").arg(m_ui->csPlayer->volume()), volumeMessageMs);
 }
 
 void MediaPreviewWnd::showListedFile(const QString &path, const QVariantMap &info)
