@@ -57,9 +57,9 @@ void PlayableTest::film(const QString &name, const QString &size, const QString 
               {raw, path(name)});
 }
 
-ProbedFile PlayableTest::converted(const QString &name, int preset)
+ProbedFile PlayableTest::converted(const QString &name, int preset, const QStringList &options)
 {
-    const QJsonObject record = convertOne(path(name), preset, m_out.path());
+    const QJsonObject record = convertOne(path(name), preset, m_out.path(), options);
     m_result = record["output"_s].toString();
     [&] { QVERIFY2(!m_result.isEmpty(), qPrintable(record["message"_s].toString())); }();
     return probeMedia(m_result);

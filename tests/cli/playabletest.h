@@ -39,7 +39,8 @@ protected:
     /// @param coding filters and options of the output
     void film(const QString &name, const QString &size, const QString &coding);
     /// Converts a file of the test's folder; fails the test when there is no result.
-    ProbedFile converted(const QString &name, int preset);
+    /// @param options of the conversion
+    ProbedFile converted(const QString &name, int preset, const QStringList &options = {});
     /// Fails the test unless the last result shows the areas as a player shows them.
     void verifyAreas(const QJsonObject &video) const;
 

@@ -34,6 +34,7 @@ private slots:
     void looksLikeItsSource();
     void keepsProportions_data();
     void keepsProportions();
+    void keepsItsRate();
     void reachesQuality_data();
     void reachesQuality();
 
@@ -124,6 +125,19 @@ void TestPlayable::keepsProportions()
         QCOMPARE(video["width"_s].toInt() % 2, 0);
         QCOMPARE(video["height"_s].toInt() % 2, 0);
     }
+}
+
+// Made faster, a film has the frames a second that it had: those of its faster part where they
+// change.
+void TestPlayable::keepsItsRate()
+{
+    film("slows.mp4"_s, "320:240"_s,
+         "format=yuv420p,loop=-1:1,trim=end_frame=250,setpts=N/25/TB,"
+         "select=lt(t\\,4)+not(mod(n\\,5)) -vsync vfr"_s +
+             avc);
+    const ProbedFile faster = converted("slows.mp4"_s, Mp4, {"--beauty"_s, "speed=2"_s});
+    const double rate = faster.video["nb_frames"_s].toString().toDouble() / faster.seconds;
+    QVERIFY2(qAbs(rate - 25) < 1, qPrintable(QString::number(rate)));
 }
 
 // By eye, as it were: 1 for the same picture.

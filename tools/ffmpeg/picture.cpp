@@ -30,15 +30,18 @@ std::string rateLimit(double measured)
 }
 
 // The frames of a picture that was made faster or slower, again at a steady rate: left to the
-// encoder's end, ffmpeg shows the last of them a few times too many.
+// encoder's end, ffmpeg shows the last of them a few times too many. Where the source's rate
+// changes, the one that it has for most of its frames is more than the average.
 std::string steadyRate(const OutputWords &output, const SourceFacts &facts)
 {
     if (!output.value("-r").empty())
         return "fps=" + output.value("-r");
     if (facts.frameRate <= 0)
         return {};
-    return "fps=" + (facts.frameRate > highestRate ? rateLimit(facts.frameRate)
-                                                   : std::to_string(facts.frameRate));
+    const std::string limit = rateLimit(facts.frameRate);
+    const std::string measured =
+        facts.frameRate > highestRate ? limit : std::to_string(facts.frameRate);
+    return "fps='if(between(source_fps,0.01," + limit + "),source_fps," + measured + ")'";
 }
 
 std::string shapeFilters(const OutputWords &output, const std::string &encoder)
