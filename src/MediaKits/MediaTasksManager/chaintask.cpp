@@ -89,7 +89,7 @@ void ChainTask::onGroupState(State groupState)
 
 bool ChainTask::isOutputGone() const
 {
-    return !m_marker.isEmpty() && !QFileInfo(m_marker).dir().exists();
+    return m_hasWorkDir && !QFileInfo(m_marker).dir().exists();
 }
 
 // Where somebody has taken the marker away, or the folder around it, tools only say that they find
@@ -116,6 +116,7 @@ QString ChainTask::newWorkDir(const QString &outputDir)
 {
     const QString workDir = newWorkFolderPath(outputFolder(outputDir).absolutePath());
     m_marker = QFileInfo(workDir).path();
+    m_hasWorkDir = false;
     return workDir;
 }
 
@@ -128,6 +129,10 @@ MediaTask *ChainTask::createStep(const QString &workDir)
 {
     auto *step = new TempDirCreateTask(QStringLiteral("TempDirCreateTask"), QString());
     step->setParam(new TempDirCreateParam(workDir));
+    connect(
+        step, &MediaTask::taskStateChanged, this,
+        [this](State stepState) { m_hasWorkDir = m_hasWorkDir || stepState == FINISHED; },
+        Qt::DirectConnection);
     return step;
 }
 

@@ -40,12 +40,12 @@ protected:
     static QString outputPath(const QString &dir, const QString &name, const QString &format);
 
     // The steps around the work of every chain.
-    static MediaTask *createStep(const QString &workDir);
+    MediaTask *createStep(const QString &workDir);
     static MediaTask *moveStep(const QString &from, const QString &to,
                                const MediaMoveTask::Check &check, const QStringList &parts = {});
     static MediaTask *deleteStep(const QString &workDir);
 
-    /// Whether somebody has moved or removed the output folder since the chain was built.
+    /// Whether somebody has moved or removed the output folder since the work folder was made.
     bool isOutputGone() const;
     /// Why nothing can be put at this path, in words for the user; empty when nothing is known.
     static QString outputProblem(const QString &path);
@@ -57,5 +57,6 @@ private:
 
     FileAliases m_aliases;
     QString m_marker;                  ///< path of the directory around the work folder
+    bool m_hasWorkDir = false;         ///< the chain has made its work folder
     GroupMediaTask *m_group = nullptr; ///< owned, goes by `deleteLater`
 };

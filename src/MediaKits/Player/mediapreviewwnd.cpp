@@ -25,6 +25,7 @@
 #include <QScreen>
 #include <QSignalBlocker>
 #include <QTimer>
+#include <QWindow>
 
 #include <cmath>
 
@@ -202,6 +203,9 @@ void MediaPreviewWnd::open()
         setGeometry(withinArea({owner->geometry().center() - rect().center(), size()},
                                owner->screen()->availableGeometry()));
     setAttribute(Qt::WA_ShowWithoutActivating, isTextTyped());
+    // Qt looks at the attribute when it makes a window, and at this each time it shows one.
+    if (QWindow *window = windowHandle())
+        window->setProperty("_q_showWithoutActivating", isTextTyped());
     show();
     if (!isTextTyped())
         QTimer::singleShot(0, this, [this] { activateWindow(); });
