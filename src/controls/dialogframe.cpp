@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QCursor>
+#include <QEnterEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>

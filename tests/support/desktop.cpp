@@ -94,11 +94,15 @@ void Desktop::click(const QWidget &widget)
 void Desktop::drag(const QPoint &from, const QPoint &to)
 {
     constexpr int steps = 5;
+    constexpr int handMs = 30; // a step by hand; moves that wait in a queue become one
+    constexpr int pressMs = 500;
     xdotool(moveWords(from) + QStringList{"mousedown"_s, "1"_s});
+    // A window that is to move hears of the press before it is over; another program's may have it.
+    const auto isPressed = [] { return QGuiApplication::mouseButtons() != Qt::NoButton; };
+    static_cast<void>(QTest::qWaitFor(isPressed, pressMs));
     for (int step = 1; step <= steps; ++step) {
         xdotool(moveWords(from + (to - from) * step / steps));
-        // Moves that wait in a queue become one.
-        QCoreApplication::processEvents();
+        QTest::qWait(handMs);
     }
     xdotool({"mouseup"_s, "1"_s});
 }

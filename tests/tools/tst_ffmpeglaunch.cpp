@@ -125,9 +125,8 @@ private slots:
                 runTool(builtProgram("module/"_s + QLatin1String(path)), {"-version"_s});
             QVERIFY2(run.out.startsWith("ff") && run.out.contains(" version "), path);
         }
-        // The target need not be installed here, so only the link itself counts.
-        const QFileInfo link(builtProgram("module/mplayer/mplayer"_s));
-        QVERIFY(link.isSymLink() && QDir::isAbsolutePath(link.symLinkTarget()));
+        // What it starts need not be installed here.
+        QVERIFY(QFileInfo(builtProgram("module/mplayer/mplayer"_s)).isExecutable());
     }
 
 private:
