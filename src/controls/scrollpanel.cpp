@@ -54,13 +54,14 @@ void ScrollPanel::arrange()
     m_columns->setDirection(least > width() ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
 }
 
-bool ScrollPanel::event(QEvent *event)
+// The scroll area watches its content.
+bool ScrollPanel::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::LayoutRequest) {
+    if (watched == widget() && event->type() == QEvent::LayoutRequest) {
         arrange();
         updateGeometry();
     }
-    return QScrollArea::event(event);
+    return QScrollArea::eventFilter(watched, event);
 }
 
 void ScrollPanel::resizeEvent(QResizeEvent *event)

@@ -21,7 +21,7 @@ public:
     QSize minimumSizeHint() const override;
 
 protected:
-    bool event(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
