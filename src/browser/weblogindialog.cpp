@@ -148,7 +148,7 @@ void WebLoginDialog::setVisible(bool visible)
     const bool hadKeyboard = !visible && isActiveWindow();
     QDialog::setVisible(visible);
     if (hadKeyboard)
-        DialogFrame::giveInputBack(*this);
+        DialogFrame::giveKeyboardBack(*this);
 }
 
 // By the event loop: the dialog may be about to be run.

@@ -7,8 +7,6 @@
 #include "platform/windowmanager.h"
 
 #include <QApplication>
-#include <QCursor>
-#include <QEnterEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
@@ -16,26 +14,12 @@
 #include <QTimer>
 #include <QVariant>
 #include <QVBoxLayout>
-#include <QWindow>
 
 namespace {
 constexpr int border = 1;
 constexpr int titleHeight = 44;
 constexpr int settleMs = 200;
 constexpr QRgb borderColour = 0xFFE0E0E0;
-
-// Qt hears of the pointer when it comes into a window; one that was barred then missed it, and what
-// the pointer comes to first wouldn't look so.
-void tellOfPointer(QWidget &window)
-{
-    const QPoint point = QCursor::pos();
-    const QWidget *under = QApplication::widgetAt(point);
-    if (window.underMouse() || under == nullptr || under->window() != &window)
-        return;
-    const QPoint inside = window.mapFromGlobal(point);
-    QEnterEvent enter(inside, inside, point);
-    QCoreApplication::sendEvent(window.windowHandle(), &enter);
-}
 
 // Now and then the window manager gives the keyboard to nobody, or Qt misses that the window has it
 // again: it would be dead until a click.
@@ -122,10 +106,10 @@ void DialogFrame::setVisible(bool visible)
         !visible && (isActiveWindow() || testAttribute(Qt::WA_DontShowOnScreen));
     QDialog::setVisible(visible);
     if (hadKeyboard)
-        giveInputBack(*this);
+        giveKeyboardBack(*this);
 }
 
-void DialogFrame::giveInputBack(const QWidget &hidden)
+void DialogFrame::giveKeyboardBack(const QWidget &hidden)
 {
     QWidget *below = hidden.parentWidget() ? hidden.parentWidget()->window() : nullptr;
     if (below == nullptr)
@@ -135,7 +119,6 @@ void DialogFrame::giveInputBack(const QWidget &hidden)
         const bool isBarred = modal != nullptr && modal != below;
         if (!below->isVisible() || isBarred)
             return;
-        tellOfPointer(*below);
         tellOfKeyboard(*below);
     });
 }

@@ -19,12 +19,11 @@ public:
     QString title() const;
     void setTitle(const QString &title);
 
-    /// Never larger than the screen; gives keyboard and pointer back to its parent when it goes.
+    /// Never larger than the screen; gives the keyboard back to its parent when it goes.
     void setVisible(bool visible) override;
 
-    /// Sees to it that keyboard and pointer work in the parent's window again. For a modal window
-    /// that has just been hidden while it had the keyboard.
-    static void giveInputBack(const QWidget &hidden);
+    /// For a modal window that has just been hidden while it had the keyboard.
+    static void giveKeyboardBack(const QWidget &hidden);
 
 protected:
     /// Object name "wdtBody"; takes the subclass's form.
